@@ -1,0 +1,79 @@
+#include "analysis/data_files.h"
+
+#include <utility>
+
+#include "platform/error.h"
+#include "shell/formats.h"
+
+namespace zorvel {
+namespace {
+
+std::variant<FieldReader, LineReader> MakeReader(const Files& files, const DataFile& layout) {
+    InputFile file = files.Open(files.Path(layout.name));
+    if (layout.style == RecordStyle::kLines) return LineReader(std::move(file), LineEnd::kCarriageReturn);
+    return FieldReader(std::move(file), {.doubled_quotes = true, .drop_trailing_blanks = true});
+}
+
+// A field of the capture record, which is quoted only where it has to be.
+std::string CaptureField(std::string_view field) {
+    return field.find_first_of(",\"") == std::string_view::npos ? std::string(field) : QuotedDoubling(field);
+}
+
+}  // namespace
+
+DataFileReader::DataFileReader(const Files& files, const DataFile& layout)
+    : fields_(layout.fields), reader_(MakeReader(files, layout)) {}
+
+bool DataFileReader::Next(std::vector<std::string>& record) {
+    record.resize(fields_);
+    if (auto* lines = std::get_if<LineReader>(&reader_)) {
+        for (std::size_t i = 0; i < fields_; ++i) {
+            if (lines->Next(record[i])) continue;
+            if (i == 0) return false;
+            throw Error(errors::kPastEndOfFile).With(Place() + ": the file ends within a record");
+        }
+        return true;
+    }
+    auto& fields = std::get<FieldReader>(reader_);
+    if (fields.AtEnd()) return false;
+    for (std::string& field : record) field = fields.Next();
+    return true;
+}
+
+std::string DataFileReader::Place() const {
+    if (const auto* lines = std::get_if<LineReader>(&reader_)) {
+        return lines->name() + ", line " + std::to_string(lines->line_number());
+    }
+    return std::get<FieldReader>(reader_).Place();
+}
+
+std::optional<CaptureRecord> ReadCaptureRecord(const Files& files) {
+    if (!files.Exists(files.Path(data_files::kCaptureDetails.name))) return std::nullopt;
+    DataFileReader reader(files, data_files::kCaptureDetails);
+    std::vector<std::string> fields;
+    if (!reader.Next(fields)) throw Error(errors::kPastEndOfFile).With(reader.Place() + ": the file is empty");
+    CaptureRecord record;
+    record.captured = fields[0];
+    record.tree = fields[1];
+    record.container = fields[2];
+    record.app_count = fields[3];
+    for (std::size_t i = 0; i < record.totals.size(); ++i) record.totals[i] = fields[4 + i];
+    record.mode = fields[10];
+    return record;
+}
+
+void WriteCaptureRecord(const Files& files, const CaptureRecord& record) {
+    std::string line = record.captured + ',' + CaptureField(record.tree) + ',' + CaptureField(record.container) + ',' +
+                       record.app_count + ',';
+    for (const std::string& total : record.totals) line += total + ',';
+    line += record.mode + "\r\n";
+    OutputFile file = files.Create(files.Path(data_files::kCaptureDetails.name));
+    file.Write(line);
+    file.Close();
+}
+
+std::string DatasetName(std::string_view captured) {
+    return "Zorvel_" + TimeStamp(ParseDateAndTime(captured)) + ".MDB";
+}
+
+}  // namespace zorvel

@@ -1,0 +1,84 @@
+// The temporary data files: the one place that knows their names and layouts, for the run that writes them and the import
+// that reads them.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "platform/files.h"
+#include "shell/text_records.h"
+
+namespace zorvel {
+
+// How the records of a data file lie in it.
+enum class RecordStyle {
+    kLines,     // one field a line, ended by CR LF; values may hold line feeds
+    kCommaRow,  // one record a line, fields separated by commas, text fields between quotes, inner quotes doubled
+};
+
+struct DataFile {
+    std::string_view name;  // relative to the program folder
+    RecordStyle style;
+    std::size_t fields;  // per record
+};
+
+namespace data_files {
+inline constexpr DataFile kAppDetails{R"(TempData\Zorvel_AppDetails.CSV)", RecordStyle::kLines, 3};
+inline constexpr DataFile kIssues{R"(TempData\Zorvel_Issues.CSV)", RecordStyle::kLines, 5};
+inline constexpr DataFile kAssociations{R"(TempData\Zorvel_Associations.CSV)", RecordStyle::kCommaRow, 4};
+inline constexpr DataFile kAppAssociations{R"(TempData\Zorvel_AppAssociations.CSV)", RecordStyle::kCommaRow, 6};
+inline constexpr DataFile kCaptureDetails{R"(TempData\Zorvel_CaptureDetails.CSV)", RecordStyle::kCommaRow, 11};
+inline constexpr DataFile kMacros{R"(TempData\Zorvel_Macros.CSV)", RecordStyle::kLines, 5};
+inline constexpr DataFile kCopyFiles{R"(TempData\Zorvel_CopyFiles.CSV)", RecordStyle::kLines, 4};
+inline constexpr DataFile kCopyFilesAlways{R"(TempData\Zorvel_CopyFilesAlways.CSV)", RecordStyle::kLines, 4};
+inline constexpr DataFile kRegistrySettings{R"(TempData\Zorvel_RegistrySettings.CSV)", RecordStyle::kLines, 5};
+inline constexpr DataFile kRegistrySettingsAlways{R"(TempData\Zorvel_RegistrySettingsAlways.CSV)", RecordStyle::kLines,
+                                                  5};
+inline constexpr DataFile kINISettings{R"(TempData\Zorvel_INISettings.CSV)", RecordStyle::kLines, 6};
+inline constexpr DataFile kINISettingsAlways{R"(TempData\Zorvel_INISettingsAlways.CSV)", RecordStyle::kLines, 6};
+inline constexpr DataFile kTextFiles{R"(TempData\Zorvel_TextFiles.CSV)", RecordStyle::kLines, 5};
+inline constexpr DataFile kTextFilesAlways{R"(TempData\Zorvel_TextFilesAlways.CSV)", RecordStyle::kLines, 5};
+inline constexpr DataFile kEnvironmentSettings{R"(TempData\Zorvel_EnvironmentSettings.CSV)", RecordStyle::kLines, 3};
+}  // namespace data_files
+
+// Reads the records of a data file in file order.
+class DataFileReader {
+ public:
+    // Opens the file. Raises error 53 when it is missing, or another file error.
+    DataFileReader(const Files& files, const DataFile& layout);
+
+    // Reads the next record, one text a field; false at the end of the file.
+    // Raises error 62 when the file ends within a record.
+    bool Next(std::vector<std::string>& record);
+    // "file, line N" of the record read last, for error texts.
+    std::string Place() const;
+
+ private:
+    std::size_t fields_;
+    std::variant<FieldReader, LineReader> reader_;
+};
+
+// The one record that a finished run leaves behind, as texts.
+struct CaptureRecord {
+    std::string captured;               // "dd/mm/yyyy hh:mm:ss" at the end of the run
+    std::string tree;                   // of the last application read
+    std::string container;              // full name, or "[Multiple OUs]"
+    std::string app_count;              // applications read ("#": zero is empty)
+    std::array<std::string, 6> totals;  // the run's counters ("#")
+    std::string mode;                   // "Zorvelrun" or "Find"
+};
+
+// The capture record, or nothing when the last run did not finish. Raises a file error, or 62 for a short record.
+std::optional<CaptureRecord> ReadCaptureRecord(const Files& files);
+void WriteCaptureRecord(const Files& files, const CaptureRecord& record);
+
+// The name of the dataset database of a run: "Zorvel_" + YYMMDDHHMMSS + ".MDB".
+// Raises error 13 when `captured` is not a date and time.
+std::string DatasetName(std::string_view captured);
+
+}  // namespace zorvel

@@ -1,0 +1,89 @@
+// What the program asks of the directory service: the client's initialisation, the trees, a browser over containers and
+// applications, and the streams. Sources of directory data implement it; the rest of the program knows nothing else.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zorvel {
+
+// The class filters that the program sets.
+inline constexpr std::string_view kContainerClasses = "Organizational Unit,Organization,Country,Locality";
+inline constexpr std::string_view kApplicationClass = "App:Application";
+
+// What the tree's root is called, as short name, full name and class.
+inline constexpr std::string_view kRootName = "[Root]";
+
+// One object of a directory. `id` means something to the directory that made it, and stays valid while its tree is open.
+struct Entry {
+    std::uint64_t id = 0;
+    std::string short_name;  // the last naming component of the path
+    std::string path;
+    std::string class_name;
+};
+
+// The two names under which a directory describes the class of an object.
+struct ObjectDescription {
+    std::string kind_name;
+    std::string schema_class_name;
+};
+
+// The path of a tree's root: "NDS:\\" + tree + "\[Root]".
+std::string RootPath(std::string_view tree);
+
+// Paths are "NDS:\\" + tree + "\" + naming components, root first; full names are dotted, leaf first.
+// Every operation can raise error 600 (the directory cannot be read).
+class Directory {
+ public:
+    virtual ~Directory() = default;
+
+    // Client initialisation, in this order; each returns 0 on success.
+    virtual int NWCallsInit() = 0;
+    virtual int NWNetInit() = 0;
+    virtual int NWDSCreateContextHandle(std::uint32_t& context_handle) = 0;
+    // The connection name that the client prefers; 0 on success.
+    virtual int NWGetPreferredConnName(std::string& name) = 0;
+
+    // The trees the session can see, in the session's order; `index` runs from 0 to TreeCount() - 1.
+    virtual int TreeCount() = 0;
+    virtual std::string TreeName(int index) = 0;
+
+    // The browser: a current object (a path) and a class filter (class names separated by commas).
+    virtual void SetCurrentObject(std::string_view path) = 0;
+    virtual std::string CurrentObject() const = 0;
+    virtual void SetClassFilter(std::string_view classes) = 0;
+    // The current object itself. Raises error 601 when it does not exist.
+    virtual Entry CurrentEntry() = 0;
+    // The children of the current object that pass the filter, in the directory's order. Raises error 601.
+    virtual std::vector<Entry> Entries() = 0;
+    // The object with that path. Raises error 601.
+    virtual Entry FindEntry(std::string_view path) = 0;
+
+    // The full name of a path, also of one that does not exist; existing objects give their own spelling.
+    virtual std::string FullName(std::string_view path) = 0;
+    // The tree a path belongs to.
+    virtual std::string TreeNameOf(std::string_view path) = 0;
+    // The object that a path, or a full name of the current object's tree, names. Raises error 601.
+    virtual Entry LookUp(std::string_view path_or_name) = 0;
+    // The names of an object's class.
+    virtual ObjectDescription Describe(const Entry& entry) = 0;
+
+    // The names of the attributes the object holds, in directory order.
+    virtual std::vector<std::string> AttributeNames(const Entry& entry) = 0;
+    // The syntax of an attribute: "Long", "String", "NWPath", "NWOctetString", "NWACL", "NWStream" or "Other".
+    virtual std::string AttributeSyntax(const Entry& entry, std::string_view attribute) = 0;
+    // The values of an attribute as texts, in directory order. Raises error 603 when there is none.
+    virtual std::vector<std::string> AttributeValues(const Entry& entry, std::string_view attribute) = 0;
+
+    // Streams are read whole: open (`name` is "." + full name), size, read, close. Opening returns 0 on success.
+    virtual int NWDSOpenStream(std::uint32_t context_handle, std::string_view name, std::string_view attribute,
+                               int flags, int& file_handle) = 0;
+    virtual std::size_t GetFileSize(int file_handle) = 0;
+    // Reads up to `size` bytes into `buffer`, which is resized to the bytes read.
+    virtual void ReadFile(int file_handle, std::size_t size, std::string& buffer) = 0;
+    virtual void CloseHandle(int file_handle) = 0;
+};
+
+}  // namespace zorvel

@@ -1,0 +1,49 @@
+// The wall clock, as a port that tests replace.
+#pragma once
+
+namespace zorvel {
+
+// A local date and time.
+struct DateTime {
+    int year = 0;
+    int month = 0;  // 1 to 12
+    int day = 0;    // 1 to 31
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+
+    bool operator==(const DateTime&) const = default;
+};
+
+class Clock {
+ public:
+    virtual ~Clock() = default;
+
+    // The local date and time.
+    virtual DateTime Now() const = 0;
+    // The local time of day in seconds since midnight, with fractions (0 to under 86400).
+    virtual double Timer() const = 0;
+    // Waits `seconds`; 0 or less returns at once.
+    virtual void Sleep(double seconds) = 0;
+};
+
+class SystemClock final : public Clock {
+ public:
+    DateTime Now() const override;
+    double Timer() const override;
+    void Sleep(double seconds) override;
+
+ private:
+    mutable double midnight_ = 0;  // the last midnight that Timer worked out, in seconds since the epoch
+};
+
+// The local date and time of a moment in seconds since the epoch.
+DateTime LocalTime(long long seconds_since_epoch);
+
+// Seconds from `start` (a value of Timer) to now; a midnight in between is allowed for.
+double SecondsSince(const Clock& clock, double start);
+
+// Whole days from `from` to `to`: the number of midnights between them, negative when `to` is earlier.
+int DaysBetween(const DateTime& from, const DateTime& to);
+
+}  // namespace zorvel

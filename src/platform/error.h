@@ -1,0 +1,69 @@
+// Errors that carry the number and the description shown in messages and in the log.
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace zorvel {
+
+// The numbers that errors of this program can have.
+namespace errors {
+inline constexpr std::int32_t kInvalidCall = 5;
+inline constexpr std::int32_t kOverflow = 6;
+inline constexpr std::int32_t kOutOfMemory = 7;
+inline constexpr std::int32_t kSubscript = 9;
+inline constexpr std::int32_t kTypeMismatch = 13;
+inline constexpr std::int32_t kInternal = 51;
+inline constexpr std::int32_t kFileNotFound = 53;
+inline constexpr std::int32_t kFileExists = 58;
+inline constexpr std::int32_t kDiskFull = 61;
+inline constexpr std::int32_t kPastEndOfFile = 62;
+inline constexpr std::int32_t kPermissionDenied = 70;
+inline constexpr std::int32_t kPathFileAccess = 75;
+inline constexpr std::int32_t kPathNotFound = 76;
+inline constexpr std::int32_t kNoAutomation = 430;
+inline constexpr std::int32_t kDirectoryUnreadable = 600;
+inline constexpr std::int32_t kNoSuchObject = 601;
+inline constexpr std::int32_t kNoSuchValue = 603;
+inline constexpr std::int32_t kStore = static_cast<std::int32_t>(0x80004005);
+}  // namespace errors
+
+// An error as the user is told of it: "Error" + number + " (" + description + ")".
+class Error : public std::runtime_error {
+ public:
+    // The error `number` with its standard description.
+    explicit Error(std::int32_t number);
+    // The error `number` with a description of its own.
+    Error(std::int32_t number, const std::string& description);
+
+    std::int32_t number() const noexcept { return number_; }
+    std::string description() const { return what(); }
+
+    // Where the trouble lies and what it is ("file, line 12: ..."); empty when the description says it all.
+    const std::string& detail() const noexcept { return detail_; }
+    // This error with `detail` added to it.
+    Error With(std::string detail) const;
+
+ private:
+    std::int32_t number_;
+    std::string detail_;
+};
+
+// A failure to write a file. Loops that go on after other errors stop at this one: what they would produce is lost.
+class OutputError : public Error {
+ public:
+    using Error::Error;
+    explicit OutputError(const Error& error) : Error(error) {}
+};
+
+// The standard description of error `number`, or "Application-defined or object-defined error".
+std::string DescriptionOf(std::int32_t number);
+
+// The error for the value of `errno` that a file operation on `path` left (53, 61, 70, 75 or 76).
+Error FileError(int error_code, const std::string& path);
+
+// The exception being handled, as an Error. Call it only inside a catch block.
+Error CurrentError();
+
+}  // namespace zorvel

@@ -1,0 +1,61 @@
+// The program folder's files, under the path texts that the program shows and logs.
+//
+// A path text is the real program folder followed by "\" and names separated by "\". Names are found as a
+// case-insensitive file system would find them. A text that does not begin with the program folder is a path of its own,
+// separated by "\" or "/".
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/clock.h"
+#include "platform/input_file.h"
+#include "platform/output_file.h"
+
+namespace zorvel {
+
+class Files {
+ public:
+    // `program_folder` must exist; it is made absolute.
+    explicit Files(const std::filesystem::path& program_folder);
+
+    // The real program folder as text of the code page, without a separator at its end.
+    const std::string& ProgramFolder() const { return program_folder_; }
+    // The path text of a file beneath the program folder: ProgramFolder + "\" + `relative`.
+    std::string Path(std::string_view relative) const;
+
+    // The real path of a path text: each name as it is spelled on disk, exact spelling first; names that do not exist
+    // stay as given. Raises error 76 when a name holds "/" or a NUL or is "..".
+    std::filesystem::path Resolve(std::string_view path) const;
+
+    // True when `path` is an existing file (not a folder).
+    bool Exists(std::string_view path) const;
+    // Opens a file. Raises error 53 (no such file), 70, 75 or 76 (no such folder).
+    InputFile Open(std::string_view path) const;
+    // Creates a file, replacing an older one. Raises an OutputError with number 61, 70, 75 or 76.
+    OutputFile Create(std::string_view path) const;
+    // Opens a file for appending, creating it when it does not exist. Raises an OutputError as Create does.
+    OutputFile Append(std::string_view path) const;
+    // Deletes a file. Raises error 53, 70 or 75.
+    void Remove(std::string_view path) const;
+    // Copies a file byte for byte, replacing an older one. Raises 53 for a missing source, an OutputError for the target.
+    void Copy(std::string_view from, std::string_view to) const;
+    // Renames a file within its folder. Raises error 53, 58 (the new name exists), 70 or 75.
+    void Rename(std::string_view from, std::string_view to) const;
+    // The size of a file in bytes. Raises error 53.
+    std::uint64_t Size(std::string_view path) const;
+    // The local time at which a file was last modified. Raises error 53.
+    DateTime Modified(std::string_view path) const;
+    // The names of the files in `folder` that begin with `prefix` and end with `suffix`, without regard to case, sorted.
+    // A missing folder has none.
+    std::vector<std::string> List(std::string_view folder, std::string_view prefix, std::string_view suffix) const;
+
+ private:
+    std::filesystem::path folder_;
+    std::string program_folder_;
+};
+
+}  // namespace zorvel

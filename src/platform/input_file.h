@@ -1,0 +1,48 @@
+// A file read front to back through one buffer.
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zorvel {
+
+class InputFile {
+ public:
+    static constexpr std::size_t kBufferSize = 256 * 1024;
+
+    // Opens `path`; `name` is what errors call it. Raises error 53, 70, 75 or 76 when it cannot be opened.
+    InputFile(const std::filesystem::path& path, std::string name);
+
+    // The next byte as 0 to 255, or -1 at the end of the file; Peek does not move on. Raises error 75 on a read error.
+    int Peek() { return at_ < end_ || Fill() ? static_cast<unsigned char>(buffer_[at_]) : -1; }
+    int Get() {
+        const int byte = Peek();
+        if (byte >= 0) ++at_;
+        return byte;
+    }
+    // The bytes in the buffer that were not yet taken, refilled when there are none; empty at the end of the file.
+    std::string_view Available();
+    // Moves past `count` bytes of what Available gave.
+    void Skip(std::size_t count) { at_ += count; }
+
+    const std::string& name() const { return name_; }
+
+ private:
+    bool Fill();
+
+    struct Closer {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+
+    std::string name_;
+    std::unique_ptr<std::FILE, Closer> file_;
+    std::vector<char> buffer_;
+    std::size_t at_ = 0;
+    std::size_t end_ = 0;
+};
+
+}  // namespace zorvel

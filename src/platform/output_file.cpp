@@ -1,0 +1,73 @@
+#include "platform/output_file.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <utility>
+
+#include "platform/error.h"
+
+namespace zorvel {
+
+OutputFile::OutputFile(const std::filesystem::path& path, std::string name, Mode mode)
+    : name_(std::move(name)),
+      descriptor_(::open(path.c_str(),
+                         O_WRONLY | O_CREAT | O_CLOEXEC | (mode == Mode::kAppend ? O_APPEND : O_TRUNC), 0666)) {
+    if (descriptor_ >= 0) return;
+    // Creating a file fails with "not found" only when its folder is missing.
+    if (errno == ENOENT) throw OutputError(Error(errors::kPathNotFound).With(name_));
+    throw OutputError(FileError(errno, name_));
+}
+
+OutputFile::OutputFile(OutputFile&& other) noexcept
+    : name_(std::move(other.name_)),
+      descriptor_(std::exchange(other.descriptor_, -1)),
+      buffer_(std::move(other.buffer_)) {
+    other.buffer_.clear();
+}
+
+OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
+    std::swap(name_, other.name_);
+    std::swap(descriptor_, other.descriptor_);
+    std::swap(buffer_, other.buffer_);
+    return *this;
+}
+
+OutputFile::~OutputFile() {
+    try {
+        Close();
+    } catch (const Error&) {
+        // Nobody is left to be told.
+    }
+}
+
+void OutputFile::Flush() {
+    std::string_view rest = buffer_;
+    while (!rest.empty()) {
+        const ssize_t written = ::write(descriptor_, rest.data(), rest.size());
+        if (written < 0) {
+            if (errno == EINTR) continue;
+            const int error_code = errno;
+            buffer_.erase(0, buffer_.size() - rest.size());
+            throw OutputError(FileError(error_code, name_));
+        }
+        rest.remove_prefix(static_cast<std::size_t>(written));
+    }
+    buffer_.clear();
+}
+
+void OutputFile::Close() {
+    if (descriptor_ < 0) return;
+    struct Release {
+        OutputFile& file;
+        ~Release() {
+            if (file.descriptor_ >= 0) ::close(std::exchange(file.descriptor_, -1));
+            file.buffer_.clear();
+        }
+    } const release{*this};
+    Flush();
+    if (::close(std::exchange(descriptor_, -1)) != 0) throw OutputError(FileError(errno, name_));
+}
+
+}  // namespace zorvel

@@ -1,0 +1,45 @@
+// A file written front to back through one buffer. Every failure is an OutputError.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace zorvel {
+
+class OutputFile {
+ public:
+    static constexpr std::size_t kBufferSize = 64 * 1024;
+
+    enum class Mode { kTruncate, kAppend };
+
+    // Opens `path`, creating it when it does not exist; `name` is what errors call it.
+    // Raises error 61, 70, 75 or 76 (a missing folder).
+    OutputFile(const std::filesystem::path& path, std::string name, Mode mode);
+    OutputFile(OutputFile&& other) noexcept;
+    OutputFile& operator=(OutputFile&& other) noexcept;
+    // Closes the file; a failure is lost here, so call Close first where it matters.
+    ~OutputFile();
+
+    // Appends bytes. Raises error 61 or 75 when the buffer had to be written out and could not be.
+    void Write(std::string_view bytes) {
+        if (buffer_.size() + bytes.size() > kBufferSize) Flush();
+        buffer_ += bytes;
+    }
+    void Write(char byte) { Write(std::string_view(&byte, 1)); }
+
+    // Hands what is buffered to the operating system.
+    void Flush();
+    // Writes out the buffer and closes the file. Does nothing on a closed file.
+    void Close();
+
+    bool is_open() const { return descriptor_ >= 0; }
+    const std::string& name() const { return name_; }
+
+ private:
+    std::string name_;
+    int descriptor_ = -1;
+    std::string buffer_;
+};
+
+}  // namespace zorvel

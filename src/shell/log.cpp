@@ -1,0 +1,33 @@
+#include "shell/log.h"
+
+#include "platform/code_page.h"
+#include "platform/error.h"
+#include "shell/formats.h"
+
+namespace zorvel {
+
+Log::Log(const Files& files, const Clock& clock) : files_(files), clock_(clock) {}
+
+std::string Log::LogFileName() const { return files_.Path("Zorvel.log"); }
+
+void Log::Open(bool append) {
+    file_.reset();
+    file_ = append ? files_.Append(LogFileName()) : files_.Create(LogFileName());
+}
+
+void Log::Close() { file_.reset(); }
+
+void Log::WriteLog(std::string_view message) {
+    if (!file_) return;
+    const bool severe = BeginsIgnoringCase(message, "WARNING") || BeginsIgnoringCase(message, "ERROR");
+    try {
+        file_->Write(DateAndTime(clock_.Now()));
+        file_->Write(severe ? " " : "    ");
+        file_->Write(message);
+        file_->Write("\r\n");
+    } catch (const OutputError&) {
+        // The log tells of errors; its own would only hide the one that is being told.
+    }
+}
+
+}  // namespace zorvel

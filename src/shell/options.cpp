@@ -1,0 +1,138 @@
+#include "shell/options.h"
+
+#include <variant>
+
+#include "platform/code_page.h"
+#include "shell/report_error.h"
+#include "shell/text_records.h"
+
+namespace zorvel {
+namespace {
+
+using Box = CheckGeneral;
+using Text = std::string OptionControls::*;
+struct Sound {
+    std::size_t index;
+};
+struct SoundsEnabledBox {};
+
+// One setting: the key as it is written, and the control that holds it.
+struct Setting {
+    std::string_view key;
+    std::variant<Box, SoundsEnabledBox, Text, Sound> control;
+};
+
+// All settings, in the order in which they are written.
+const std::array<Setting, 17> kSettings = {{
+    {"AppNamesWithSpacesIllegal", Box::kAppNamesWithSpacesIllegal},
+    {"SlowINIFileThresholdEnabled", Box::kSlowINIFileThreshold},
+    {"SlowINIFileThreshold", &OptionControls::txtSlowINIThreshold},
+    {"SlowTextFileThresholdEnabled", Box::kSlowTextFileThreshold},
+    {"SlowTextFileThreshold", &OptionControls::txtSlowTextThreshold},
+    {"SlowRegistryThresholdEnabled", Box::kSlowRegistryThreshold},
+    {"SlowRegistryThreshold", &OptionControls::txtSlowRegistryThreshold},
+    {"IgnoreStreamParsingErrors", Box::kIgnoreStreamParsingErrors},
+    {"CreateDMPFileOnError", Box::kCreateDMPFileOnError},
+    {"AppendToLog", Box::kAppendToLog},
+    {"eDirThrottleEnabled", Box::kEDirThrottle},
+    {"eDirThrottle", &OptionControls::txtThrottle},
+    {"AutoTreeCacheRefreshEnabled", Box::kAutoTreeCacheRefresh},
+    {"AutoTreeCacheRefresh", &OptionControls::txtCache},
+    {"SoundsEnabled", SoundsEnabledBox{}},
+    {"WarningSound", Sound{0}},
+    {"FinishedSound", Sound{1}},
+}};
+
+// Calls `check_box` with the state of a boolean setting's box, or `text` with the text of any other setting.
+template <typename Controls, typename OnCheckBox, typename OnText>
+void Visit(const Setting& setting, Controls& controls, OnCheckBox check_box, OnText text) {
+    if (const auto* box = std::get_if<Box>(&setting.control)) {
+        check_box(controls.checkGeneral[static_cast<std::size_t>(*box)]);
+    } else if (std::holds_alternative<SoundsEnabledBox>(setting.control)) {
+        check_box(controls.checkSoundsEnabled);
+    } else if (const auto* number = std::get_if<Text>(&setting.control)) {
+        text(controls.*(*number));
+    } else {
+        text(controls.txtSound[std::get<Sound>(setting.control).index]);
+    }
+}
+
+}  // namespace
+
+std::string Chk2Text(int check_state) { return check_state == 1 ? "True" : "False"; }
+
+Options::Options(const Files& files, UserInterface& ui, Log& log) : files_(files), ui_(ui), log_(log) {}
+
+std::string Options::FileName() const { return files_.Path("Zorvel.ini"); }
+
+bool Options::ReadOptions() {
+    bool complete = false;
+    try {
+        FieldReader reader(files_.Open(FileName()));
+        std::string key;
+        bool flag = false;
+        while (!reader.AtEnd()) {
+            const std::string record = reader.Next();
+            const std::size_t equals = record.find('=');
+            std::string value = UpperCase(record);
+            if (equals != std::string::npos) {
+                key = value.substr(0, equals);
+                value.erase(0, equals + 1);
+            }
+            if (value == "TRUE") flag = true;
+            if (value == "FALSE") flag = false;
+            Apply(key, value, flag);
+        }
+        complete = true;
+    } catch (...) {
+        const Error error = CurrentError();
+        ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Read.", MessageIcon::kCritical);
+    }
+    RefreshOptions();
+    return complete;
+}
+
+void Options::Apply(std::string_view key, const std::string& value, bool flag) {
+    for (const Setting& setting : kSettings) {
+        if (UpperCase(setting.key) != key) continue;
+        Visit(
+            setting, controls, [&](int& box) { box = flag ? 1 : 0; }, [&](std::string& text) { text = value; });
+    }
+}
+
+void Options::WriteOptions() {
+    try {
+        OutputFile file = files_.Create(FileName());
+        for (const Setting& setting : kSettings) {
+            std::string line(setting.key);
+            line += '=';
+            Visit(
+                setting, controls, [&](int box) { line += Chk2Text(box); },
+                [&](const std::string& text) { line += text; });
+            file.Write(line + "\r\n");
+        }
+        file.Close();
+    } catch (...) {
+        const Error error = CurrentError();
+        ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Write.", MessageIcon::kCritical);
+        LogUnexpectedError(log_, error, "Options File Write procedure");
+    }
+}
+
+void Options::RefreshOptions() {
+    controls.enabled.SlowINIThreshold = controls.Checked(Box::kSlowINIFileThreshold);
+    controls.enabled.SlowTextThreshold = controls.Checked(Box::kSlowTextFileThreshold);
+    controls.enabled.SlowRegistryThreshold = controls.Checked(Box::kSlowRegistryThreshold);
+    controls.enabled.Throttle = controls.Checked(Box::kEDirThrottle);
+    controls.enabled.Cache = controls.Checked(Box::kAutoTreeCacheRefresh);
+    session.AppNamesWithSpacesIllegal = controls.Checked(Box::kAppNamesWithSpacesIllegal);
+    session.WarnStreamParsingErrors = !controls.Checked(Box::kIgnoreStreamParsingErrors);
+    session.CreateDMPFileOnError = controls.Checked(Box::kCreateDMPFileOnError);
+    session.AppendToLog = controls.Checked(Box::kAppendToLog);
+    session.SoundsEnabled = controls.checkSoundsEnabled == 1;
+    session.FinishedSound = controls.txtSound[1];
+    session.WarningSound = controls.txtSound[0];
+    warning_boxes = session.WarnStreamParsingErrors;
+}
+
+}  // namespace zorvel

@@ -1,0 +1,92 @@
+// The options file Zorvel.ini and the state of the options tab it is read into.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+#include "platform/user_interface.h"
+#include "shell/log.h"
+
+namespace zorvel {
+
+// "True" for a checked box (1), "False" for every other state (0 unchecked, 2 greyed).
+std::string Chk2Text(int check_state);
+
+// The check boxes of the options tab, by their index in `checkGeneral`.
+enum class CheckGeneral : std::size_t {
+    kAppNamesWithSpacesIllegal = 0,
+    kSlowINIFileThreshold = 1,
+    kSlowTextFileThreshold = 2,
+    kIgnoreStreamParsingErrors = 3,
+    kCreateDMPFileOnError = 4,
+    kAppendToLog = 5,
+    kEDirThrottle = 6,
+    kSlowRegistryThreshold = 7,
+    kAutoTreeCacheRefresh = 8,
+};
+
+// The state of the options tab's controls. Check boxes hold 0, 1 or 2 (greyed).
+struct OptionControls {
+    std::array<int, 9> checkGeneral{};
+    int checkSoundsEnabled = 0;
+    std::string txtSlowINIThreshold = "200";
+    std::string txtSlowTextThreshold = "200";
+    std::string txtSlowRegistryThreshold = "1000";
+    std::string txtThrottle = "1";
+    std::string txtCache = "30";
+    std::array<std::string, 2> txtSound;  // 0 warning, 1 finished
+
+    // Which of the number boxes and their spinners are enabled; set by RefreshOptions.
+    struct Enabled {
+        bool SlowINIThreshold = false;
+        bool SlowTextThreshold = false;
+        bool SlowRegistryThreshold = false;
+        bool Throttle = false;
+        bool Cache = false;
+    } enabled;
+
+    bool Checked(CheckGeneral box) const { return checkGeneral[static_cast<std::size_t>(box)] == 1; }
+};
+
+// What RefreshOptions derives from the controls.
+struct SessionOptions {
+    bool AppNamesWithSpacesIllegal = false;
+    bool WarnStreamParsingErrors = false;
+    bool CreateDMPFileOnError = false;
+    bool AppendToLog = false;
+    bool SoundsEnabled = false;
+    std::string FinishedSound;
+    std::string WarningSound;
+};
+
+class Options {
+ public:
+    Options(const Files& files, UserInterface& ui, Log& log);
+
+    // Reads Zorvel.ini into the controls and applies them. True when the whole file was read; an error is shown to the
+    // user, and what was read before it stays.
+    bool ReadOptions();
+    // Writes the controls to Zorvel.ini, all 17 keys. An error is shown to the user and logged.
+    void WriteOptions();
+    // Derives the session options and the enabled number boxes from the controls.
+    void RefreshOptions();
+
+    OptionControls controls;
+    SessionOptions session;
+    // Whether stream decoding warnings are shown in message boxes: set by RefreshOptions, and cleared by the user's
+    // answer to a warning until the options are next applied.
+    bool warning_boxes = false;
+
+ private:
+    std::string FileName() const;
+    void Apply(std::string_view key, const std::string& value, bool flag);
+
+    const Files& files_;
+    UserInterface& ui_;
+    Log& log_;
+};
+
+}  // namespace zorvel

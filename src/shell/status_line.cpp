@@ -1,0 +1,53 @@
+#include "shell/status_line.h"
+
+#include "shell/formats.h"
+
+namespace zorvel {
+namespace {
+
+StatusPicture PictureOf(char colour) {
+    switch (colour) {
+        case 'R':
+            return StatusPicture::kRedBall;
+        case 'Y':
+            return StatusPicture::kYellowBall;
+        case 'G':
+        case '\0':
+            return StatusPicture::kGreenBall;
+        default:
+            return StatusPicture::kUnchanged;
+    }
+}
+
+}  // namespace
+
+StatusLine::StatusLine(UserInterface& ui, const TreeCounts& counts) : ui_(ui), counts_(counts) {}
+
+void StatusLine::SetStatus(char colour, std::string& text) {
+    if (text.empty()) text = CountsText();
+    ui_.ShowStatus(PictureOf(colour), text);
+}
+
+void StatusLine::SetStatus(char colour, std::string_view text) {
+    std::string shown(text);
+    SetStatus(colour, shown);
+}
+
+std::string StatusLine::CountsText() const {
+    std::string text = "Ready. ";
+    if (counts_.AppCount == 0) {
+        text += "No applications available to Zorvel !";
+    } else {
+        text += Grouped(counts_.AppCount) + " applications available, ";
+        if (counts_.SelectedCount == 0) {
+            text += "none selected.";
+        } else if (counts_.SelectedCount == counts_.AppCount) {
+            text += "all selected.";
+        } else {
+            text += Grouped(counts_.SelectedCount) + " selected.";
+        }
+    }
+    return text + ' ' + counts_.StatusPrefix;
+}
+
+}  // namespace zorvel

@@ -1,0 +1,129 @@
+#include "shell/text_records.h"
+
+#include <utility>
+
+#include "platform/error.h"
+#include "shell/formats.h"
+
+namespace zorvel {
+namespace {
+
+constexpr bool IsLineEnd(int byte) { return byte == '\r' || byte == '\n'; }
+constexpr bool IsBlank(int byte) { return byte == ' ' || byte == '\t'; }
+
+}  // namespace
+
+FieldReader::FieldReader(InputFile file, FieldRules rules) : file_(std::move(file)), rules_(rules) {}
+
+void FieldReader::SkipLineEnd() {
+    if (file_.Get() == '\r' && file_.Peek() == '\n') file_.Get();
+    ++line_;
+}
+
+std::string FieldReader::QuotedField() {
+    std::string field;
+    file_.Get();
+    for (int byte = file_.Get(); byte >= 0; byte = file_.Get()) {
+        if (byte == '"') {
+            if (!rules_.doubled_quotes || file_.Peek() != '"') break;
+            file_.Get();
+        }
+        if (byte == '\n') ++line_;
+        field += static_cast<char>(byte);
+    }
+    while (IsBlank(file_.Peek())) file_.Get();
+    if (file_.Peek() == ',') {
+        file_.Get();
+    } else if (IsLineEnd(file_.Peek())) {
+        SkipLineEnd();
+    }
+    return field;
+}
+
+std::string FieldReader::PlainField() {
+    std::string field;
+    for (int byte = file_.Peek(); byte >= 0; byte = file_.Peek()) {
+        if (IsLineEnd(byte)) {
+            SkipLineEnd();
+            break;
+        }
+        file_.Get();
+        if (byte == ',') break;
+        field += static_cast<char>(byte);
+    }
+    if (rules_.drop_trailing_blanks) field.erase(field.find_last_not_of(" \t") + 1);
+    return field;
+}
+
+std::string FieldReader::Next() {
+    if (AtEnd()) throw Error(errors::kPastEndOfFile).With(Place() + ": the file ends within a record");
+    field_line_ = line_;
+    while (IsBlank(file_.Peek())) file_.Get();
+    return file_.Peek() == '"' ? QuotedField() : PlainField();
+}
+
+std::int32_t FieldReader::NextNumber() { return WholeValue(Next()); }
+
+std::string FieldReader::NextLine() {
+    if (AtEnd()) throw Error(errors::kPastEndOfFile).With(Place() + ": the file ends before its first record");
+    field_line_ = line_;
+    std::string text;
+    while (file_.Peek() >= 0 && !IsLineEnd(file_.Peek())) text += static_cast<char>(file_.Get());
+    if (file_.Peek() >= 0) SkipLineEnd();
+    return text;
+}
+
+std::string FieldReader::Place() const { return file_.name() + ", line " + std::to_string(field_line_); }
+
+LineReader::LineReader(InputFile file, LineEnd line_end)
+    : file_(std::move(file)), ends_(line_end == LineEnd::kAny ? "\r\n" : "\r") {}
+
+bool LineReader::Next(std::string& line) {
+    line.clear();
+    std::string_view available = file_.Available();
+    if (available.empty()) return false;
+    ++line_number_;
+    while (!available.empty()) {
+        const std::size_t length = available.find_first_of(ends_);
+        line += available.substr(0, length);
+        if (length != std::string_view::npos) {
+            const bool carriage_return = available[length] == '\r';
+            file_.Skip(length + 1);
+            if (carriage_return && file_.Peek() == '\n') file_.Get();
+            break;
+        }
+        file_.Skip(available.size());
+        available = file_.Available();
+    }
+    return true;
+}
+
+void WriteFieldLine(OutputFile& file, std::string_view field) {
+    for (std::size_t end = field.find('\r'); end != std::string_view::npos; end = field.find('\r')) {
+        file.Write(field.substr(0, end));
+        file.Write('\n');
+        field.remove_prefix(end + 1);
+        if (field.starts_with('\n')) field.remove_prefix(1);
+    }
+    file.Write(field);
+    file.Write("\r\n");
+}
+
+std::string QuotedDoubling(std::string_view field) {
+    std::string quoted = "\"";
+    for (const char character : field) {
+        if (character == '"') quoted += '"';
+        quoted += character;
+    }
+    quoted += '"';
+    return quoted;
+}
+
+std::string Quoted(std::string_view field) {
+    std::string quoted = "\"";
+    quoted += field;
+    quoted += '"';
+    return quoted;
+}
+
+}  // namespace zorvel
