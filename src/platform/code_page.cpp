@@ -117,6 +117,10 @@ void MakeUpperCase(std::string& text) noexcept {
     for (char& character : text) character = UpperChar(character);
 }
 
+bool IsUpperCase(std::string_view text) noexcept {
+    return std::all_of(text.begin(), text.end(), [](char character) { return UpperChar(character) == character; });
+}
+
 std::string UpperCase(std::string_view text) {
     std::string upper(text);
     MakeUpperCase(upper);

@@ -17,6 +17,7 @@ std::string ToUtf8(std::string_view text);
 char UpperChar(char character) noexcept;
 std::string UpperCase(std::string_view text);
 void MakeUpperCase(std::string& text) noexcept;
+bool IsUpperCase(std::string_view text) noexcept;
 
 // Comparisons without regard to case.
 bool EqualIgnoringCase(std::string_view left, std::string_view right) noexcept;

@@ -9,15 +9,15 @@
 namespace zorvel {
 
 class EventSounds {
- public:
+  public:
     // `enabled` is read at each call.
     EventSounds(const Files& files, UserInterface& ui, const bool& enabled);
 
-    // Plays a WAV file when sounds are enabled and it exists. ".WAV" is added to a path without it; a path without "\"
-    // is a file of the program folder. No failure is reported.
+    // Plays a WAV file when sounds are enabled and it exists. ".WAV" is added to a path without it; a path
+    // without "\" is a file of the program folder. No failure is reported.
     void PlayEventSound(std::string_view path);
 
- private:
+  private:
     const Files& files_;
     UserInterface& ui_;
     const bool& enabled_;

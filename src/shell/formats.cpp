@@ -21,8 +21,8 @@ std::string Padded(std::int64_t number, std::size_t width) {
 
 std::string Fixed(double number, int decimals) {
     std::array<char, 400> buffer{};
-    const auto result =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed, decimals);
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
+                                      std::chars_format::fixed, decimals);
     return {buffer.data(), result.ptr};
 }
 
@@ -52,24 +52,39 @@ std::string PlainNumber(std::int64_t number) {
 std::string GroupedOrZero(std::int64_t number) {
     std::string text = std::to_string(number);
     const std::size_t first_digit = number < 0 ? 1 : 0;
-    for (std::size_t at = text.size(); at > first_digit + 3;) text.insert(at -= 3, 1, ',');
+    for (std::size_t at = text.size(); at > first_digit + 3;)
+        text.insert(at -= 3, 1, ',');
     return text;
 }
 
-std::string Grouped(std::int64_t number) { return number == 0 ? std::string() : GroupedOrZero(number); }
+std::string Grouped(std::int64_t number) {
+    return number == 0 ? std::string() : GroupedOrZero(number);
+}
 
 std::string GroupedOrDash(std::int64_t number) {
     if (number == 0) return "-";
     return number < 0 ? std::string() : GroupedOrZero(number);
 }
 
-std::string Digits(std::int64_t number) { return number == 0 ? std::string() : std::to_string(number); }
+std::string Digits(std::int64_t number) {
+    return number == 0 ? std::string() : std::to_string(number);
+}
 
-std::string SevenDigits(std::int64_t number) { return Padded(number, 7); }
+std::string SevenDigits(std::int64_t number) {
+    return Padded(number, 7);
+}
 
-std::string Percentage(double fraction) { return Fixed(fraction * 100, 1) + "%"; }
+std::string Percentage(double fraction) {
+    return Fixed(fraction * 100, 1) + "%";
+}
 
-std::string TwoDecimals(double number) { return Fixed(number, 2); }
+std::string TwoDecimals(double number) {
+    return Fixed(number, 2);
+}
+
+std::string Rounded(double number) {
+    return Fixed(std::round(number), 0);
+}
 
 double NumericValue(std::string_view text) {
     std::string compact;
@@ -90,7 +105,8 @@ double NumericValue(std::string_view text) {
 
 std::int32_t WholeValue(std::string_view text) {
     const double number = std::trunc(NumericValue(text));
-    if (number < std::numeric_limits<std::int32_t>::min() || number > std::numeric_limits<std::int32_t>::max()) {
+    if (number < std::numeric_limits<std::int32_t>::min() ||
+        number > std::numeric_limits<std::int32_t>::max()) {
         throw Error(errors::kOverflow);
     }
     return static_cast<std::int32_t>(number);
@@ -100,11 +116,17 @@ std::string ShortDate(const DateTime& time) {
     return Padded(time.day, 2) + '/' + Padded(time.month, 2) + '/' + Padded(time.year, 4);
 }
 
-std::string ShortTime(const DateTime& time) { return Padded(time.hour, 2) + ':' + Padded(time.minute, 2); }
+std::string ShortTime(const DateTime& time) {
+    return Padded(time.hour, 2) + ':' + Padded(time.minute, 2);
+}
 
-std::string LongTime(const DateTime& time) { return ShortTime(time) + ':' + Padded(time.second, 2); }
+std::string LongTime(const DateTime& time) {
+    return ShortTime(time) + ':' + Padded(time.second, 2);
+}
 
-std::string DateAndTime(const DateTime& time) { return ShortDate(time) + ' ' + LongTime(time); }
+std::string DateAndTime(const DateTime& time) {
+    return ShortDate(time) + ' ' + LongTime(time);
+}
 
 std::string TimeStamp(const DateTime& time) {
     return Padded(time.year % 100, 2) + Padded(time.month, 2) + Padded(time.day, 2) + Padded(time.hour, 2) +
@@ -122,7 +144,9 @@ DateTime ParseDateAndTime(std::string_view text) {
                 TakeNumber(rest, 2, time.minute) && Take(rest, ':') && TakeNumber(rest, 2, time.second) &&
                 rest.empty() && time.hour < 24 && time.minute < 60 && time.second < 60;
     }
-    if (!valid) throw Error(errors::kTypeMismatch).With("'" + std::string(text) + "' is not a date of the form dd/mm/yyyy");
+    if (!valid)
+        throw Error(errors::kTypeMismatch)
+            .With("'" + std::string(text) + "' is not a date of the form dd/mm/yyyy");
     return time;
 }
 

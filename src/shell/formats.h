@@ -25,9 +25,11 @@ std::string SevenDigits(std::int64_t number);
 std::string Percentage(double fraction);
 // "0.00"
 std::string TwoDecimals(double number);
+// "0": rounded to the nearest whole number, halves away from zero.
+std::string Rounded(double number);
 
-// The number that a text begins with, as a text box's content is read: blanks are passed over, a sign, digits, a
-// fraction and an exponent are taken; 0 when there is none.
+// The number that a text begins with, as a text box's content is read: blanks are passed over, a sign,
+// digits, a fraction and an exponent are taken; 0 when there is none.
 double NumericValue(std::string_view text);
 // NumericValue rounded towards zero and kept within 32 bits. Raises error 6 when it does not fit.
 std::int32_t WholeValue(std::string_view text);

@@ -8,14 +8,18 @@ namespace zorvel {
 
 Log::Log(const Files& files, const Clock& clock) : files_(files), clock_(clock) {}
 
-std::string Log::LogFileName() const { return files_.Path("Zorvel.log"); }
+std::string Log::LogFileName() const {
+    return files_.Path("Zorvel.log");
+}
 
 void Log::Open(bool append) {
     file_.reset();
     file_ = append ? files_.Append(LogFileName()) : files_.Create(LogFileName());
 }
 
-void Log::Close() { file_.reset(); }
+void Log::Close() {
+    file_.reset();
+}
 
 void Log::WriteLog(std::string_view message) {
     if (!file_) return;

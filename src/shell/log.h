@@ -11,7 +11,7 @@
 namespace zorvel {
 
 class Log {
- public:
+  public:
     Log(const Files& files, const Clock& clock);
 
     // The path text of the log file.
@@ -23,11 +23,12 @@ class Log {
     void Close();
     bool is_open() const { return file_.has_value(); }
 
-    // Appends one line: the local time, and the message indented by three blanks unless it begins with "WARNING" or
-    // "ERROR" in any case. Does nothing while the log is closed. Lines that the disk no longer takes are dropped.
+    // Appends one line: the local time, and the message indented by three blanks unless it begins with
+    // "WARNING" or "ERROR" in any case. Does nothing while the log is closed. Lines that the disk no longer
+    // takes are dropped.
     void WriteLog(std::string_view message);
 
- private:
+  private:
     const Files& files_;
     const Clock& clock_;
     std::optional<OutputFile> file_;

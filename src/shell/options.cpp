@@ -59,11 +59,15 @@ void Visit(const Setting& setting, Controls& controls, OnCheckBox check_box, OnT
 
 }  // namespace
 
-std::string Chk2Text(int check_state) { return check_state == 1 ? "True" : "False"; }
+std::string Chk2Text(int check_state) {
+    return check_state == 1 ? "True" : "False";
+}
 
 Options::Options(const Files& files, UserInterface& ui, Log& log) : files_(files), ui_(ui), log_(log) {}
 
-std::string Options::FileName() const { return files_.Path("Zorvel.ini"); }
+std::string Options::FileName() const {
+    return files_.Path("Zorvel.ini");
+}
 
 bool Options::ReadOptions() {
     bool complete = false;
@@ -96,7 +100,8 @@ void Options::Apply(std::string_view key, const std::string& value, bool flag) {
     for (const Setting& setting : kSettings) {
         if (UpperCase(setting.key) != key) continue;
         Visit(
-            setting, controls, [&](int& box) { box = flag ? 1 : 0; }, [&](std::string& text) { text = value; });
+            setting, controls, [&](int& box) { box = flag ? 1 : 0; },
+            [&](std::string& text) { text = value; });
     }
 }
 

@@ -63,11 +63,11 @@ struct SessionOptions {
 };
 
 class Options {
- public:
+  public:
     Options(const Files& files, UserInterface& ui, Log& log);
 
-    // Reads Zorvel.ini into the controls and applies them. True when the whole file was read; an error is shown to the
-    // user, and what was read before it stays.
+    // Reads Zorvel.ini into the controls and applies them. True when the whole file was read; an error is
+    // shown to the user, and what was read before it stays.
     bool ReadOptions();
     // Writes the controls to Zorvel.ini, all 17 keys. An error is shown to the user and logged.
     void WriteOptions();
@@ -76,11 +76,11 @@ class Options {
 
     OptionControls controls;
     SessionOptions session;
-    // Whether stream decoding warnings are shown in message boxes: set by RefreshOptions, and cleared by the user's
-    // answer to a warning until the options are next applied.
+    // Whether stream decoding warnings are shown in message boxes: set by RefreshOptions, and cleared by the
+    // user's answer to a warning until the options are next applied.
     bool warning_boxes = false;
 
- private:
+  private:
     std::string FileName() const;
     void Apply(std::string_view key, const std::string& value, bool flag);
 

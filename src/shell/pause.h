@@ -6,7 +6,8 @@
 
 namespace zorvel {
 
-// Waits `seconds` (with fractions) while pending window events run, at least once. A wait that spans midnight ends there.
+// Waits `seconds` (with fractions) while pending window events run, at least once. A wait that spans midnight
+// ends there.
 void Pause(Clock& clock, UserInterface& ui, double seconds);
 
 }  // namespace zorvel

@@ -8,9 +8,11 @@ std::string ErrorText(const Error& error) {
     return PlainNumber(error.number()) + " (" + error.description() + ")";
 }
 
-void LogUnexpectedError(Log& log, const Error& error, std::string_view where) {
-    log.WriteLog("ERROR: Unexpected error #" + ErrorText(error) + " occurred in " + std::string(where));
+std::string LogUnexpectedError(Log& log, const Error& error, std::string_view where) {
+    std::string text = "ERROR: Unexpected error #" + ErrorText(error) + " occurred in " + std::string(where);
+    log.WriteLog(text);
     LogDetail(log, error);
+    return text;
 }
 
 void LogDetail(Log& log, const Error& error) {

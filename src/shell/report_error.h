@@ -13,9 +13,9 @@ namespace zorvel {
 // number with its leading blank + " (" + description + ")".
 std::string ErrorText(const Error& error);
 
-// Logs "ERROR: Unexpected error #" + ErrorText + " occurred in " + `where`, and the error's detail, when it has one, on
-// a line of its own.
-void LogUnexpectedError(Log& log, const Error& error, std::string_view where);
+// Logs "ERROR: Unexpected error #" + ErrorText + " occurred in " + `where`, and the error's detail, when it
+// has one, on a line of its own. Returns the text of the first line.
+std::string LogUnexpectedError(Log& log, const Error& error, std::string_view where);
 
 // Logs the detail of an error, when it has one, as an ERROR line.
 void LogDetail(Log& log, const Error& error);

@@ -17,17 +17,18 @@ struct TreeCounts {
 };
 
 class StatusLine {
- public:
+  public:
     StatusLine(UserInterface& ui, const TreeCounts& counts);
 
-    // Shows `text` with the picture that `colour` stands for: 'Y' busy, 'R' interrupted or failed, 'G' or 0 idle; any
-    // other value leaves the picture. An empty text is replaced, in the caller's variable too, by the counts text.
+    // Shows `text` with the picture that `colour` stands for: 'Y' busy, 'R' interrupted or failed, 'G' or 0
+    // idle; any other value leaves the picture. An empty text is replaced, in the caller's variable too, by
+    // the counts text.
     void SetStatus(char colour, std::string& text);
     void SetStatus(char colour, std::string_view text);
     // The green ball and the counts text.
     void SetIdle() { SetStatus('\0', std::string_view()); }
 
- private:
+  private:
     std::string CountsText() const;
 
     UserInterface& ui_;

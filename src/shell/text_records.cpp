@@ -8,8 +8,12 @@
 namespace zorvel {
 namespace {
 
-constexpr bool IsLineEnd(int byte) { return byte == '\r' || byte == '\n'; }
-constexpr bool IsBlank(int byte) { return byte == ' ' || byte == '\t'; }
+constexpr bool IsLineEnd(int byte) {
+    return byte == '\r' || byte == '\n';
+}
+constexpr bool IsBlank(int byte) {
+    return byte == ' ' || byte == '\t';
+}
 
 }  // namespace
 
@@ -31,7 +35,8 @@ std::string FieldReader::QuotedField() {
         if (byte == '\n') ++line_;
         field += static_cast<char>(byte);
     }
-    while (IsBlank(file_.Peek())) file_.Get();
+    while (IsBlank(file_.Peek()))
+        file_.Get();
     if (file_.Peek() == ',') {
         file_.Get();
     } else if (IsLineEnd(file_.Peek())) {
@@ -58,22 +63,29 @@ std::string FieldReader::PlainField() {
 std::string FieldReader::Next() {
     if (AtEnd()) throw Error(errors::kPastEndOfFile).With(Place() + ": the file ends within a record");
     field_line_ = line_;
-    while (IsBlank(file_.Peek())) file_.Get();
+    while (IsBlank(file_.Peek()))
+        file_.Get();
     return file_.Peek() == '"' ? QuotedField() : PlainField();
 }
 
-std::int32_t FieldReader::NextNumber() { return WholeValue(Next()); }
+std::int32_t FieldReader::NextNumber() {
+    return WholeValue(Next());
+}
 
 std::string FieldReader::NextLine() {
-    if (AtEnd()) throw Error(errors::kPastEndOfFile).With(Place() + ": the file ends before its first record");
+    if (AtEnd())
+        throw Error(errors::kPastEndOfFile).With(Place() + ": the file ends before its first record");
     field_line_ = line_;
     std::string text;
-    while (file_.Peek() >= 0 && !IsLineEnd(file_.Peek())) text += static_cast<char>(file_.Get());
+    while (file_.Peek() >= 0 && !IsLineEnd(file_.Peek()))
+        text += static_cast<char>(file_.Get());
     if (file_.Peek() >= 0) SkipLineEnd();
     return text;
 }
 
-std::string FieldReader::Place() const { return file_.name() + ", line " + std::to_string(field_line_); }
+std::string FieldReader::Place() const {
+    return file_.name() + ", line " + std::to_string(field_line_);
+}
 
 LineReader::LineReader(InputFile file, LineEnd line_end)
     : file_(std::move(file)), ends_(line_end == LineEnd::kAny ? "\r\n" : "\r") {}
@@ -84,7 +96,9 @@ bool LineReader::Next(std::string& line) {
     if (available.empty()) return false;
     ++line_number_;
     while (!available.empty()) {
-        const std::size_t length = available.find_first_of(ends_);
+        // A single character is found at a stretch, a set of them only byte by byte.
+        const std::size_t length =
+            ends_.size() == 1 ? available.find(ends_.front()) : available.find_first_of(ends_);
         line += available.substr(0, length);
         if (length != std::string_view::npos) {
             const bool carriage_return = available[length] == '\r';

@@ -12,14 +12,14 @@ namespace zorvel {
 
 // How a FieldReader takes the fields of a file.
 struct FieldRules {
-    bool doubled_quotes = false;         // "" inside a quoted field is one quote, not the field's end
-    bool drop_trailing_blanks = false;   // blanks at the end of an unquoted field are not part of it
+    bool doubled_quotes = false;        // "" inside a quoted field is one quote, not the field's end
+    bool drop_trailing_blanks = false;  // blanks at the end of an unquoted field are not part of it
 };
 
-// Reads free-format fields: separated by commas or line ends, leading blanks skipped, a field that begins with a quote
-// running to the next quote (over line ends, too).
+// Reads free-format fields: separated by commas or line ends, leading blanks skipped, a field that begins
+// with a quote running to the next quote (over line ends, too).
 class FieldReader {
- public:
+  public:
     explicit FieldReader(InputFile file, FieldRules rules = {});
 
     // True when no field is left.
@@ -34,7 +34,7 @@ class FieldReader {
     // "file, line N" of the field read last, for error texts.
     std::string Place() const;
 
- private:
+  private:
     void SkipLineEnd();
     std::string QuotedField();
     std::string PlainField();
@@ -47,13 +47,13 @@ class FieldReader {
 
 // What ends a line for a LineReader.
 enum class LineEnd {
-    kAny,                // CR LF, a lone CR or a lone LF: files that users edit
-    kCarriageReturn,     // CR LF or a lone CR: files whose values may hold line feeds
+    kAny,             // CR LF, a lone CR or a lone LF: files that users edit
+    kCarriageReturn,  // CR LF or a lone CR: files whose values may hold line feeds
 };
 
 // Reads lines, each without its end.
 class LineReader {
- public:
+  public:
     LineReader(InputFile file, LineEnd line_end);
 
     // Reads the next line into `line`; false when there is none left.
@@ -62,13 +62,14 @@ class LineReader {
     std::int64_t line_number() const { return line_number_; }
     const std::string& name() const { return file_.name(); }
 
- private:
+  private:
     InputFile file_;
     std::string_view ends_;
     std::int64_t line_number_ = 0;
 };
 
-// Writes `field` and CR LF. CR LF and a lone CR inside the field become one LF, so that the field stays one line.
+// Writes `field` and CR LF. CR LF and a lone CR inside the field become one LF, so that the field stays one
+// line.
 void WriteFieldLine(OutputFile& file, std::string_view field);
 
 // `field` between quotes, a quote inside it doubled.

@@ -1,0 +1,381 @@
+#include "platform/store.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+#include <vector>
+
+#include "platform/code_page.h"
+#include "platform/error.h"
+
+namespace zorvel {
+namespace {
+
+// How long a statement waits for another program to finish with the file.
+constexpr int kBusyMilliseconds = 200;
+
+// A group is written when it has reached either size: large enough that the writes hardly count, small enough
+// that it takes little memory and that a program killed in the middle of it loses little.
+constexpr std::size_t kGroupStatements = 50'000;
+constexpr std::size_t kGroupBytes = 8 * 1024 * 1024;
+
+Error StoreError(const std::string& name, const std::string& reason) {
+    return Error(errors::kStore, reason).With(name + ": " + reason);
+}
+
+// Runs `action`; what the engine raises becomes the store's error.
+template <typename Action>
+auto Guarded(const std::string& name, Action action) {
+    try {
+        return action();
+    } catch (const SQLite::Exception& error) {
+        throw StoreError(name, FromUtf8(error.what()));
+    }
+}
+
+int FlagsOf(Database::Access access) {
+    switch (access) {
+        case Database::Access::kReadOnly:
+            return SQLite::OPEN_READONLY;
+        case Database::Access::kReadWrite:
+            return SQLite::OPEN_READWRITE;
+        default:
+            return SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
+    }
+}
+
+// True for a text that is the same in UTF-8; `nul` tells whether it holds a NUL.
+bool IsPlain(std::string_view text, bool& nul) {
+    bool plain = true;
+    for (const char character : text) {
+        plain &= static_cast<unsigned char>(character) < 0x80;
+        nul |= character == '\0';
+    }
+    return plain;
+}
+
+// What a group has executed so far, kept flat so that it takes the memory of its texts and little more.
+class GroupLog {
+  public:
+    struct Entry {
+        std::shared_ptr<SQLite::Statement> statement;
+        std::size_t values = 0;
+    };
+
+    void Add(std::shared_ptr<SQLite::Statement> statement, std::span<const std::string> values) {
+        entries_.push_back({std::move(statement), values.size()});
+        for (const std::string& value : values) {
+            lengths_.push_back(value.size());
+            texts_ += value;
+        }
+    }
+    void RemoveLast() {
+        const Entry& last = entries_.back();
+        for (std::size_t i = 0; i < last.values; ++i) {
+            texts_.resize(texts_.size() - lengths_.back());
+            lengths_.pop_back();
+        }
+        entries_.pop_back();
+    }
+    void Clear() {
+        entries_.clear();
+        lengths_.clear();
+        texts_.clear();
+    }
+    bool IsFull() const { return entries_.size() >= kGroupStatements || texts_.size() >= kGroupBytes; }
+
+    // Calls `action` with each statement and its values, in order.
+    template <typename Action>
+    void ForEach(Action action) const {
+        std::size_t at = 0;
+        std::size_t length = 0;
+        std::vector<std::string> values;
+        for (const Entry& entry : entries_) {
+            values.resize(entry.values);
+            for (std::string& value : values) {
+                value.assign(texts_, at, lengths_[length]);
+                at += lengths_[length++];
+            }
+            action(*entry.statement, values);
+        }
+    }
+
+  private:
+    std::vector<Entry> entries_;
+    std::vector<std::size_t> lengths_;
+    std::string texts_;
+};
+
+}  // namespace
+
+namespace store_detail {
+
+// An open file, with the group that is being gathered for it.
+class Connection {
+  public:
+    Connection(const std::filesystem::path& path, std::string name, Database::Access access)
+        : name_(std::move(name)), db_(Guarded(name_, [&] {
+              return SQLite::Database(path.string(), FlagsOf(access), kBusyMilliseconds);
+          })) {
+        // The first access reads the file's header and undoes what a killed program left unfinished.
+        Guarded(name_, [&] { db_.execAndGet("SELECT count(*) FROM sqlite_master"); });
+    }
+
+    const std::string& name() const { return name_; }
+    SQLite::Database& db() { return db_; }
+
+    std::unique_ptr<SQLite::Statement> Prepare(std::string_view sql) {
+        if (sql.find('\0') != std::string_view::npos)
+            throw StoreError(name_, "the statement holds a NUL character");
+        const std::string text = ToUtf8(sql);
+        RequireOneStatement(text);
+        return Guarded(name_, [&] { return std::make_unique<SQLite::Statement>(db_, text); });
+    }
+
+    void Run(const std::shared_ptr<SQLite::Statement>& statement, std::span<const std::string> values) {
+        if (!grouping_) {
+            RunAlone(*statement, values);
+            return;
+        }
+        if (!in_transaction_) {
+            Guarded(name_, [&] { db_.exec("BEGIN EXCLUSIVE"); });
+            in_transaction_ = true;
+        }
+        log_.Add(statement, values);
+        try {
+            RunAlone(*statement, values);
+        } catch (const Error&) {
+            if (!IsRolledBack()) {
+                log_.RemoveLast();
+                throw;
+            }
+            RunLogSingly();
+        }
+        if (log_.IsFull()) WriteGroup();
+    }
+
+    std::optional<std::string> FirstField(SQLite::Statement& statement, std::span<const std::string> values) {
+        Bind(statement, values);
+        const Reset reset(statement);
+        return Guarded(name_, [&]() -> std::optional<std::string> {
+            if (!statement.executeStep()) return std::nullopt;
+            return FromUtf8(statement.getColumn(0).getString());
+        });
+    }
+
+    void Begin() { grouping_ = true; }
+
+    void Complete() {
+        grouping_ = false;
+        WriteGroup();
+    }
+
+  private:
+    // Makes a statement ready for its next execution, however this one ends.
+    class Reset {
+      public:
+        explicit Reset(SQLite::Statement& statement) : statement_(statement) {}
+        ~Reset() { statement_.tryReset(); }
+        Reset(const Reset&) = delete;
+        Reset& operator=(const Reset&) = delete;
+
+      private:
+        SQLite::Statement& statement_;
+    };
+
+    void RequireOneStatement(const std::string& text) {
+        sqlite3_stmt* first = nullptr;
+        const char* tail = nullptr;
+        const int code = sqlite3_prepare_v2(db_.getHandle(), text.c_str(), static_cast<int>(text.size()) + 1,
+                                            &first, &tail);
+        const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> owner(first, sqlite3_finalize);
+        if (code != SQLITE_OK) throw StoreError(name_, FromUtf8(sqlite3_errmsg(db_.getHandle())));
+        if (first == nullptr) throw StoreError(name_, "the text holds no statement");
+        if (std::string_view(tail).find_first_not_of("; \t\r\n") != std::string_view::npos) {
+            throw StoreError(name_, "the text goes on after its first statement");
+        }
+    }
+
+    void Bind(SQLite::Statement& statement, std::span<const std::string> values) {
+        converted_.resize(std::max(converted_.size(), values.size()));
+        bool nul = false;
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const bool plain = IsPlain(values[i], nul);
+            if (!plain) converted_[i] = ToUtf8(values[i]);
+            const std::string& text = plain ? values[i] : converted_[i];
+            Guarded(name_, [&] { statement.bindNoCopy(static_cast<int>(i) + 1, text); });
+        }
+        if (nul) throw StoreError(name_, "the statement holds a NUL character");
+    }
+
+    void RunAlone(SQLite::Statement& statement, std::span<const std::string> values) {
+        Bind(statement, values);
+        const Reset reset(statement);
+        Guarded(name_, [&] { statement.exec(); });
+    }
+
+    // True when the engine has given up the whole group with the statement that failed, as it does on a full
+    // disk.
+    bool IsRolledBack() { return sqlite3_get_autocommit(db_.getHandle()) != 0; }
+
+    void RunLogSingly() {
+        in_transaction_ = false;
+        const GroupLog log = std::exchange(log_, {});
+        log.ForEach([&](SQLite::Statement& statement, const std::vector<std::string>& values) {
+            RunAlone(statement, values);
+        });
+    }
+
+    void WriteGroup() {
+        if (!in_transaction_) return;
+        try {
+            db_.exec("COMMIT");
+        } catch (const SQLite::Exception&) {
+            if (!IsRolledBack()) Guarded(name_, [&] { db_.exec("ROLLBACK"); });
+            RunLogSingly();
+        }
+        in_transaction_ = false;
+        log_.Clear();
+    }
+
+    std::string name_;
+    SQLite::Database db_;
+    bool grouping_ = false;
+    bool in_transaction_ = false;
+    GroupLog log_;
+    std::vector<std::string> converted_;
+};
+
+}  // namespace store_detail
+
+using store_detail::Connection;
+
+Rows::Rows(std::shared_ptr<Connection> connection, std::unique_ptr<SQLite::Statement> statement)
+    : connection_(std::move(connection)), statement_(std::move(statement)) {}
+Rows::Rows(Rows&&) noexcept = default;
+Rows& Rows::operator=(Rows&&) noexcept = default;
+Rows::~Rows() = default;
+
+bool Rows::Next() {
+    return Guarded(connection_->name(), [&] { return statement_->executeStep(); });
+}
+
+std::string Rows::Text(const std::string& column) const {
+    return Guarded(connection_->name(),
+                   [&] { return FromUtf8(statement_->getColumn(column.c_str()).getString()); });
+}
+
+Command::Command(std::shared_ptr<Connection> connection, std::shared_ptr<SQLite::Statement> statement)
+    : connection_(std::move(connection)), statement_(std::move(statement)) {}
+Command::Command(Command&&) noexcept = default;
+Command& Command::operator=(Command&&) noexcept = default;
+Command::~Command() = default;
+
+void Command::Execute(std::span<const std::string> values) {
+    connection_->Run(statement_, values);
+}
+
+std::optional<std::string> Command::FirstField(std::span<const std::string> values) {
+    return connection_->FirstField(*statement_, values);
+}
+
+Database::Database(const std::filesystem::path& path, std::string name, Access access)
+    : connection_(std::make_shared<Connection>(path, std::move(name), access)) {}
+Database::Database(Database&&) noexcept = default;
+Database& Database::operator=(Database&&) noexcept = default;
+Database::~Database() = default;
+
+void Database::Execute(std::string_view sql) {
+    connection_->Run(connection_->Prepare(sql), {});
+}
+
+void Database::Check(std::string_view sql) const {
+    connection_->Prepare(sql);
+}
+
+Rows Database::Query(std::string_view sql) const {
+    return {connection_, connection_->Prepare(sql)};
+}
+
+Command Database::Prepare(std::string_view sql) const {
+    return {connection_, connection_->Prepare(sql)};
+}
+
+void Database::ExecuteScript(std::string_view sql) {
+    Guarded(connection_->name(), [&] { connection_->db().exec(ToUtf8(sql)); });
+}
+
+void Database::Begin() {
+    connection_->Begin();
+}
+
+void Database::Complete() {
+    connection_->Complete();
+}
+
+void Database::Compact(const std::filesystem::path& from, const std::string& name,
+                       const std::filesystem::path& to) {
+    Connection source(from, name, Access::kReadWrite);
+    Guarded(name, [&] {
+        // Keeps others out until the copy is whole: what they wrote meanwhile would not be in it.
+        source.db().exec("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT");
+        SQLite::Statement vacuum(source.db(), "VACUUM INTO ?1");
+        vacuum.bind(1, to.string());
+        vacuum.exec();
+    });
+    const int copy = ::open(to.c_str(), O_RDONLY | O_CLOEXEC);
+    if (copy < 0) throw FileError(errno, name);
+    const int result = ::fsync(copy);
+    const int error = errno;
+    ::close(copy);
+    if (result != 0) throw FileError(error, name);
+}
+
+namespace {
+
+// The files that the engine keeps beside a database while it writes, and leaves there when it is killed.
+void RemoveRecoveryFiles(const Files& files, std::string_view path) {
+    for (const char* suffix : {"-journal", "-wal", "-shm"}) {
+        const std::string beside = std::string(path) + suffix;
+        if (files.Exists(beside)) files.Remove(beside);
+    }
+}
+
+// Raises an error when another program has the file locked; one that is no database is nobody's.
+void RequireUnused(const Files& files, std::string_view path) {
+    try {
+        SQLite::Database db(files.Resolve(path).string(), SQLite::OPEN_READWRITE, kBusyMilliseconds);
+        db.exec("BEGIN EXCLUSIVE; ROLLBACK");
+    } catch (const SQLite::Exception& error) {
+        const int code = error.getErrorCode();
+        if (code == SQLITE_BUSY || code == SQLITE_LOCKED)
+            throw StoreError(std::string(path), FromUtf8(error.what()));
+    }
+}
+
+}  // namespace
+
+void CopyDatabase(const Files& files, std::string_view from, std::string_view to) {
+    const std::string partial = std::string(to) + "_New.mdb";
+    try {
+        files.Copy(from, partial);
+        RemoveRecoveryFiles(files, to);
+        files.Rename(partial, to);
+    } catch (...) {
+        if (files.Exists(partial)) files.Remove(partial);
+        throw;
+    }
+}
+
+void RemoveDatabase(const Files& files, std::string_view path) {
+    if (files.Exists(path)) RequireUnused(files, path);
+    files.Remove(path);
+    RemoveRecoveryFiles(files, path);
+}
+
+}  // namespace zorvel

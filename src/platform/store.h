@@ -1,0 +1,119 @@
+// The relational store: one database a file, opened where it lies. Text is of the code page on this side and
+// UTF-8 in the file. Every failure is error 0x80004005 with the engine's reason as its description, and the
+// file in its detail.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+
+namespace SQLite {
+class Statement;
+}
+
+namespace zorvel {
+
+namespace store_detail {
+class Connection;
+}
+
+// The rows of a query, one after the other.
+class Rows {
+  public:
+    Rows(Rows&&) noexcept;
+    Rows& operator=(Rows&&) noexcept;
+    ~Rows();
+
+    // Moves to the next row; false when there is none left.
+    bool Next();
+    // The field of the current row in `column`; empty for a null. Raises an error when there is no such
+    // column.
+    std::string Text(const std::string& column) const;
+
+  private:
+    friend class Database;
+    Rows(std::shared_ptr<store_detail::Connection> connection, std::unique_ptr<SQLite::Statement> statement);
+
+    std::shared_ptr<store_detail::Connection> connection_;
+    std::unique_ptr<SQLite::Statement> statement_;
+};
+
+// A statement prepared once, for any number of executions. Its parameters ?1, ?2, ... stand for texts, which
+// never take part in the statement itself; a column of a number type stores a text that is a number as that
+// number.
+class Command {
+  public:
+    Command(Command&&) noexcept;
+    Command& operator=(Command&&) noexcept;
+    ~Command();
+
+    // Executes the statement. Raises an error when it fails, or when a value holds a NUL.
+    void Execute(std::span<const std::string> values);
+    // The first field of the first row, or nothing when there is no row.
+    std::optional<std::string> FirstField(std::span<const std::string> values);
+
+  private:
+    friend class Database;
+    Command(std::shared_ptr<store_detail::Connection> connection,
+            std::shared_ptr<SQLite::Statement> statement);
+
+    std::shared_ptr<store_detail::Connection> connection_;
+    std::shared_ptr<SQLite::Statement> statement_;
+};
+
+class Database {
+  public:
+    enum class Access { kReadOnly, kReadWrite, kCreate };
+
+    // Opens the database file `path`; `name` is what errors call it. Only kCreate makes a file that does not
+    // exist. Raises an error when it is missing, is no database, or is locked by another program.
+    Database(const std::filesystem::path& path, std::string name, Access access = Access::kReadWrite);
+    Database(Database&&) noexcept;
+    Database& operator=(Database&&) noexcept;
+    // Closes the file. Statements of a group that was not completed are undone.
+    ~Database();
+
+    // Executes one statement that gives no rows. Raises an error when it fails, and, with nothing executed,
+    // when the text holds no statement, more than one, or a NUL.
+    void Execute(std::string_view sql);
+    // Raises the error that Execute would raise for a text that is not one whole, valid statement; executes
+    // nothing.
+    void Check(std::string_view sql) const;
+    // The rows of one SELECT. The file is in use as long as they live.
+    Rows Query(std::string_view sql) const;
+    // Prepares one statement.
+    Command Prepare(std::string_view sql) const;
+    // Executes any number of statements.
+    void ExecuteScript(std::string_view sql);
+
+    // From here on statements are gathered and written to the file in groups. A statement that fails is
+    // undone alone, and those before it stay. A group that the disk does not take as a whole is executed
+    // again statement by statement, so that the file holds what it would hold without groups.
+    void Begin();
+    // Writes what is gathered and ends the gathering. Raises an error when it cannot be written.
+    void Complete();
+
+    // Rewrites a database into the new file `to`, without the space of deleted rows. Raises an error when
+    // another program uses the source, or when `to` exists; the source is never changed.
+    static void Compact(const std::filesystem::path& from, const std::string& name,
+                        const std::filesystem::path& to);
+
+  private:
+    std::shared_ptr<store_detail::Connection> connection_;
+};
+
+// Copies a database file that nobody writes to. The target appears whole or not at all; what an earlier
+// database of its name left beside it is removed. Raises error 53 for a missing source, an OutputError for
+// the target.
+void CopyDatabase(const Files& files, std::string_view from, std::string_view to);
+
+// Deletes a database file and what lies beside it for a recovery. Raises error 53 or 70, or 0x80004005 when
+// another program uses the database.
+void RemoveDatabase(const Files& files, std::string_view path);
+
+}  // namespace zorvel

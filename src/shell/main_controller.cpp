@@ -1,0 +1,92 @@
+#include "shell/main_controller.h"
+
+#include "shell/pause.h"
+#include "shell/report_error.h"
+
+namespace zorvel {
+
+MainController::MainController(const Files& files, Clock& clock, UserInterface& ui, MainWindow& window,
+                               const DirectoryFactory& make_directory, ControllerSettings settings)
+    : files_(files),
+      clock_(clock),
+      ui_(ui),
+      window_(window),
+      settings_(settings),
+      log_(files, clock),
+      status_(ui, session_.tree.counts),
+      options_(files, ui, log_),
+      sounds_(files, ui, options_.session.SoundsEnabled),
+      services_{files, clock, ui, log_, status_, sounds_, options_, session_.activity},
+      directory_(make_directory(files, log_)),
+      ou_view_loader_(services_, *directory_, session_.tree, window, settings.tree_read_countdown) {}
+
+void MainController::OpenTree(std::size_t index, bool force, const Guard& guard) {
+    session_.current_tree = session_.trees.at(index);
+    const std::string root = RootPath(session_.current_tree);
+    log_.WriteLog("Changing Tree to '" + root + "'");
+    guard([&] { directory_->SetCurrentObject(root); });
+    guard([&] { LoadTree(force); });
+    guard([&] { window_.RefreshAppTitle(); });
+}
+
+void MainController::SwitchTree(std::size_t index, bool force) {
+    OpenTree(index, force, [&](const std::function<void()>& operation) {
+        try {
+            operation();
+        } catch (...) {
+            ui_.Tell(LogUnexpectedError(log_, CurrentError(), "comTree_Click"), MessageIcon::kExclamation);
+        }
+    });
+}
+
+void MainController::RefreshTree() {
+    LoadTree(true);
+}
+
+void MainController::LoadTree(bool force) {
+    session_.tree_loaded = false;
+    session_.tree_loaded = ou_view_loader_.RefreshOUView(session_.current_tree, force);
+}
+
+void MainController::PressEscape() {
+    constexpr double kNotice = 0.8;
+    if (!session_.activity.Busy) return;
+    session_.activity.UserInterrupt = true;
+    window_.EnableGenerate(true);
+    status_.SetStatus('R', std::string_view("Interrupted at user request... Please wait a moment"));
+    Pause(clock_, ui_, kNotice);
+}
+
+void MainController::Exit() {
+    log_.WriteLog("Exiting Zorvel at user request");
+    session_.MasterConnection.reset();
+}
+
+void MainController::ReenableWelcome() {
+    if (files_.Exists(WelcomeMarker())) files_.Remove(WelcomeMarker());
+    window_.EnableReenableWelcome(false);
+}
+
+void MainController::EditRuleList(RuleListFile list) {
+    const bool registry = list == RuleListFile::kRegistryIssues;
+    const std::string label = registry ? "Registry Issue List" : "Custom File Issue List";
+    const bool confirmed = ui_.Ask("Warning! - Incorrectly altering the " + label +
+                                       " may cause unexpected Zorvel behaviour.\r\rAlso, please note that "
+                                       "Zorvel must be restarted for any "
+                                       "alterations to take effect.\r\rAre you sure you wish to continue?",
+                                   MessageIcon::kExclamation, Answer::kNo);
+    if (confirmed) ui_.EditTextFile(files_.Path(registry ? kRegExcludeFile : kFileIssueFile));
+}
+
+RunInputs MainController::MakeRunInputs(RunDisplay& display) {
+    return {services_,
+            *directory_,
+            session_.tree,
+            session_.rule_lists,
+            session_.app_issue_slots,
+            session_.ContextHandle,
+            display,
+            settings_.pace};
+}
+
+}  // namespace zorvel
