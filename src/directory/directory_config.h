@@ -1,0 +1,29 @@
+// Directory.toml: the trees that the session sees.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/files.h"
+
+namespace zorvel {
+
+inline constexpr std::string_view kDirectoryConfigFile = "Directory.toml";
+
+struct DirectoryConfig {
+    struct Tree {
+        std::string name;
+        std::string ldif;  // the path text of its LDIF export
+    };
+
+    std::optional<std::string> preferred;
+    std::vector<Tree> trees;
+};
+
+// Reads Directory.toml of the program folder. Raises error 53 or another file error, or error 5 when its
+// content is at fault; the detail is "file, line N, column M: " and the reason.
+DirectoryConfig ReadDirectoryConfig(const Files& files);
+
+}  // namespace zorvel

@@ -1,0 +1,357 @@
+#include "directory/memory_directory.h"
+
+#include <algorithm>
+#include <array>
+#include <system_error>
+#include <utility>
+
+#include "directory/names.h"
+#include "directory/tree_loader.h"
+#include "directory/value_texts.h"
+#include "platform/code_page.h"
+#include "platform/error.h"
+#include "shell/report_error.h"
+
+namespace zorvel {
+namespace {
+
+constexpr int kFailure = 1;
+constexpr std::uint32_t kContext = 1;
+constexpr std::string_view kAlias = "Alias";
+constexpr std::string_view kGenericKind = "Generic NDS Object (default)";
+
+// Under which kind name the directory knows the objects of a class; all other classes are of the generic
+// kind.
+struct ClassKind {
+    std::string_view class_name;
+    std::string_view kind_name;
+};
+constexpr std::array<ClassKind, 10> kKinds = {{{kApplicationClass, kApplicationClass},
+                                               {kAlias, kAlias},
+                                               {"User", "User"},
+                                               {"Group", "Group"},
+                                               {"NCP Server", "NCP Server"},
+                                               {"Workstation", "NCP Server"},
+                                               {"Organizational Unit", "Organizational Unit"},
+                                               {"Organization", "Organization"},
+                                               {"Country", "Country"},
+                                               {"Locality", "Locality"}}};
+
+std::vector<std::string> SplitAtCommas(std::string_view text) {
+    std::vector<std::string> parts;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(','), text.size());
+        parts.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return parts;
+}
+
+}  // namespace
+
+MemoryDirectory::MemoryDirectory(const Files& files, Log& log) : files_(files), log_(log) {}
+
+void MemoryDirectory::CheckFaults() const {
+    if (faults.error_600_everywhere) throw Error(errors::kDirectoryUnreadable);
+}
+
+int MemoryDirectory::NWCallsInit() {
+    if (faults.nw_calls_init != 0) return faults.nw_calls_init;
+    trees_.clear();
+    preferred_.reset();
+    try {
+        DirectoryConfig config = ReadDirectoryConfig(files_);
+        preferred_ = std::move(config.preferred);
+        for (DirectoryConfig::Tree& tree : config.trees)
+            trees_.push_back({std::move(tree), nullptr, 0, {}, false});
+        return 0;
+    } catch (const Error& error) {
+        const bool of_the_file = error.number() == errors::kInvalidCall;
+        log_.WriteLog("ERROR: " + error.detail() + (of_the_file ? "" : ": " + error.description()));
+        return kFailure;
+    }
+}
+
+int MemoryDirectory::NWNetInit() {
+    return faults.nw_net_init;
+}
+
+int MemoryDirectory::NWDSCreateContextHandle(std::uint32_t& context_handle) {
+    if (faults.create_context_handle == 0) context_handle = kContext;
+    return faults.create_context_handle;
+}
+
+int MemoryDirectory::NWGetPreferredConnName(std::string& name) {
+    if (!preferred_) return kFailure;
+    name = *preferred_;
+    return 0;
+}
+
+int MemoryDirectory::TreeCount() {
+    CheckFaults();
+    return static_cast<int>(trees_.size());
+}
+
+std::string MemoryDirectory::TreeName(int index) {
+    CheckFaults();
+    if (index < 0 || static_cast<std::size_t>(index) >= trees_.size()) throw Error(errors::kSubscript);
+    return trees_[static_cast<std::size_t>(index)].config.name;
+}
+
+MemoryDirectory::Tree* MemoryDirectory::FindTree(std::string_view name) {
+    const auto found = std::find_if(trees_.begin(), trees_.end(),
+                                    [name](const Tree& tree) { return tree.config.name == name; });
+    return found == trees_.end() ? nullptr : &*found;
+}
+
+void MemoryDirectory::FailTree(Tree& tree, const Error& error) {
+    tree.failed = true;
+    LogDetail(log_, error);
+    throw Error(errors::kDirectoryUnreadable);
+}
+
+std::optional<MemoryDirectory::FileStamp> MemoryDirectory::StampOf(const Tree& tree) const {
+    std::error_code error;
+    const std::filesystem::path path = files_.Resolve(tree.config.ldif);
+    const FileStamp stamp{std::filesystem::last_write_time(path, error),
+                          std::filesystem::file_size(path, error)};
+    return error ? std::nullopt : std::optional(stamp);
+}
+
+// The tree with its objects, which are read now unless they have been.
+const MemoryDirectory::Tree& MemoryDirectory::Loaded(Tree& tree) {
+    if (tree.objects) return tree;
+    if (tree.failed) throw Error(errors::kDirectoryUnreadable);
+    try {
+        tree.stamp = StampOf(tree);
+        tree.objects = LoadTree(files_, tree.config.ldif);
+        tree.serial = ++last_serial_;
+    } catch (const Error& error) {
+        FailTree(tree, error);
+    }
+    return tree;
+}
+
+void MemoryDirectory::SetCurrentObject(std::string_view path) {
+    CheckFaults();
+    const std::optional<PathParts> parts = SplitPath(path);
+    if (!parts) throw Error(errors::kNoSuchObject);
+    Tree* const tree = FindTree(parts->tree);
+    if (tree == nullptr)
+        throw Error(errors::kDirectoryUnreadable).With("No tree '" + std::string(parts->tree) + "'");
+    if (EqualIgnoringCase(parts->components, kRootName)) {
+        tree->failed = false;
+        const std::optional<FileStamp> stamp = tree->objects ? StampOf(*tree) : std::nullopt;
+        if (stamp && stamp != tree->stamp) tree->objects.reset();
+    }
+    if (tree->failed) throw Error(errors::kDirectoryUnreadable);
+    if (!tree->objects) {
+        try {
+            files_.Open(tree->config.ldif);
+        } catch (const Error& error) {
+            FailTree(*tree, error.With(error.detail() + ": " + error.description()));
+        }
+    }
+    current_object_ = path;
+    current_tree_ = parts->tree;
+}
+
+std::string MemoryDirectory::CurrentObject() const {
+    CheckFaults();
+    return current_object_;
+}
+
+void MemoryDirectory::SetClassFilter(std::string_view classes) {
+    CheckFaults();
+    class_filter_ = SplitAtCommas(classes);
+}
+
+bool MemoryDirectory::PassesFilter(std::string_view class_name) const {
+    if (class_filter_.empty()) return true;
+    if (std::find(class_filter_.begin(), class_filter_.end(), class_name) != class_filter_.end()) return true;
+    const auto is_container = [](const std::string& name) {
+        const std::vector<std::string> containers = SplitAtCommas(kContainerClasses);
+        return std::find(containers.begin(), containers.end(), name) != containers.end();
+    };
+    return class_name == kAlias && std::any_of(class_filter_.begin(), class_filter_.end(), is_container);
+}
+
+// The object that a path, or a full name of the current object's tree, names.
+std::optional<MemoryDirectory::Place> MemoryDirectory::Find(std::string_view path_or_name) {
+    const std::optional<PathParts> parts = SplitPath(path_or_name);
+    Tree* const tree = FindTree(parts ? parts->tree : current_tree_);
+    if (tree == nullptr) return std::nullopt;
+    const Tree& loaded = Loaded(*tree);
+    const EntryIndex entry =
+        parts ? loaded.objects->FindPath(parts->components) : loaded.objects->FindFullName(path_or_name);
+    if (entry == kNoEntry) return std::nullopt;
+    return Place{&loaded, entry};
+}
+
+MemoryDirectory::Place MemoryDirectory::FindOrRaise(std::string_view path_or_name) {
+    const std::optional<Place> place = Find(path_or_name);
+    if (!place) throw Error(errors::kNoSuchObject);
+    return *place;
+}
+
+MemoryDirectory::Place MemoryDirectory::Locate(const Entry& entry) const {
+    for (const Tree& tree : trees_) {
+        const auto index = static_cast<EntryIndex>(entry.id);
+        if (tree.objects && tree.serial == entry.id >> 32 && tree.objects->Holds(index))
+            return {&tree, index};
+    }
+    throw Error(errors::kNoSuchObject);
+}
+
+Entry MemoryDirectory::MakeEntry(const Place& place) const {
+    const MemoryTree& objects = *place.tree->objects;
+    return {static_cast<std::uint64_t>(place.tree->serial) << 32 | place.entry,
+            std::string(objects.ShortName(place.entry)),
+            JoinPath(place.tree->config.name, objects.Components(place.entry)),
+            objects.ClassName(place.entry)};
+}
+
+Entry MemoryDirectory::CurrentEntry() {
+    CheckFaults();
+    return MakeEntry(FindOrRaise(current_object_));
+}
+
+std::vector<Entry> MemoryDirectory::Entries() {
+    CheckFaults();
+    const Place current = FindOrRaise(current_object_);
+    const MemoryTree& objects = *current.tree->objects;
+    const std::string parent_path =
+        JoinPath(current.tree->config.name,
+                 current.entry == kRootEntry ? "" : objects.Components(current.entry) + '\\');
+    std::vector<Entry> entries;
+    for (EntryIndex child = objects.FirstChild(current.entry); child != kNoEntry;
+         child = objects.NextSibling(child)) {
+        const std::string& class_name = objects.ClassName(child);
+        if (!PassesFilter(class_name)) continue;
+        std::string name(objects.ShortName(child));
+        std::string path = parent_path + name;
+        entries.push_back({static_cast<std::uint64_t>(current.tree->serial) << 32 | child, std::move(name),
+                           std::move(path), class_name});
+    }
+    return entries;
+}
+
+Entry MemoryDirectory::FindEntry(std::string_view path) {
+    CheckFaults();
+    if (!SplitPath(path)) throw Error(errors::kNoSuchObject);
+    return MakeEntry(FindOrRaise(path));
+}
+
+std::string MemoryDirectory::FullName(std::string_view path) {
+    CheckFaults();
+    if (const std::optional<Place> place = Find(path)) return place->tree->objects->FullName(place->entry);
+    const std::optional<PathParts> parts = SplitPath(path);
+    if (!parts) return std::string(path);
+    std::string full_name;
+    for (std::string_view rest = parts->components; !rest.empty();) {
+        const std::size_t before = rest.rfind('\\');
+        AppendToFullName(full_name, rest.substr(before == std::string_view::npos ? 0 : before + 1));
+        rest = rest.substr(0, before == std::string_view::npos ? 0 : before);
+    }
+    return full_name;
+}
+
+std::string MemoryDirectory::TreeNameOf(std::string_view path) {
+    CheckFaults();
+    const std::optional<PathParts> parts = SplitPath(path);
+    return parts ? std::string(parts->tree) : std::string();
+}
+
+Entry MemoryDirectory::LookUp(std::string_view path_or_name) {
+    CheckFaults();
+    return MakeEntry(FindOrRaise(path_or_name));
+}
+
+ObjectDescription MemoryDirectory::Describe(const Entry& entry) {
+    CheckFaults();
+    const Place place = Locate(entry);
+    const std::string& class_name = place.tree->objects->ClassName(place.entry);
+    for (const ClassKind& kind : kKinds) {
+        if (kind.class_name == class_name) return {std::string(kind.kind_name), class_name};
+    }
+    return {std::string(kGenericKind), class_name};
+}
+
+const EntryAttributes& MemoryDirectory::AttributesOf(const Place& place) {
+    if (read_serial_ != place.tree->serial || read_entry_ != place.entry) {
+        read_attributes_ = place.tree->objects->ReadAttributes(place.entry);
+        read_serial_ = place.tree->serial;
+        read_entry_ = place.entry;
+    }
+    return read_attributes_;
+}
+
+std::vector<std::string> MemoryDirectory::AttributeNames(const Entry& entry) {
+    CheckFaults();
+    const Place place = Locate(entry);
+    std::vector<std::string> names;
+    for (const std::uint32_t attribute : AttributesOf(place).order) {
+        names.push_back(place.tree->objects->AttributeName(attribute));
+    }
+    return names;
+}
+
+std::string MemoryDirectory::AttributeSyntax(const Entry& entry, std::string_view attribute) {
+    CheckFaults();
+    const MemoryTree& objects = *Locate(entry).tree->objects;
+    const std::uint32_t number = objects.FindAttribute(attribute);
+    const bool known = number != MemoryTree::kNoAttribute;
+    return std::string(SyntaxName(known ? objects.AttributeSyntax(number) : Syntax::kString));
+}
+
+std::vector<std::string> MemoryDirectory::AttributeValues(const Entry& entry, std::string_view attribute) {
+    CheckFaults();
+    const Place place = Locate(entry);
+    const MemoryTree& objects = *place.tree->objects;
+    const std::uint32_t number = objects.FindAttribute(attribute);
+    const EntryAttributes& attributes = AttributesOf(place);
+    const auto found = attributes.values.find(number);
+    if (found == attributes.values.end()) throw Error(errors::kNoSuchValue);
+    return ValueTexts(objects, objects.AttributeSyntax(number), found->second);
+}
+
+int MemoryDirectory::NWDSOpenStream(std::uint32_t /*context_handle*/, std::string_view name,
+                                    std::string_view attribute, int /*flags*/, int& file_handle) {
+    CheckFaults();
+    const std::optional<Place> place = Find(name);
+    if (!place) return kFailure;
+    const std::shared_ptr<const MemoryTree>& objects = place->tree->objects;
+    const std::uint32_t number = objects->FindAttribute(attribute);
+    const EntryAttributes& attributes = AttributesOf(*place);
+    const auto found = attributes.values.find(number);
+    if (found == attributes.values.end() || objects->AttributeSyntax(number) != Syntax::kStream)
+        return kFailure;
+    const std::string_view bytes = found->second.front();
+    file_handle = ++last_handle_;
+    streams_.insert_or_assign(file_handle, OpenStream{objects, bytes, bytes.size()});
+    return 0;
+}
+
+MemoryDirectory::OpenStream& MemoryDirectory::StreamOf(int file_handle) {
+    CheckFaults();
+    const auto found = streams_.find(file_handle);
+    if (found == streams_.end()) throw Error(errors::kInvalidCall);
+    return found->second;
+}
+
+std::size_t MemoryDirectory::GetFileSize(int file_handle) {
+    return StreamOf(file_handle).size;
+}
+
+void MemoryDirectory::ReadFile(int file_handle, std::size_t size, std::string& buffer) {
+    OpenStream& stream = StreamOf(file_handle);
+    buffer = stream.rest.substr(0, size);
+    stream.rest.remove_prefix(buffer.size());
+}
+
+void MemoryDirectory::CloseHandle(int file_handle) {
+    StreamOf(file_handle);
+    streams_.erase(file_handle);
+}
+
+}  // namespace zorvel

@@ -1,0 +1,134 @@
+// The directory of the trees that Directory.toml lists, each read from its LDIF export into memory when first
+// needed.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "directory/directory.h"
+#include "directory/directory_config.h"
+#include "directory/memory_tree.h"
+#include "platform/error.h"
+#include "platform/files.h"
+#include "shell/log.h"
+
+namespace zorvel {
+
+// Failures that a test can ask for.
+struct DirectoryFaults {
+    int nw_calls_init = 0;  // what the initialisation calls return; 0 lets them work
+    int nw_net_init = 0;
+    int create_context_handle = 0;
+    bool error_600_everywhere = false;  // every operation but the initialisation calls raises error 600
+};
+
+// A tree is read at the first operation that needs its objects. When that fails, the reason is logged once,
+// and error 600 raised then and by all that follow, until the tree's root is made the current object again.
+// An Entry of a tree that has since been read anew raises error 601; an unknown file handle raises error 5.
+class MemoryDirectory final : public Directory {
+  public:
+    MemoryDirectory(const Files& files, Log& log);
+
+    DirectoryFaults faults;
+
+    // Reads Directory.toml; the reason why it cannot be used is logged.
+    int NWCallsInit() override;
+    int NWNetInit() override;
+    int NWDSCreateContextHandle(std::uint32_t& context_handle) override;
+    int NWGetPreferredConnName(std::string& name) override;
+
+    int TreeCount() override;
+    // Raises error 9 when there is no such tree.
+    std::string TreeName(int index) override;
+
+    // Raises error 600 when the LDIF file cannot be opened. On a tree's root, a file that has changed is read
+    // anew.
+    void SetCurrentObject(std::string_view path) override;
+    std::string CurrentObject() const override;
+    // No filter, or an empty one, lets all pass. Aliases pass a filter for containers.
+    void SetClassFilter(std::string_view classes) override;
+    Entry CurrentEntry() override;
+    std::vector<Entry> Entries() override;
+    Entry FindEntry(std::string_view path) override;
+
+    // Also takes a full name of the current object's tree.
+    std::string FullName(std::string_view path) override;
+    std::string TreeNameOf(std::string_view path) override;
+    Entry LookUp(std::string_view path_or_name) override;
+    ObjectDescription Describe(const Entry& entry) override;
+
+    std::vector<std::string> AttributeNames(const Entry& entry) override;
+    // An attribute that no object holds is a "String".
+    std::string AttributeSyntax(const Entry& entry, std::string_view attribute) override;
+    std::vector<std::string> AttributeValues(const Entry& entry, std::string_view attribute) override;
+
+    int NWDSOpenStream(std::uint32_t context_handle, std::string_view name, std::string_view attribute,
+                       int flags, int& file_handle) override;
+    std::size_t GetFileSize(int file_handle) override;
+    void ReadFile(int file_handle, std::size_t size, std::string& buffer) override;
+    void CloseHandle(int file_handle) override;
+
+  private:
+    // What tells that a file has changed.
+    struct FileStamp {
+        std::filesystem::file_time_type modified;
+        std::uintmax_t size = 0;
+        bool operator==(const FileStamp&) const = default;
+    };
+    struct Tree {
+        DirectoryConfig::Tree config;
+        std::shared_ptr<const MemoryTree> objects;  // null while not read
+        std::uint32_t serial = 0;                   // the upper half of its entries' ids; new at each reading
+        std::optional<FileStamp> stamp;
+        bool failed = false;
+    };
+    // An object that exists.
+    struct Place {
+        const Tree* tree;
+        EntryIndex entry;
+    };
+    struct OpenStream {
+        std::shared_ptr<const MemoryTree> owner;  // keeps the bytes when the tree is read anew
+        std::string_view rest;                    // what has not yet been read
+        std::size_t size;
+    };
+
+    void CheckFaults() const;
+    Tree* FindTree(std::string_view name);
+    const Tree& Loaded(Tree& tree);
+    [[noreturn]] void FailTree(Tree& tree, const Error& error);
+    std::optional<FileStamp> StampOf(const Tree& tree) const;
+    std::optional<Place> Find(std::string_view path_or_name);
+    Place FindOrRaise(std::string_view path_or_name);
+    Place Locate(const Entry& entry) const;
+    Entry MakeEntry(const Place& place) const;
+    bool PassesFilter(std::string_view class_name) const;
+    const EntryAttributes& AttributesOf(const Place& place);
+    OpenStream& StreamOf(int file_handle);
+
+    const Files& files_;
+    Log& log_;
+    std::optional<std::string> preferred_;
+    std::vector<Tree> trees_;
+    std::uint32_t last_serial_ = 0;
+
+    std::string current_object_;
+    std::string current_tree_;
+    std::vector<std::string> class_filter_;
+
+    // The attributes of the object that was last asked for; a run asks for all of them, one after the other.
+    std::uint32_t read_serial_ = 0;
+    EntryIndex read_entry_ = kNoEntry;
+    EntryAttributes read_attributes_;
+
+    std::map<int, OpenStream> streams_;
+    int last_handle_ = 0;
+};
+
+}  // namespace zorvel

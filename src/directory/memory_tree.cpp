@@ -1,0 +1,226 @@
+#include "directory/memory_tree.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <optional>
+#include <utility>
+
+#include "directory/directory.h"
+#include "platform/code_page.h"
+
+namespace zorvel {
+namespace {
+
+constexpr std::string_view kObjectClass = "objectClass";
+constexpr std::size_t kNoRank = std::numeric_limits<std::size_t>::max();
+
+// The classes that an object can be known by; of several, the first here.
+constexpr std::array<std::string_view, 11> kRankedClasses = {kApplicationClass,
+                                                             "Alias",
+                                                             "User",
+                                                             "Group",
+                                                             "NCP Server",
+                                                             "Workstation",
+                                                             "zenWorkstationGroup",
+                                                             "Organizational Unit",
+                                                             "Organization",
+                                                             "Country",
+                                                             "Locality"};
+
+// The classes with a number of their own: the root's, and those of containers that are made from an RDN type.
+constexpr std::array<std::string_view, 6> kFixedClasses = {kUnknownClass,         kRootName, "Organization",
+                                                           "Organizational Unit", "Country", "Locality"};
+
+struct ContainerType {
+    std::string_view type;
+    std::uint32_t class_number;
+};
+constexpr std::uint32_t kUnknownNumber = 0;
+constexpr std::uint32_t kRootNumber = 1;
+constexpr std::array<ContainerType, 12> kContainerTypes = {{{"o", 2},
+                                                            {"organizationName", 2},
+                                                            {"2.5.4.10", 2},
+                                                            {"ou", 3},
+                                                            {"organizationalUnitName", 3},
+                                                            {"2.5.4.11", 3},
+                                                            {"c", 4},
+                                                            {"countryName", 4},
+                                                            {"2.5.4.6", 4},
+                                                            {"l", 5},
+                                                            {"localityName", 5},
+                                                            {"2.5.4.7", 5}}};
+
+}  // namespace
+
+MemoryTree::MemoryTree(EntryStore store, Schema schema, const std::vector<std::string>& ldap_names)
+    : store_(std::move(store)), schema_(std::move(schema)) {
+    for (const std::string_view name : kFixedClasses)
+        ClassNumber(std::string(name));
+    NameAttributes(ldap_names);
+    ChooseClasses();
+    PlaceMissingContainers();
+}
+
+std::uint32_t MemoryTree::ContainerClassNumber(std::string_view type) {
+    for (const ContainerType& container : kContainerTypes) {
+        if (EqualIgnoringCase(container.type, type)) return container.class_number;
+    }
+    return kUnknownNumber;
+}
+
+std::uint32_t MemoryTree::ClassNumber(const std::string& name) {
+    const auto [place, added] = class_numbers_.try_emplace(name, static_cast<std::uint32_t>(classes_.size()));
+    if (added) classes_.push_back(name);
+    return place->second;
+}
+
+void MemoryTree::NameAttributes(const std::vector<std::string>& ldap_names) {
+    for (const std::string& ldap_name : ldap_names) {
+        const Schema::Attribute* const known = schema_.FindAttribute(ldap_name);
+        Schema::Attribute attribute =
+            known != nullptr ? *known : Schema::Attribute{ldap_name, Syntax::kString};
+        const auto [place, added] = attribute_names_.try_emplace(
+            UpperCase(attribute.nds_name), static_cast<std::uint32_t>(attributes_.size()));
+        if (added) attributes_.push_back(std::move(attribute));
+        attribute_of_.push_back(place->second);
+    }
+}
+
+MemoryTree::ClassChoice MemoryTree::ChoiceOf(std::string_view ldap_name) {
+    const auto found = class_choices_.find(ldap_name);
+    if (found != class_choices_.end()) return found->second;
+    const std::string* const known = schema_.FindClass(ldap_name);
+    const std::string name = known != nullptr ? *known : FromUtf8(ldap_name);
+    const auto* const ranked = std::find(kRankedClasses.begin(), kRankedClasses.end(), name);
+    const bool has_rank = ranked != kRankedClasses.end();
+    const ClassChoice choice{has_rank ? static_cast<std::size_t>(ranked - kRankedClasses.begin()) : kNoRank,
+                             ClassNumber(name)};
+    class_choices_.emplace(ldap_name, choice);
+    return choice;
+}
+
+// Gives each object of the file the class that its objectClass values name.
+void MemoryTree::ChooseClasses() {
+    const Schema::Attribute* const known = schema_.FindAttribute(kObjectClass);
+    const std::uint32_t object_class = FindAttribute(known != nullptr ? known->nds_name : kObjectClass);
+    for (EntryIndex entry = kRootEntry + 1; entry < store_.size(); ++entry) {
+        if (!store_.IsPlaced(entry)) continue;
+        ClassChoice choice{kNoRank, kUnknownNumber};
+        std::string_view values = store_.values(entry);
+        std::uint32_t attribute = 0;
+        std::string_view value;
+        while (PackedValues::Take(values, attribute, value)) {
+            if (attribute_of_[attribute] != object_class) continue;
+            const ClassChoice other = ChoiceOf(value);
+            if (other.rank < choice.rank || choice.rank == kNoRank) choice = other;
+        }
+        store_.SetClass(entry, choice.number);
+    }
+    store_.SetClass(kRootEntry, kRootNumber);
+}
+
+void MemoryTree::PlaceMissingContainers() {
+    for (EntryIndex entry = kRootEntry + 1; entry < store_.size(); ++entry) {
+        if (!store_.IsPlaced(entry)) store_.Place(entry);
+    }
+}
+
+EntryIndex MemoryTree::FindPath(std::string_view components) const {
+    if (EqualIgnoringCase(components, kRootName)) return kRootEntry;
+    // A name can hold "\" itself. Below each object the shortest name is tried first, and then, as far as
+    // names with so many "\" stand there, longer ones.
+    struct Attempt {
+        EntryIndex parent;
+        std::size_t begin;
+        std::size_t search_from;
+        std::size_t longer;  // how often a longer name can still be tried
+    };
+    std::vector<Attempt> attempts{{kRootEntry, 0, 0, store_.BackslashesBelow(kRootEntry)}};
+    while (!attempts.empty()) {
+        Attempt& attempt = attempts.back();
+        const std::size_t end = std::min(components.find('\\', attempt.search_from), components.size());
+        const std::string_view name = components.substr(attempt.begin, end - attempt.begin);
+        const EntryIndex child = store_.FindChild(attempt.parent, name);
+        if (child != kNoEntry && end == components.size()) return child;
+        if (attempt.longer == 0 || end == components.size()) {
+            attempts.pop_back();
+        } else {
+            --attempt.longer;
+            attempt.search_from = end + 1;
+        }
+        if (child != kNoEntry) attempts.push_back({child, end + 1, end + 1, store_.BackslashesBelow(child)});
+    }
+    return kNoEntry;
+}
+
+EntryIndex MemoryTree::FindFullName(std::string_view full_name) const {
+    const std::vector<std::string> components = SplitFullName(full_name);
+    if (components.size() == 1 && EqualIgnoringCase(components.front(), kRootName)) return kRootEntry;
+    EntryIndex entry = kRootEntry;
+    for (auto name = components.rbegin(); name != components.rend() && entry != kNoEntry; ++name) {
+        entry = store_.FindChild(entry, *name);
+    }
+    return entry;
+}
+
+std::string_view MemoryTree::ShortName(EntryIndex entry) const {
+    return entry == kRootEntry ? kRootName : store_.name(entry);
+}
+
+std::string MemoryTree::Components(EntryIndex entry) const {
+    if (entry == kRootEntry) return std::string(kRootName);
+    std::vector<std::string_view> names;
+    for (; entry != kRootEntry; entry = store_.parent(entry))
+        names.push_back(store_.name(entry));
+    std::string components;
+    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+        if (!components.empty()) components += '\\';
+        components += *name;
+    }
+    return components;
+}
+
+std::string MemoryTree::FullName(EntryIndex entry) const {
+    if (entry == kRootEntry) return std::string(kRootName);
+    std::string full_name;
+    for (; entry != kRootEntry; entry = store_.parent(entry))
+        AppendToFullName(full_name, store_.name(entry));
+    return full_name;
+}
+
+EntryAttributes MemoryTree::ReadAttributes(EntryIndex entry) const {
+    EntryAttributes attributes;
+    std::string_view values = store_.values(entry);
+    std::uint32_t number = 0;
+    std::string_view value;
+    while (PackedValues::Take(values, number, value)) {
+        const std::uint32_t attribute = attribute_of_[number];
+        std::vector<std::string_view>& all = attributes.values[attribute];
+        if (all.empty()) attributes.order.push_back(attribute);
+        all.push_back(value);
+    }
+    return attributes;
+}
+
+std::uint32_t MemoryTree::FindAttribute(std::string_view nds_name) const {
+    const auto found = attribute_names_.find(UpperCase(nds_name));
+    return found == attribute_names_.end() ? kNoAttribute : found->second;
+}
+
+std::string MemoryTree::FullNameOfDN(std::string_view dn) const {
+    std::vector<NamingComponent> components;
+    if (!ParseDN(dn, components) || components.empty()) return FromUtf8(dn);
+    EntryIndex entry = kRootEntry;
+    for (auto component = components.rbegin(); component != components.rend() && entry != kNoEntry;
+         ++component) {
+        entry = component->exact ? store_.FindChild(entry, component->name) : kNoEntry;
+    }
+    if (entry != kNoEntry) return FullName(entry);
+    std::string full_name;
+    for (const NamingComponent& component : components)
+        AppendToFullName(full_name, component.name);
+    return full_name;
+}
+
+}  // namespace zorvel

@@ -1,0 +1,85 @@
+// One directory tree in memory: its objects by path and by name, and their attributes under their NDS names.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "directory/entry_store.h"
+#include "directory/names.h"
+#include "directory/schema.h"
+#include "directory/text_map.h"
+
+namespace zorvel {
+
+// The class of objects that say nothing of theirs.
+inline constexpr std::string_view kUnknownClass = "Unknown";
+
+// The attributes of one object.
+struct EntryAttributes {
+    std::vector<std::uint32_t> order;  // in the order in which the object first names them
+    // As stored, in their order; they stay valid as long as the tree.
+    std::unordered_map<std::uint32_t, std::vector<std::string_view>> values;
+};
+
+class MemoryTree {
+  public:
+    // Takes objects whose values are numbered by `ldap_names`, the names of attributes as the file spells
+    // them. Objects that were not placed are containers that the file does not hold, and become the last of
+    // their siblings; their class number says which of the container classes they are (ContainerClassNumber).
+    MemoryTree(EntryStore store, Schema schema, const std::vector<std::string>& ldap_names);
+
+    // The class number of a container of the RDN type `type`, for objects that the file does not hold.
+    static std::uint32_t ContainerClassNumber(std::string_view type);
+
+    // The object of a path's components or of a full name, in any case; kNoEntry when there is none.
+    EntryIndex FindPath(std::string_view components) const;
+    EntryIndex FindFullName(std::string_view full_name) const;
+
+    bool Holds(std::uint64_t entry) const { return entry < store_.size(); }
+    // The naming components of an object, root first, separated by "\"; "[Root]" for the root.
+    std::string Components(EntryIndex entry) const;
+    std::string FullName(EntryIndex entry) const;
+    std::string_view ShortName(EntryIndex entry) const;
+    const std::string& ClassName(EntryIndex entry) const { return classes_[store_.class_number(entry)]; }
+    EntryIndex FirstChild(EntryIndex entry) const { return store_.first_child(entry); }
+    EntryIndex NextSibling(EntryIndex entry) const { return store_.next_sibling(entry); }
+
+    EntryAttributes ReadAttributes(EntryIndex entry) const;
+    const std::string& AttributeName(std::uint32_t attribute) const {
+        return attributes_[attribute].nds_name;
+    }
+    Syntax AttributeSyntax(std::uint32_t attribute) const { return attributes_[attribute].syntax; }
+    // The number of the attribute with an NDS name, in any case; kNoAttribute when no object holds it.
+    std::uint32_t FindAttribute(std::string_view nds_name) const;
+    static constexpr std::uint32_t kNoAttribute = 0xFFFFFFFF;
+
+    // The full name of the object with a DN, with its own spelling when it exists. Text that is no DN stays
+    // as it is.
+    std::string FullNameOfDN(std::string_view dn) const;
+
+  private:
+    struct ClassChoice {
+        std::size_t rank;  // the least is chosen; classes without a rank come after all others
+        std::uint32_t number;
+    };
+
+    std::uint32_t ClassNumber(const std::string& name);
+    void NameAttributes(const std::vector<std::string>& ldap_names);
+    void ChooseClasses();
+    ClassChoice ChoiceOf(std::string_view ldap_name);
+    void PlaceMissingContainers();
+
+    EntryStore store_;
+    Schema schema_;
+    std::vector<Schema::Attribute> attributes_;
+    std::vector<std::uint32_t> attribute_of_;  // by the number that the store uses
+    TextMap<std::uint32_t> attribute_names_;   // upper-case NDS name -> index in attributes_
+    std::vector<std::string> classes_;         // by class number
+    TextMap<std::uint32_t> class_numbers_;
+    TextMap<ClassChoice> class_choices_;  // by the text of an objectClass value
+};
+
+}  // namespace zorvel

@@ -1,0 +1,130 @@
+#include "directory/names.h"
+
+#include <ldap.h>
+
+#include <algorithm>
+#include <memory>
+#include <type_traits>
+
+#include "platform/code_page.h"
+
+namespace zorvel {
+namespace {
+
+constexpr std::string_view kPathPrefix = R"(NDS:\\)";
+// What makes a relative DN more than a type, "=" and a text that stands for itself.
+constexpr std::string_view kSpecial("\\\"+;#<>=\0", 9);
+
+struct DnFree {
+    void operator()(LDAPRDN* dn) const { ldap_dnfree(dn); }
+};
+
+std::string_view View(const berval& value) {
+    return {value.bv_val, value.bv_len};
+}
+
+bool IsTypeCharacter(char character) {
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+           (character >= '0' && character <= '9') || character == '-' || character == '.';
+}
+
+// Sets the name of a component and notes whether the code page holds all of it.
+void SetName(NamingComponent& component, std::string_view utf8) {
+    component.name = FromUtf8(utf8);
+    component.exact = std::count(component.name.begin(), component.name.end(), '?') ==
+                      std::count(utf8.begin(), utf8.end(), '?');
+}
+
+bool TakeComponent(const LDAPRDN rdn, NamingComponent& component) {
+    std::string name;
+    for (const LDAPAVA* const* ava = rdn; ava != nullptr && *ava != nullptr; ++ava) {
+        if (ava == rdn) {
+            component.type = View((*ava)->la_attr);
+        } else {
+            name += '+';
+        }
+        const std::string_view value = View((*ava)->la_value);
+        if (value.empty() || value.find('\0') != std::string_view::npos) return false;
+        name += value;
+    }
+    if (name.empty()) return false;
+    SetName(component, name);
+    return true;
+}
+
+}  // namespace
+
+bool TakeSimpleComponent(std::string_view dn, NamingComponent& component, std::string_view& parent) {
+    const std::size_t comma = dn.find(',');
+    const std::string_view rdn = dn.substr(0, comma);
+    const std::size_t equals = rdn.find('=');
+    if (equals == 0 || equals == std::string_view::npos) return false;
+    const std::string_view type = rdn.substr(0, equals);
+    const std::string_view value = rdn.substr(equals + 1);
+    if (!std::all_of(type.begin(), type.end(), IsTypeCharacter)) return false;
+    if (value.empty() || value.front() == ' ' || value.back() == ' ') return false;
+    if (value.find_first_of(kSpecial) != std::string_view::npos) return false;
+    if (comma != std::string_view::npos && comma + 1 == dn.size()) return false;
+    component.type = type;
+    SetName(component, value);
+    parent = comma == std::string_view::npos ? std::string_view() : dn.substr(comma + 1);
+    return true;
+}
+
+bool ParseDN(std::string_view dn, std::vector<NamingComponent>& components) {
+    components.clear();
+    for (NamingComponent component; TakeSimpleComponent(dn, component, dn); component = {}) {
+        components.push_back(std::move(component));
+    }
+    if (dn.empty()) return true;
+    if (dn.find('\0') != std::string_view::npos) return false;
+
+    std::string text(dn);
+    berval whole{text.size(), text.data()};
+    LDAPDN parsed = nullptr;
+    if (ldap_bv2dn(&whole, &parsed, LDAP_DN_FORMAT_LDAPV3) != LDAP_SUCCESS) return false;
+    const std::unique_ptr<LDAPRDN, DnFree> owner(parsed);
+    for (const LDAPRDN* rdn = parsed; rdn != nullptr && *rdn != nullptr; ++rdn) {
+        if (!TakeComponent(*rdn, components.emplace_back())) return false;
+    }
+    return true;
+}
+
+std::string JoinPath(std::string_view tree, std::string_view components) {
+    std::string path(kPathPrefix);
+    path += tree;
+    path += '\\';
+    path += components;
+    return path;
+}
+
+std::optional<PathParts> SplitPath(std::string_view path) {
+    if (!path.starts_with(kPathPrefix)) return std::nullopt;
+    path.remove_prefix(kPathPrefix.size());
+    const std::size_t end = std::min(path.find('\\'), path.size());
+    return PathParts{path.substr(0, end), path.substr(std::min(end + 1, path.size()))};
+}
+
+void AppendToFullName(std::string& full_name, std::string_view component) {
+    if (!full_name.empty()) full_name += '.';
+    for (const char character : component) {
+        if (character == '.') full_name += '\\';
+        full_name += character;
+    }
+}
+
+std::vector<std::string> SplitFullName(std::string_view full_name) {
+    std::vector<std::string> components(1);
+    for (std::size_t at = full_name.starts_with('.') ? 1 : 0; at < full_name.size(); ++at) {
+        const bool escaped = full_name[at] == '\\' && at + 1 < full_name.size() && full_name[at + 1] == '.';
+        if (full_name[at] == '.') {
+            components.emplace_back();
+        } else {
+            if (escaped) ++at;
+            components.back() += full_name[at];
+        }
+    }
+    return components;
+}
+
+}  // namespace zorvel

@@ -1,0 +1,171 @@
+#include "directory/ou_view_loader.h"
+
+#include <utility>
+
+#include "directory/tree_cache.h"
+#include "shell/formats.h"
+#include "shell/pause.h"
+#include "shell/report_error.h"
+
+namespace zorvel {
+
+OUViewLoader::OUViewLoader(Services& services, Directory& directory, TreeLists& lists, OUViewDisplay& display,
+                           int countdown)
+    : services_(services), directory_(directory), lists_(lists), display_(display), countdown_(countdown) {}
+
+bool OUViewLoader::RefreshOUView(std::string_view tree, bool force) {
+    bool loaded = false;
+    services_.activity.Busy = true;
+    try {
+        lists_.Clear();
+        display_.ClearBrowser();
+        const bool cached = !force && services_.files.Exists(TreeCachePath(services_.files, tree));
+        if (!cached || !LoadFromCache(tree)) ReadTree(tree);
+        services_.status.SetIdle();
+        loaded = true;
+    } catch (...) {
+        services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "RefreshOUView"),
+                          MessageIcon::kExclamation);
+        display_.CloseCacheTree();
+    }
+    services_.activity.Busy = false;
+    services_.activity.UserInterrupt = false;
+    return loaded;
+}
+
+bool OUViewLoader::CacheIsTooOld(std::string_view tree, const DateTime& written) const {
+    const Options& options = services_.options;
+    if (!options.controls.Checked(CheckGeneral::kAutoTreeCacheRefresh)) return false;
+    const std::int32_t days = WholeValue(options.controls.txtCache);
+    if (DaysBetween(written, services_.clock.Now()) <= days) return false;
+    return services_.ui.Ask(
+        "The Zorvel cache files for the '" + std::string(tree) + "' Tree are over " + Digits(days) +
+            " days old and depending on how frequently your Tree changes, may no longer be "
+            "accurate - Would you like to re-read the Tree structure?",
+        MessageIcon::kQuestion, Answer::kYes);
+}
+
+bool OUViewLoader::LoadFromCache(std::string_view tree) {
+    const Files& files = services_.files;
+    services_.log.WriteLog("Reading Tree Cache, '" + TreeCachePath(files, tree) + "'");
+    bool too_old = false;
+    {
+        TreeCacheReader cache(files, tree);
+        too_old = CacheIsTooOld(tree, cache.date());
+        if (!too_old) {
+            lists_.counts.StatusPrefix = "Using cached Tree from " + ShortDate(cache.date());
+            cache.ReadContainers(lists_);
+        }
+    }
+    if (too_old) {
+        files.Remove(TreeCachePath(files, tree));
+        return false;
+    }
+    for (std::size_t number = 1; number <= lists_.OUList.size(); ++number)
+        display_.AddNode(number, number == 1);
+    services_.log.WriteLog("Reading Application Cache, '" + AppCachePath(files, tree) + "'");
+    ReadAppCache(files, tree, lists_);
+    display_.RedrawBrowser();
+    return true;
+}
+
+void OUViewLoader::ReadTree(std::string_view tree) {
+    const std::string name(tree);
+    display_.ShowCacheTree("Refreshing '" + name + "' Tree cache..");
+    for (int n = countdown_; n >= 1; --n) {
+        display_.SetLabOU("(Refresh will begin in " + Digits(n) + " second" + (n == 1 ? "" : "s") + ")");
+        Pause(services_.clock, services_.ui, 1);
+    }
+    started_ = services_.clock.Timer();
+    examined_ = 0;
+    services_.log.WriteLog("Reading physical Tree, '" + name + "'");
+    directory_.SetCurrentObject(RootPath(tree));
+    const Entry root = directory_.CurrentEntry();
+    OURecord record;
+    record.Path = root.path;
+    record.Name = root.short_name;
+    record.Class = root.class_name;
+    const std::size_t root_number = lists_.AddOU(record);
+    display_.AddNode(root_number, true);
+    RecurseDirectory(root_number);
+
+    const Files& files = services_.files;
+    services_.status.SetStatus('Y', std::string_view("Updating Tree Cache..."));
+    services_.log.WriteLog("Writing fresh Tree cache, '" + TreeCachePath(files, tree) + "'");
+    WriteTreeCache(files, tree, services_.clock.Now(), lists_);
+    services_.status.SetStatus('Y', std::string_view("Updating Applications Cache..."));
+    services_.log.WriteLog("Writing fresh Applications Cache, '" + AppCachePath(files, tree) + "'");
+    WriteAppCache(files, tree, services_.clock.Now(), lists_);
+    services_.log.WriteLog("Finished updating Application Cache file");
+    services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
+    display_.CloseCacheTree();
+    const DateTime now = services_.clock.Now();
+    lists_.counts.StatusPrefix = "Tree last read on " + ShortDate(now) + " " + ShortTime(now);
+}
+
+void OUViewLoader::RecurseDirectory(std::size_t root_number) {
+    // The containers on the way down and what is still to be read of each; trees can be deeper than a call
+    // stack.
+    struct Level {
+        std::size_t number;
+        std::vector<Entry> containers;
+        std::size_t next = 0;
+    };
+    std::vector<Level> levels;
+    const auto enter = [&](std::size_t number) {
+        if (!services_.activity.UserInterrupt) levels.push_back({number, EnterContainer(number)});
+    };
+    enter(root_number);
+    while (!levels.empty() && !services_.activity.UserInterrupt) {
+        Level& level = levels.back();
+        if (level.next == level.containers.size()) {
+            levels.pop_back();
+            continue;
+        }
+        const Entry container = std::move(level.containers[level.next++]);
+        if (container.class_name != "Alias") enter(ReadContainer(container, level.number));
+    }
+}
+
+std::vector<Entry> OUViewLoader::EnterContainer(std::size_t number) {
+    const std::string path(lists_.OUList[number - 1].Path);
+    services_.status.SetStatus('Y', "Reading " + path + "...");
+    ++examined_;
+    display_.SetLabOU(directory_.FullName(path));
+    display_.SetLabOUCount(Grouped(examined_));
+    directory_.SetClassFilter(kContainerClasses);
+    directory_.SetCurrentObject(path);
+    display_.RedrawBrowser();
+    services_.ui.ProcessEvents();
+    return directory_.Entries();
+}
+
+std::size_t OUViewLoader::ReadContainer(const Entry& container, std::size_t parent_number) {
+    const std::string remembered = directory_.CurrentObject();
+    directory_.SetCurrentObject(container.path);
+    directory_.SetClassFilter(kApplicationClass);
+    const std::vector<Entry> applications = directory_.Entries();
+
+    OURecord record;
+    record.Parent = lists_.OUList[parent_number - 1].Path;
+    record.Path = container.path;
+    record.Name = container.short_name;
+    record.Class = container.class_name;
+    record.AppsHere = static_cast<std::int32_t>(applications.size());
+    const std::size_t number = lists_.AddOU(record);
+    for (const Entry& application : applications) {
+        lists_.AddApp(container.path, application.short_name);
+        ++lists_.counts.AppCount;
+    }
+    display_.SetLabApps(Grouped(lists_.counts.AppCount));
+    display_.SetLabElapsed(FormatElapsed(static_cast<std::int64_t>(SecondsSince(services_.clock, started_))));
+    OURecord& parent = lists_.OUList[parent_number - 1];
+    ++parent.ChildCount;
+    parent.ChildApps += record.AppsHere;
+    display_.AddNode(number, parent.Name == kRootName);
+    directory_.SetCurrentObject(remembered);
+    directory_.SetClassFilter(kContainerClasses);
+    return number;
+}
+
+}  // namespace zorvel

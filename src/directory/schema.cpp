@@ -1,0 +1,165 @@
+#include "directory/schema.h"
+
+#include <ldap.h>
+#include <ldap_schema.h>
+
+#include <array>
+#include <memory>
+#include <utility>
+
+#include "platform/code_page.h"
+
+namespace zorvel {
+namespace {
+
+// OIDs of RFC 4517 and, from 2.16.840.1.113719 on, of draft-sermersheim-nds-ldap-schema.
+constexpr std::array<std::pair<std::string_view, Syntax>, 16> kSyntaxes = {{
+    {"1.3.6.1.4.1.1466.115.121.1.27", Syntax::kLong},
+    {"2.16.840.1.113719.1.1.5.1.22", Syntax::kLong},
+    {"1.3.6.1.4.1.1466.115.121.1.11", Syntax::kString},
+    {"1.3.6.1.4.1.1466.115.121.1.15", Syntax::kString},
+    {"1.3.6.1.4.1.1466.115.121.1.24", Syntax::kString},
+    {"1.3.6.1.4.1.1466.115.121.1.26", Syntax::kString},
+    {"1.3.6.1.4.1.1466.115.121.1.36", Syntax::kString},
+    {"1.3.6.1.4.1.1466.115.121.1.38", Syntax::kString},
+    {"1.3.6.1.4.1.1466.115.121.1.41", Syntax::kString},
+    {"1.3.6.1.4.1.1466.115.121.1.44", Syntax::kString},
+    {"1.3.6.1.4.1.1466.115.121.1.50", Syntax::kString},
+    {"1.3.6.1.4.1.1466.115.121.1.12", Syntax::kName},
+    {"2.16.840.1.113719.1.1.5.1.15", Syntax::kPath},
+    {"1.3.6.1.4.1.1466.115.121.1.40", Syntax::kOctetString},
+    {"2.16.840.1.113719.1.1.5.1.17", Syntax::kACL},
+    {"1.3.6.1.4.1.1466.115.121.1.5", Syntax::kStream},
+}};
+constexpr std::string_view kNdsName = "X-NDS_NAME";
+
+struct Free {
+    void operator()(LDAPAttributeType* type) const { ldap_attributetype_free(type); }
+    void operator()(LDAPObjectClass* object_class) const { ldap_objectclass_free(object_class); }
+};
+
+Syntax SyntaxOf(std::string_view oid) {
+    for (const auto& [known, syntax] : kSyntaxes) {
+        if (known == oid) return syntax;
+    }
+    return Syntax::kOther;
+}
+
+// The names of a definition, its OID last.
+std::vector<std::string> NamesOf(char* const* names, const char* oid) {
+    std::vector<std::string> all;
+    for (; names != nullptr && *names != nullptr; ++names)
+        all.emplace_back(*names);
+    if (oid != nullptr) all.emplace_back(oid);
+    return all;
+}
+
+std::string NdsNameOf(LDAPSchemaExtensionItem* const* extensions, const std::vector<std::string>& names) {
+    for (; extensions != nullptr && *extensions != nullptr; ++extensions) {
+        const LDAPSchemaExtensionItem& extension = **extensions;
+        const char* const value = extension.lsei_values != nullptr ? extension.lsei_values[0] : nullptr;
+        const bool given = value != nullptr && *value != '\0';
+        if (given && EqualIgnoringCase(extension.lsei_name, kNdsName)) return FromUtf8(value);
+    }
+    return names.empty() ? std::string() : FromUtf8(names.front());
+}
+
+// Parses a definition with `parse`, one of libldap's functions; `fault` is what is wrong with it.
+template <typename Definition>
+std::unique_ptr<Definition, Free> Parse(Definition* (*parse)(const char*, int*, const char**, unsigned),
+                                        std::string_view text, std::string& fault) {
+    if (text.find('\0') != std::string_view::npos) {
+        fault = "a NUL character";
+        return nullptr;
+    }
+    int code = 0;
+    const char* at = nullptr;
+    std::unique_ptr<Definition, Free> definition(
+        parse(std::string(text).c_str(), &code, &at, LDAP_SCHEMA_ALLOW_ALL));
+    if (!definition) fault = ldap_scherr2str(code);
+    return definition;
+}
+
+}  // namespace
+
+std::string_view SyntaxName(Syntax syntax) {
+    switch (syntax) {
+        case Syntax::kLong:
+            return "Long";
+        case Syntax::kString:
+        case Syntax::kName:
+            return "String";
+        case Syntax::kPath:
+            return "NWPath";
+        case Syntax::kOctetString:
+            return "NWOctetString";
+        case Syntax::kACL:
+            return "NWACL";
+        case Syntax::kStream:
+            return "NWStream";
+        case Syntax::kOther:
+            break;
+    }
+    return "Other";
+}
+
+std::string Schema::AddAttributeType(std::string_view definition) {
+    std::string fault;
+    const auto type = Parse(ldap_str2attributetype, definition, fault);
+    if (!type) return "Not an attribute type: " + fault;
+    const std::vector<std::string> names = NamesOf(type->at_names, type->at_oid);
+    const bool has_syntax = type->at_syntax_oid != nullptr;
+    attributes_.push_back(
+        {NdsNameOf(type->at_extensions, names), has_syntax ? SyntaxOf(type->at_syntax_oid) : Syntax::kOther});
+    supertypes_.push_back(!has_syntax && type->at_sup_oid != nullptr ? UpperCase(type->at_sup_oid)
+                                                                     : std::string());
+    for (const std::string& name : names)
+        attribute_names_.try_emplace(UpperCase(name), attributes_.size() - 1);
+    return {};
+}
+
+std::string Schema::AddObjectClass(std::string_view definition) {
+    std::string fault;
+    const auto object_class = Parse(ldap_str2objectclass, definition, fault);
+    if (!object_class) return "Not an object class: " + fault;
+    const std::vector<std::string> names = NamesOf(object_class->oc_names, object_class->oc_oid);
+    const std::string nds_name = NdsNameOf(object_class->oc_extensions, names);
+    for (const std::string& name : names)
+        class_names_.try_emplace(UpperCase(name), nds_name);
+    return {};
+}
+
+void Schema::ResolveSyntaxes() {
+    std::vector<std::size_t> chain;
+    for (std::size_t start = 0; start < attributes_.size(); ++start) {
+        // Each attribute waits at most once, so a chain that comes back to itself ends as "Other".
+        Syntax syntax = attributes_[start].syntax;
+        chain.clear();
+        for (std::size_t at = start; !supertypes_[at].empty();) {
+            const std::string supertype = std::exchange(supertypes_[at], {});
+            chain.push_back(at);
+            const auto found = attribute_names_.find(supertype);
+            // An attribute that the schema does not know is a String, and so are those that inherit from it.
+            if (found == attribute_names_.end()) {
+                syntax = Syntax::kString;
+                break;
+            }
+            at = found->second;
+            syntax = attributes_[at].syntax;
+        }
+        for (const std::size_t waiting : chain)
+            attributes_[waiting].syntax = syntax;
+    }
+}
+
+const Schema::Attribute* Schema::FindAttribute(std::string_view ldap_name) const {
+    const auto found = attribute_names_.find(UpperCase(ldap_name));
+    return found == attribute_names_.end() ? nullptr : &attributes_[found->second];
+}
+
+const std::string* Schema::FindClass(std::string_view ldap_name) const {
+    const auto found = class_names_.find(UpperCase(ldap_name));
+    return found == class_names_.end() ? nullptr : &found->second;
+}
+
+}  // namespace zorvel

@@ -1,0 +1,48 @@
+// The schema of a tree, from definitions in LDAP form (RFC 4512) that carry the NDS names.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "directory/text_map.h"
+
+namespace zorvel {
+
+// How the values of an attribute are shown.
+enum class Syntax : std::uint8_t { kLong, kString, kName, kPath, kOctetString, kACL, kStream, kOther };
+
+// What the directory calls a syntax: "Long", "String" (also for the names of objects), "NWPath",
+// "NWOctetString", "NWACL", "NWStream" or "Other".
+std::string_view SyntaxName(Syntax syntax);
+
+class Schema {
+  public:
+    struct Attribute {
+        std::string nds_name;
+        Syntax syntax = Syntax::kOther;
+    };
+
+    // Adds an attribute type or an object class. Returns what is wrong with the definition, or an empty text.
+    // A name that is defined twice keeps its first meaning.
+    std::string AddAttributeType(std::string_view definition);
+    std::string AddObjectClass(std::string_view definition);
+    // Lets attribute types without a syntax take that of their supertype. Call it when all have been added.
+    void ResolveSyntaxes();
+
+    // The attribute with an LDAP name or OID, in any case; null when the schema does not hold it.
+    const Attribute* FindAttribute(std::string_view ldap_name) const;
+    // The NDS name of the class with an LDAP name or OID, in any case; null when the schema does not hold it.
+    const std::string* FindClass(std::string_view ldap_name) const;
+
+  private:
+    std::vector<Attribute> attributes_;
+    std::vector<std::string>
+        supertypes_;  // for each attribute what its syntax is to come from, in upper case
+    TextMap<std::size_t> attribute_names_;  // upper case -> index in attributes_
+    TextMap<std::string> class_names_;      // upper case -> NDS name
+};
+
+}  // namespace zorvel

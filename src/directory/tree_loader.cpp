@@ -1,0 +1,159 @@
+#include "directory/tree_loader.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "directory/directory.h"
+#include "directory/ldif_reader.h"
+#include "platform/code_page.h"
+#include "platform/error.h"
+
+namespace zorvel {
+namespace {
+
+// Reads the attributes of a record that is a schema: cn=schema.
+void ReadSchema(LdifReader& reader, Schema& schema) {
+    LdifAttribute attribute;
+    while (reader.NextAttribute(attribute)) {
+        std::string fault;
+        if (EqualIgnoringCase(attribute.name, "attributeTypes"))
+            fault = schema.AddAttributeType(attribute.value);
+        if (EqualIgnoringCase(attribute.name, "objectClasses"))
+            fault = schema.AddObjectClass(attribute.value);
+        if (!fault.empty()) reader.Fail(attribute.line, fault);
+    }
+    schema.ResolveSyntaxes();
+}
+
+bool IsSchema(const NamingComponent& only_component) {
+    return EqualIgnoringCase(only_component.type, "cn") && EqualIgnoringCase(only_component.name, "schema");
+}
+
+class TreeLoader {
+  public:
+    TreeLoader(const Files& files, std::string_view path) : files_(files), reader_(files.Open(path)) {}
+
+    std::unique_ptr<MemoryTree> Load() {
+        while (reader_.NextRecord())
+            ReadRecord();
+        if (!has_schema_) LoadBundledSchema();
+        return std::make_unique<MemoryTree>(std::move(store_), std::move(schema_), attribute_names_);
+    }
+
+  private:
+    void ReadRecord() {
+        NamingComponent component;
+        const EntryIndex parent = FindParent(component);
+        if (parent == kRootEntry && IsSchema(component)) {
+            if (std::exchange(has_schema_, true)) FailDuplicate();
+            ReadSchema(reader_, schema_);
+            return;
+        }
+        const EntryIndex entry = parent == kNoEntry ? kRootEntry : TakeEntry(parent, component);
+        if (store_.IsPlaced(entry)) FailDuplicate();
+        store_.Place(entry);
+        values_.Clear();
+        LdifAttribute attribute;
+        while (reader_.NextAttribute(attribute)) {
+            values_.Append(AttributeNumber(attribute.name), attribute.value);
+        }
+        store_.SetValues(entry, values_);
+    }
+
+    [[noreturn]] void FailDuplicate() {
+        reader_.Fail(reader_.dn_line(), "A DN that stands in the file before");
+    }
+
+    // The parent of the current record's object, kNoEntry for the root; `component` is the object's own name.
+    EntryIndex FindParent(NamingComponent& component) {
+        const std::string_view dn = reader_.dn();
+        if (dn.empty()) return kNoEntry;
+        std::string_view parent_dn;
+        if (TakeSimpleComponent(dn, component, parent_dn)) {
+            // Siblings mostly stand together.
+            if (parent_dn == last_parent_dn_) return last_parent_;
+            ParseOrFail(parent_dn);
+            last_parent_ = FindOrMake(0);
+            last_parent_dn_ = parent_dn;
+            return last_parent_;
+        }
+        ParseOrFail(dn);
+        if (components_.empty()) return kNoEntry;
+        component = components_.front();
+        return FindOrMake(1);
+    }
+
+    void ParseOrFail(std::string_view dn) {
+        if (!ParseDN(dn, components_)) reader_.Fail(reader_.dn_line(), "Not a DN");
+    }
+
+    // The object of `components_` from `leaf` to the root; what the file has not yet held is added, not
+    // placed.
+    EntryIndex FindOrMake(std::size_t leaf) {
+        EntryIndex entry = kRootEntry;
+        for (std::size_t at = components_.size(); at-- > leaf;) {
+            const NamingComponent& component = components_[at];
+            const EntryIndex child = store_.FindChild(entry, component.name);
+            entry = child != kNoEntry ? child : store_.Add(entry, component.name);
+            if (child == kNoEntry) store_.SetClass(entry, MemoryTree::ContainerClassNumber(component.type));
+        }
+        return entry;
+    }
+
+    // The object of the current record, added unless an earlier record named it as a parent.
+    EntryIndex TakeEntry(EntryIndex parent, const NamingComponent& component) {
+        const EntryIndex known = store_.FindChild(parent, component.name);
+        if (known == kNoEntry) return store_.Add(parent, component.name);
+        // Names that differ only in characters without a code are the same text here, yet different objects.
+        if (!component.exact && store_.IsPlaced(known)) return store_.Add(parent, component.name, false);
+        return known;
+    }
+
+    std::uint32_t AttributeNumber(std::string_view name) {
+        upper_name_ = name;
+        MakeUpperCase(upper_name_);
+        const auto [place, added] =
+            attribute_numbers_.try_emplace(upper_name_, static_cast<std::uint32_t>(attribute_names_.size()));
+        if (added) attribute_names_.emplace_back(name);
+        return place->second;
+    }
+
+    void LoadBundledSchema() {
+        LdifReader reader(files_.Open(files_.Path(kBundledSchema)));
+        std::vector<NamingComponent> components;
+        while (reader.NextRecord()) {
+            if (ParseDN(reader.dn(), components) && components.size() == 1 && IsSchema(components.front())) {
+                ReadSchema(reader, schema_);
+            }
+        }
+    }
+
+    const Files& files_;
+    LdifReader reader_;
+    EntryStore store_;
+    Schema schema_;
+    bool has_schema_ = false;
+    std::vector<std::string> attribute_names_;  // by number, as first spelled
+    TextMap<std::uint32_t> attribute_numbers_;  // by upper-case name
+    std::string upper_name_;
+    PackedValues values_;
+    std::vector<NamingComponent> components_;
+    std::string last_parent_dn_;
+    EntryIndex last_parent_ = kRootEntry;
+};
+
+}  // namespace
+
+std::unique_ptr<MemoryTree> LoadTree(const Files& files, std::string_view path) {
+    try {
+        return TreeLoader(files, path).Load();
+    } catch (const Error& error) {
+        if (error.number() == errors::kDirectoryUnreadable) throw;
+        const std::string where = error.detail().empty() ? std::string(path) : error.detail();
+        throw Error(errors::kDirectoryUnreadable).With(where + ": " + error.description());
+    }
+}
+
+}  // namespace zorvel

@@ -1,0 +1,19 @@
+// Reads an LDIF export into a tree.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "directory/memory_tree.h"
+#include "platform/files.h"
+
+namespace zorvel {
+
+// The schema of trees whose export holds none, relative to the program folder.
+inline constexpr std::string_view kBundledSchema = R"(Trees\nds-schema.ldif)";
+
+// Reads the LDIF file `path` (a path text). Raises error 600 when it, or the schema it needs, cannot be read;
+// the detail says where ("file, line N: ...") and why.
+std::unique_ptr<MemoryTree> LoadTree(const Files& files, std::string_view path);
+
+}  // namespace zorvel
