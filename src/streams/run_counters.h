@@ -21,7 +21,9 @@ struct RunCounters {
         ++application[static_cast<std::size_t>(counter)];
         ++run[static_cast<std::size_t>(counter)];
     }
-    std::int32_t OfApplication(Counter counter) const { return application[static_cast<std::size_t>(counter)]; }
+    std::int32_t OfApplication(Counter counter) const {
+        return application[static_cast<std::size_t>(counter)];
+    }
     std::int32_t OfRun(Counter counter) const { return run[static_cast<std::size_t>(counter)]; }
 };
 

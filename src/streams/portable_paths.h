@@ -1,0 +1,32 @@
+// CheckMacroReplacements: paths that name a system folder where a folder macro should stand.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace zorvel {
+
+// A fixed folder and the macro that stands for it on every workstation.
+struct HardCodedFolder {
+    std::string_view folder;  // upper case
+    std::string_view macro;
+};
+
+// The issue of a file whose target CheckMacroReplacements objects to.
+inline constexpr std::string_view kPortableIssue = "FILEPORTABLE";
+
+inline constexpr std::array<HardCodedFolder, 7> HardCodedFolders = {{
+    {R"(\PROGRAM FILES\COMMON FILES)", "%*ProgramFilesCommon% [Win2K+ ONLY]"},
+    {R"(\WINDOWS\SYSTEM32)", "%*WinSysDir%"},
+    {R"(\WINNT\SYSTEM32)", "%*WinSysDir%"},
+    {R"(\WINDOWS\FONTS)", "%*Fonts%"},
+    {R"(\WINNT\FONTS)", "%*Fonts%"},
+    {R"(\WINDOWS)", "%*WinDir%"},
+    {R"(\WINNT)", "%*WinDir%"},
+}};
+
+// True when one of HardCodedFolders begins at one of the first 12 characters of `target`, in any case. One
+// that begins further in lies below a longer path, such as a share, and is none of the workstation's own.
+bool CheckMacroReplacements(std::string_view target);
+
+}  // namespace zorvel

@@ -1,0 +1,89 @@
+#include "streams/stream_failure.h"
+
+#include <array>
+#include <string>
+
+#include "shell/formats.h"
+#include "shell/pause.h"
+#include "shell/report_error.h"
+#include "streams/engine_failure.h"
+
+namespace zorvel {
+
+StreamFailure::StreamFailure(ParseContext& context, std::string_view full_name, std::string_view stream)
+    : context_(context), services_(context.services), full_name_(full_name), stream_(stream) {}
+
+bool StreamFailure::Handle(const Error& error, const ParsePlace& place) {
+    services_.sounds.PlayEventSound(services_.options.session.WarningSound);
+    if (error.number() == errors::kNoAutomation) {
+        services_.activity.UserInterrupt = true;
+        OfferEngineDownload(services_.ui, error, "ParseAOT");
+        services_.log.WriteLog("ERROR: Error #" + ErrorText(error) + " occurred in ParseAOT");
+        return false;
+    }
+    Pause(services_.clock, services_.ui, context_.error_wait);
+    const std::string dump_file =
+        services_.files.Path("Tempdata\\Zorvel_" + TimeStamp(services_.clock.Now()) + ".dmp");
+    Report(error, place, Advice(dump_file));
+    if (services_.options.session.CreateDMPFileOnError) WriteDump(dump_file, place);
+    ++context_.parse_errors;
+    return true;
+}
+
+std::string StreamFailure::Advice(const std::string& dump_file) const {
+    std::string advice = " - to aid diagnosis of this problem, please send the ";
+    if (services_.options.session.CreateDMPFileOnError)
+        advice += "created .DMP file (" + dump_file + ") and the ";
+    advice += "Zorvel log file (" + services_.log.LogFileName() +
+              ") to the maintainer, using the data-sending option of the Help menu.";
+    return advice;
+}
+
+void StreamFailure::Report(const Error& error, const ParsePlace& place, const std::string& advice) {
+    if (error.number() == kUnrecognisedType) {
+        Warn(advice);
+        services_.log.WriteLog("WARNING: ParseAOT: Unrecognised data type" + PlainNumber(place.record.type) +
+                               " encountered - " + advice);
+        return;
+    }
+    if (error.number() == kNoProgress) {
+        Warn(advice);
+        services_.log.WriteLog("WARNING: ParseAOT: Infinite Loop encountered! - " + advice);
+        return;
+    }
+    const std::string where = " at Line" + PlainNumber(static_cast<int>(place.phase)) + ". " + advice;
+    services_.ui.Tell("Error no." + ErrorText(error) + " occurred in ParseAOT" + where,
+                      MessageIcon::kExclamation);
+    services_.log.WriteLog("ERROR: ParseAOT: Error #" + ErrorText(error) + " occurred" + where);
+    LogDetail(services_.log, error);
+}
+
+void StreamFailure::Warn(const std::string& advice) {
+    if (!services_.options.warning_boxes) return;
+    services_.options.warning_boxes = services_.ui.Ask(
+        "Zorvel is unable to correctly interpret this application stream file" + advice +
+            "\n\nDo you want to see any further occurrences of this message during this run?",
+        MessageIcon::kExclamation, Answer::kYes);
+}
+
+// Three lines: the application, eight numbers that say where and at what the parser stood, and the stream.
+void StreamFailure::WriteDump(const std::string& dump_file, const ParsePlace& place) const {
+    const Record& record = place.record;
+    const std::array<std::int64_t, 8> numbers = {
+        static_cast<int>(place.phase), record.type,   static_cast<std::int64_t>(place.position),
+        record.header_length,          record.action, record.length_value,
+        record.first_length,           record.flags};
+    std::string line;
+    for (const std::int64_t number : numbers) {
+        if (!line.empty()) line += ',';
+        line += PlainNumber(number) + ' ';
+    }
+    OutputFile file = services_.files.Create(dump_file);
+    for (const std::string_view text : {full_name_, std::string_view(line), stream_}) {
+        file.Write(text);
+        file.Write("\r\n");
+    }
+    file.Close();
+}
+
+}  // namespace zorvel

@@ -1,0 +1,125 @@
+// How a parse runs: signature, Find run, progress, interruption.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/regex.h"
+#include "stream_builder.h"
+#include "streams/predefined_searches.h"
+#include "support/streams_fakes.h"
+
+namespace zorvel::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr const char* kNoSignature = " WARNING: ParseAOT: string passed to routine doesn't have an AOT ID";
+
+TEST(StreamParse, RejectsWhatHasNoSignature) {
+    for (const std::string stream : {"", "AOT FIL", "AOT file....................", "XAOT FILE"}) {
+        TestParser parser;
+        EXPECT_EQ(parser.Parse(stream), ParseResult::kRejected);
+        EXPECT_EQ(parser.rows, "");
+        EXPECT_EQ(parser.signature, 0);
+        EXPECT_THAT(parser.shell.LogLines(), ElementsAre(kNoSignature));
+        EXPECT_EQ(parser.context.parse_errors, 0);
+    }
+}
+
+TEST(StreamParse, FindsNothingInABareSignature) {
+    TestParser parser;
+    EXPECT_EQ(parser.Parse("AOT FILE"), ParseResult::kParsed);
+    EXPECT_EQ(parser.rows, "");
+    EXPECT_THAT(parser.shell.LogLines(), IsEmpty());
+}
+
+TEST(StreamParse, EndsSilentlyAtASingleTrailingByte) {
+    TestParser parser;
+    parser.Parse(StreamBuilder().Macro("m", "v").Raw("x").bytes());
+    EXPECT_EQ(parser.rows, Lines({TestParser::kFullName, "m", "v", "", ""}));
+    EXPECT_EQ(parser.context.parse_errors, 0);
+}
+
+TEST(StreamParse, OfAFindRunSkipsStreamsWithoutAMatch) {
+    TestParser parser;
+    FakeFinder finder;
+    finder.matches = false;
+    parser.context.finder = &finder;
+    EXPECT_EQ(parser.Parse(StreamBuilder().FileCopy("s", "t").bytes()), ParseResult::kParsed);
+    EXPECT_EQ(parser.rows, "");
+    EXPECT_EQ(parser.signature, 0);
+    EXPECT_THAT(parser.progress.stream_values, IsEmpty());
+    EXPECT_EQ(parser.Parse("no stream at all"), ParseResult::kParsed);
+    EXPECT_THAT(parser.shell.LogLines(), IsEmpty());
+}
+
+TEST(StreamParse, ShowsItsProgressOnceASecond) {
+    TestParser parser;
+    parser.progress.stream_progress = 20;
+    // Every record takes 0.6 seconds, which its issue's writer lets pass.
+    struct SlowIssues final : IssueWriter {
+        FakeClock& clock;
+        explicit SlowIssues(FakeClock& slow_clock) : clock(slow_clock) {}
+        void WriteIssue(std::string_view, std::string_view, std::string_view, std::string_view,
+                        std::string_view) override {
+            clock.Sleep(0.6);
+        }
+    } slow(parser.shell.clock);
+    StreamBuilder slow_stream;
+    for (int count = 0; count < 4; ++count)
+        slow_stream.Macro("m", "\\\\v");  // 24 bytes each, 104 in all
+    ParseContext context{.services = parser.context.services,
+                         .rules = parser.rules,
+                         .issues = slow,
+                         .counters = parser.counters,
+                         .progress = parser.progress,
+                         .application_name = "Word",
+                         .only_application = true,
+                         .progress_share = 40};
+    parser.shell.clock.timer = 86399;  // over midnight
+    OutputFile rows = parser.shell.files.Create(parser.shell.files.Path("TempData\\rows"));
+    std::int32_t signature = 0;
+    EXPECT_EQ(ParseAOT(context, rows, "Word.APPS.SITE", slow_stream.bytes(), signature),
+              ParseResult::kParsed);
+    // Only the second record's end is a second after the start; the fourth ends the stream.
+    const double progress = 20 + 40 * (57.0 / 104.0);
+    EXPECT_THAT(parser.shell.ui.statuses, ElementsAre("Saving eDirectory information for 'Word - 54.8%"));
+    EXPECT_EQ(parser.shell.ui.picture, StatusPicture::kYellowBall);
+    EXPECT_THAT(parser.progress.stream_values, ElementsAre(progress, 100));
+    EXPECT_THAT(parser.progress.overall_values, ElementsAre(progress));
+    EXPECT_EQ(parser.progress.refreshes, 2);
+}
+
+TEST(StreamParse, StopsAtARecordBoundaryAfterEsc) {
+    TestParser parser;
+    parser.shell.activity.UserInterrupt = true;
+    EXPECT_EQ(parser.Parse(StreamBuilder().Macro("m", "v").Macro("n", "w").bytes()), ParseResult::kParsed);
+    EXPECT_EQ(parser.rows, Lines({TestParser::kFullName, "m", "v", "", ""}));
+    EXPECT_THAT(parser.shell.LogLines(),
+                ElementsAre("    ParseAOT: User interrupted Zorvelrun with ESC key"));
+}
+
+TEST(PredefinedSearches, FindWhatTheyPromise) {
+    const struct {
+        std::string_view text;
+        std::size_t search;
+        bool matches;
+    } cases[] = {
+        {"host 10.1.2.33", 0, true}, {"10.1.2", 0, false},     {"C:\\SETUP.EXE", 1, true},
+        {"a.exec", 1, false},        {"run.vbs -x", 1, true},  {"x.reg", 1, false},
+        {"x.reg", 2, true},          {"x.wsf", 2, true},       {"Letter.DOC", 3, true},
+        {"Letter.docx", 3, false},   {"HTTP://site", 4, true}, {"www.site", 4, true},
+        {"wwwsite", 4, false},
+    };
+    for (const auto& row : cases) {
+        const PredefinedSearch& search = PredefinedSearches.at(row.search);
+        EXPECT_EQ(Regex(search.expression).Matches(row.text), row.matches) << search.name << ": " << row.text;
+    }
+    EXPECT_EQ(PredefinedSearches[2].description.substr(0, 60),
+              "Extended executable file search - as well as 'normal' execut");
+}
+
+}  // namespace
+}  // namespace zorvel::test
