@@ -36,7 +36,8 @@ bool DataFileReader::Next(std::vector<std::string>& record) {
     }
     auto& fields = std::get<FieldReader>(reader_);
     if (fields.AtEnd()) return false;
-    for (std::string& field : record) field = fields.Next();
+    for (std::string& field : record)
+        field = fields.Next();
     return true;
 }
 
@@ -51,21 +52,24 @@ std::optional<CaptureRecord> ReadCaptureRecord(const Files& files) {
     if (!files.Exists(files.Path(data_files::kCaptureDetails.name))) return std::nullopt;
     DataFileReader reader(files, data_files::kCaptureDetails);
     std::vector<std::string> fields;
-    if (!reader.Next(fields)) throw Error(errors::kPastEndOfFile).With(reader.Place() + ": the file is empty");
+    if (!reader.Next(fields))
+        throw Error(errors::kPastEndOfFile).With(reader.Place() + ": the file is empty");
     CaptureRecord record;
     record.captured = fields[0];
     record.tree = fields[1];
     record.container = fields[2];
     record.app_count = fields[3];
-    for (std::size_t i = 0; i < record.totals.size(); ++i) record.totals[i] = fields[4 + i];
+    for (std::size_t i = 0; i < record.totals.size(); ++i)
+        record.totals[i] = fields[4 + i];
     record.mode = fields[10];
     return record;
 }
 
 void WriteCaptureRecord(const Files& files, const CaptureRecord& record) {
-    std::string line = record.captured + ',' + CaptureField(record.tree) + ',' + CaptureField(record.container) + ',' +
-                       record.app_count + ',';
-    for (const std::string& total : record.totals) line += total + ',';
+    std::string line = record.captured + ',' + CaptureField(record.tree) + ',' +
+                       CaptureField(record.container) + ',' + record.app_count + ',';
+    for (const std::string& total : record.totals)
+        line += total + ',';
     line += record.mode + "\r\n";
     OutputFile file = files.Create(files.Path(data_files::kCaptureDetails.name));
     file.Write(line);

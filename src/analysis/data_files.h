@@ -1,5 +1,5 @@
-// The temporary data files: the one place that knows their names and layouts, for the run that writes them and the import
-// that reads them.
+// The temporary data files: the one place that knows their names and layouts, for the run that writes them
+// and the import that reads them.
 #pragma once
 
 #include <array>
@@ -18,7 +18,8 @@ namespace zorvel {
 // How the records of a data file lie in it.
 enum class RecordStyle {
     kLines,     // one field a line, ended by CR LF; values may hold line feeds
-    kCommaRow,  // one record a line, fields separated by commas, text fields between quotes, inner quotes doubled
+    kCommaRow,  // one record a line, fields separated by commas, text fields between quotes, inner quotes
+                // doubled
 };
 
 struct DataFile {
@@ -31,24 +32,29 @@ namespace data_files {
 inline constexpr DataFile kAppDetails{R"(TempData\Zorvel_AppDetails.CSV)", RecordStyle::kLines, 3};
 inline constexpr DataFile kIssues{R"(TempData\Zorvel_Issues.CSV)", RecordStyle::kLines, 5};
 inline constexpr DataFile kAssociations{R"(TempData\Zorvel_Associations.CSV)", RecordStyle::kCommaRow, 4};
-inline constexpr DataFile kAppAssociations{R"(TempData\Zorvel_AppAssociations.CSV)", RecordStyle::kCommaRow, 6};
-inline constexpr DataFile kCaptureDetails{R"(TempData\Zorvel_CaptureDetails.CSV)", RecordStyle::kCommaRow, 11};
+inline constexpr DataFile kAppAssociations{R"(TempData\Zorvel_AppAssociations.CSV)", RecordStyle::kCommaRow,
+                                           6};
+inline constexpr DataFile kCaptureDetails{R"(TempData\Zorvel_CaptureDetails.CSV)", RecordStyle::kCommaRow,
+                                          11};
 inline constexpr DataFile kMacros{R"(TempData\Zorvel_Macros.CSV)", RecordStyle::kLines, 5};
 inline constexpr DataFile kCopyFiles{R"(TempData\Zorvel_CopyFiles.CSV)", RecordStyle::kLines, 4};
 inline constexpr DataFile kCopyFilesAlways{R"(TempData\Zorvel_CopyFilesAlways.CSV)", RecordStyle::kLines, 4};
-inline constexpr DataFile kRegistrySettings{R"(TempData\Zorvel_RegistrySettings.CSV)", RecordStyle::kLines, 5};
-inline constexpr DataFile kRegistrySettingsAlways{R"(TempData\Zorvel_RegistrySettingsAlways.CSV)", RecordStyle::kLines,
-                                                  5};
+inline constexpr DataFile kRegistrySettings{R"(TempData\Zorvel_RegistrySettings.CSV)", RecordStyle::kLines,
+                                            5};
+inline constexpr DataFile kRegistrySettingsAlways{R"(TempData\Zorvel_RegistrySettingsAlways.CSV)",
+                                                  RecordStyle::kLines, 5};
 inline constexpr DataFile kINISettings{R"(TempData\Zorvel_INISettings.CSV)", RecordStyle::kLines, 6};
-inline constexpr DataFile kINISettingsAlways{R"(TempData\Zorvel_INISettingsAlways.CSV)", RecordStyle::kLines, 6};
+inline constexpr DataFile kINISettingsAlways{R"(TempData\Zorvel_INISettingsAlways.CSV)", RecordStyle::kLines,
+                                             6};
 inline constexpr DataFile kTextFiles{R"(TempData\Zorvel_TextFiles.CSV)", RecordStyle::kLines, 5};
 inline constexpr DataFile kTextFilesAlways{R"(TempData\Zorvel_TextFilesAlways.CSV)", RecordStyle::kLines, 5};
-inline constexpr DataFile kEnvironmentSettings{R"(TempData\Zorvel_EnvironmentSettings.CSV)", RecordStyle::kLines, 3};
+inline constexpr DataFile kEnvironmentSettings{R"(TempData\Zorvel_EnvironmentSettings.CSV)",
+                                               RecordStyle::kLines, 3};
 }  // namespace data_files
 
 // Reads the records of a data file in file order.
 class DataFileReader {
- public:
+  public:
     // Opens the file. Raises error 53 when it is missing, or another file error.
     DataFileReader(const Files& files, const DataFile& layout);
 
@@ -58,7 +64,7 @@ class DataFileReader {
     // "file, line N" of the record read last, for error texts.
     std::string Place() const;
 
- private:
+  private:
     std::size_t fields_;
     std::variant<FieldReader, LineReader> reader_;
 };
@@ -73,7 +79,8 @@ struct CaptureRecord {
     std::string mode;                   // "Zorvelrun" or "Find"
 };
 
-// The capture record, or nothing when the last run did not finish. Raises a file error, or 62 for a short record.
+// The capture record, or nothing when the last run did not finish. Raises a file error, or 62 for a short
+// record.
 std::optional<CaptureRecord> ReadCaptureRecord(const Files& files);
 void WriteCaptureRecord(const Files& files, const CaptureRecord& record);
 

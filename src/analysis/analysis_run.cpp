@@ -1,0 +1,176 @@
+#include "analysis/analysis_run.h"
+
+#include <optional>
+
+#include "platform/code_page.h"
+#include "shell/formats.h"
+#include "shell/pause.h"
+
+namespace zorvel {
+namespace {
+
+// Steps of the run, as error reports number them.
+constexpr int kCheckStep = 2;
+constexpr int kModeStep = 4;
+constexpr int kOpenStep = 6;
+constexpr int kCloseStep = 9;
+constexpr int kFindStep = 11;
+
+constexpr double kProgressMaximum = 100;
+
+std::string SummaryText(std::int32_t parse_errors, std::int32_t not_found) {
+    std::string text = "Zorvelrun finished without any stream parsing errors.";
+    if (parse_errors != 0) {
+        text =
+            "Zorvelrun finished but there were " + Digits(parse_errors) +
+            " minor stream parsing error(s), refer to the log file (via Help/Zorvel log file...) for further "
+            "information.";
+    }
+    if (not_found != 0) {
+        text += parse_errors == 0 ? "\r\rHowever, " : "\r\rAlso, ";
+        text += "Zorvel encountered " + Grouped(not_found) +
+                " application(s) which couldn't be Zorvelled as it wasn't physically found in the NDS - this "
+                "may be "
+                "due to the cached version of the Tree not accurately reflecting the current physical "
+                "version and you "
+                "are advised to refresh the cache as soon as possible.";
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string_view RunModeWord(RunMode mode) {
+    return mode == RunMode::kFind ? "Find" : "Zorvelrun";
+}
+
+AnalysisRun::AnalysisRun(const RunInputs& inputs, FindRun* find)
+    : inputs_(inputs),
+      services_(inputs.services),
+      find_(find),
+      status_(inputs.services.clock, inputs.display),
+      errors_(inputs.services) {}
+
+RunOutcome AnalysisRun::Run() {
+    bool may_replace = true;
+    errors_.Try(kCheckStep, [&] { may_replace = MayReplaceLastRun(); });
+    if (!may_replace) return RunOutcome::kAbandoned;
+
+    services_.activity.UserInterrupt = false;
+    services_.activity.Busy = true;
+    inputs_.display.EnableGenerate(false);
+    try {
+        return Generate();
+    } catch (...) {
+        errors_.Report(CurrentError(), step_, " - the data files are incomplete and the run has ended");
+    }
+    services_.status.SetStatus(
+        'R', "The data files could not be written, the " + std::string(RunModeWord(mode())) + " has ended");
+    services_.activity.Busy = false;
+    inputs_.display.EnableGenerate(true);
+    return RunOutcome::kFailed;
+}
+
+bool AnalysisRun::MayReplaceLastRun() {
+    const std::optional<CaptureRecord> last = ReadCaptureRecord(services_.files);
+    if (!last || UpperCase(last->mode) == "FIND") return true;
+    if (services_.files.Exists(services_.files.Path("Databases\\" + DatasetName(last->captured))))
+        return true;
+    return services_.ui.Ask(
+        "The data from the last Zorvelrun (on " + last->captured +
+            ") doesn't appear to have been imported yet.\n\nStarting a new " +
+            std::string(RunModeWord(mode())) +
+            " will generate a new set of raw data, overwriting the existing one - are you sure you "
+            "wish to continue and generate a new data set?",
+        MessageIcon::kExclamation, Answer::kNo);
+}
+
+RunOutcome AnalysisRun::Generate() {
+    step_ = kModeStep;
+    if (find_ != nullptr) errors_.Try(kModeStep, [&] { find_->Start(); });
+    inputs_.display.ShowStatusTab();
+    inputs_.display.ShowSelectedCount(Grouped(inputs_.tree.counts.SelectedCount));
+    status_.StartRun();
+
+    services_.log.WriteLog("Generate: Opening temp data files...");
+    step_ = kOpenStep;
+    RunFiles files(services_.files);
+    step_ = kReadApplicationsStep;
+    services_.log.WriteLog(std::to_string(inputs_.tree.counts.SelectedCount) +
+                           " application(s) selected to Zorvel");
+    Tally tally;
+    ReadApplications(files, tally);
+
+    step_ = kCloseStep;
+    services_.status.SetIdle();
+    services_.log.WriteLog("Generate: Closing temp data files...");
+    files.Close();
+    WriteCapture(tally);
+    services_.activity.Busy = false;
+    inputs_.display.EnableGenerate(true);
+    services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
+    if (find_ != nullptr) {
+        errors_.Try(kFindStep, [&] { find_->Finish(); });
+    } else {
+        OfferImport(tally);
+    }
+    return RunOutcome::kFinished;
+}
+
+void AnalysisRun::ReadApplications(RunFiles& files, Tally& tally) {
+    ApplicationReader reader(inputs_, files, status_, errors_, find_);
+    std::optional<std::string> last_container;
+    bool multiple_containers = false;
+    for (const AppRecord& application : inputs_.tree.AppList) {
+        if (!application.Selected) continue;
+        ++tally.processed;
+        const ApplicationReader::Outcome outcome = reader.Read(application, tally.processed);
+        multiple_containers =
+            multiple_containers || (last_container && *last_container != reader.container_name());
+        last_container = reader.container_name();
+        if (outcome == ApplicationReader::Outcome::kNotFound) ++tally.not_found;
+        if (outcome == ApplicationReader::Outcome::kFailed) ++tally.failed;
+        if (outcome == ApplicationReader::Outcome::kNotFound) services_.ui.ProcessEvents();
+        if (services_.activity.UserInterrupt) break;
+        if (outcome != ApplicationReader::Outcome::kNotFound) PauseAfter(tally.processed);
+    }
+    tally.parse_errors = reader.parse_errors();
+    tally.tree = reader.tree_name();
+    tally.container = multiple_containers ? "[Multiple OUs]" : reader.container_name();
+}
+
+void AnalysisRun::PauseAfter(std::int32_t processed) {
+    Pause(services_.clock, services_.ui, inputs_.pace.after_application);
+    const std::int32_t selected = inputs_.tree.counts.SelectedCount;
+    status_.SetOverallProgress(static_cast<double>(processed) / selected * kProgressMaximum);
+    const OptionControls& controls = services_.options.controls;
+    if (!controls.Checked(CheckGeneral::kEDirThrottle) || processed == selected) return;
+    services_.status.SetStatus(
+        'Y', "Throttling option enabled - pausing for " + controls.txtThrottle + " second(s)");
+    errors_.Try(kReadApplicationsStep,
+                [&] { Pause(services_.clock, services_.ui, NumericValue(controls.txtThrottle)); });
+}
+
+void AnalysisRun::WriteCapture(const Tally& tally) {
+    CaptureRecord record;
+    record.captured = DateAndTime(services_.clock.Now());
+    record.tree = tally.tree;
+    record.container = tally.container;
+    record.app_count = Digits(tally.processed - tally.not_found - tally.failed);
+    for (std::size_t i = 0; i < kCounterCount; ++i)
+        record.totals[i] = Digits(status_.counters.run[i]);
+    record.mode = RunModeWord(mode());
+    WriteCaptureRecord(services_.files, record);
+}
+
+void AnalysisRun::OfferImport(const Tally& tally) {
+    const std::string summary = SummaryText(tally.parse_errors, tally.not_found);
+    import_wanted_ = inputs_.display.OfferImport(
+        summary, summary + "\r\rWould you like to import the generated data now?");
+    if (import_wanted_) return;
+    services_.ui.Tell(
+        "When convenient, you can import the generated data from the LAST Zorvelrun via the Database menu..",
+        MessageIcon::kInformation);
+}
+
+}  // namespace zorvel

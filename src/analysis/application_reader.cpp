@@ -1,0 +1,259 @@
+#include "analysis/application_reader.h"
+
+#include <array>
+#include <utility>
+
+#include "analysis/attribute_text.h"
+#include "platform/code_page.h"
+#include "shell/formats.h"
+#include "streams/parse_aot.h"
+#include "streams/portable_paths.h"
+#include "streams/signature.h"
+
+namespace zorvel {
+namespace {
+
+constexpr std::string_view kApplicationEntry = "Application";
+constexpr int kReadFlag = 1;
+// A stream must be longer than its signature, 8 bytes, to hold anything.
+constexpr std::size_t kShortestStream = 9;
+// The share of the progress bar that each stream gets: the whole part of 100 / 11.
+constexpr double kProgressStep = static_cast<double>(100 / kStreamTable.size());
+// The icon orders that the launcher accepts.
+constexpr double kLowestIconOrder = -1;
+constexpr double kHighestIconOrder = 999;
+
+bool IsBlank(std::string_view text) {
+    return text.find_first_not_of(' ') == std::string_view::npos;
+}
+
+// Closes a stream when it goes out of scope, also after a failed read.
+class StreamHandle {
+  public:
+    StreamHandle(Directory& directory, int handle) : directory_(directory), handle_(handle) {}
+    ~StreamHandle() {
+        try {
+            directory_.CloseHandle(handle_);
+        } catch (const Error&) {
+            // The bytes are read or the failure is on its way; a handle that will not close changes neither.
+        }
+    }
+    StreamHandle(const StreamHandle&) = delete;
+    StreamHandle& operator=(const StreamHandle&) = delete;
+
+  private:
+    Directory& directory_;
+    int handle_;
+};
+
+}  // namespace
+
+ApplicationReader::ApplicationReader(const RunInputs& inputs, RunFiles& files, RunStatus& status,
+                                     RunErrors& errors, FindRun* find)
+    : inputs_(inputs),
+      services_(inputs.services),
+      files_(files),
+      status_(status),
+      errors_(errors),
+      find_(find),
+      association_reader_(
+          services_, inputs.directory, files, status,
+          [&errors](const Error& error) { errors.Report(error, kReadApplicationsStep, " - continuing"); }),
+      parse_{.services = services_,
+             .rules = inputs.rules,
+             .issues = files,
+             .counters = status.counters,
+             .progress = status,
+             .finder = find,
+             .error_wait = inputs.pace.after_parse_error,
+             .application_name = {},
+             .only_application = inputs.tree.counts.SelectedCount == 1,
+             .progress_share = kProgressStep} {}
+
+ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application, std::int32_t number) {
+    constexpr int kLine = kReadApplicationsStep;
+    Directory& directory = inputs_.directory;
+    name_ = application.Name;
+    parse_.application_name = application.Name;
+    signatures_ = {};
+    associations_ = {};
+    status_.StartApplication();
+    inputs_.slots.Reset();
+    inputs_.display.ShowCurrentApplication(Grouped(number), name_);
+
+    const std::string path = std::string(application.Container) + '\\' + std::string(name_);
+    // Without its names nothing can be written of an application: every record begins with them.
+    const bool named = errors_.Try(kLine, [&] {
+        tree_name_ = directory.TreeNameOf(path);
+        container_name_ = directory.FullName(application.Container);
+        full_name_ = directory.FullName(path);
+    });
+    if (!named) return Outcome::kFailed;
+    if (services_.options.session.AppNamesWithSpacesIllegal && name_.find(' ') != std::string_view::npos) {
+        AddIssue(kApplicationEntry, "", "INVALIDAN");
+    }
+    try {
+        entry_ = directory.LookUp(path);
+    } catch (...) {
+        const Error error = CurrentError();
+        if (error.number() == errors::kNoSuchObject) return Outcome::kNotFound;
+        // Without the object there is nothing to judge: no record is better than a wrong one.
+        errors_.Report(error, kLine, " - continuing");
+        return Outcome::kFailed;
+    }
+
+    std::vector<std::string> attributes;
+    errors_.Try(kLine, [&] { attributes = directory.AttributeNames(entry_); });
+    services_.log.WriteLog("Zorvelling Attributes for app #" + std::to_string(number) + ",'" + path + "'...");
+    for (const std::string& attribute : attributes) {
+        errors_.Try(kLine, [&] { ReadAttribute(attribute); });
+    }
+    ReadStreams();
+    files_.WriteAppAssociations(full_name_, JoinValues(associations_.groups),
+                                JoinValues(associations_.containers), JoinValues(associations_.workstations),
+                                associations_.users, signatures_.AppFingerPrint());
+    errors_.Try(kLine, [&] { CheckComplexity(); });
+    WriteSlotIssues();
+    return Outcome::kRead;
+}
+
+void ApplicationReader::ReadAttribute(const std::string& attribute) {
+    status_.RefreshStatusCounts();
+    services_.status.SetStatus('Y', "Zorvelling attributes - " + attribute);
+    const std::string syntax = inputs_.directory.AttributeSyntax(entry_, attribute);
+    if (syntax == kStreamSyntax) return;
+    const bool acl = syntax == kAclSyntax;
+    std::string value;
+    if (!acl || find_ == nullptr) {
+        std::vector<std::string> values;
+        try {
+            values = inputs_.directory.AttributeValues(entry_, attribute);
+        } catch (const Error& error) {
+            if (error.number() != errors::kNoSuchValue) throw;
+        }
+        if (acl) association_reader_.Read(full_name_, values, associations_);
+        value = AttributeText(syntax, values);
+    }
+    files_.WriteAttribute(full_name_, attribute, value);
+    CheckAttribute(UpperCase(attribute), value);
+}
+
+void ApplicationReader::CheckAttribute(const std::string& attribute, std::string& value) {
+    if (attribute == "APP:PATH" || attribute == "APP:WORKING DIRECTORY") {
+        const std::int32_t signature = ConvertToSig(value);
+        if (CheckMacroReplacements(value)) {
+            AddIssue(attribute == "APP:PATH" ? "Path to Executable" : "Working Directory", value,
+                     "FILEPORTABLE");
+        }
+        signatures_.Add(Signature::kApplication, signature);
+    } else if (attribute == "APP:PARAMETERS") {
+        signatures_.Add(Signature::kApplication, ConvertToSig(value));
+    } else if (attribute == "APP:DESCRIPTION" || attribute == "ZENAPPPACKAGEDESCRIPTION") {
+        if (!IsBlank(value)) inputs_.slots.Set(AppIssue::kNoDescription, false);
+    } else if (attribute == "ACL") {
+        inputs_.slots.Set(AppIssue::kNoAssociations, false);
+    } else if (attribute == "APP:ICON ORDER") {
+        const double order = NumericValue(value);
+        if (order < kLowestIconOrder || order > kHighestIconOrder)
+            AddIssue(kApplicationEntry, "", "INVALIDRO");
+    }
+}
+
+void ApplicationReader::ReadStreams() {
+    services_.status.SetStatus('Y', std::string_view("Zorvelling Streams.."));
+    bool go_on = true;
+    double progress = 0;
+    for (const StreamRow& stream : kStreamTable) {
+        if (go_on) errors_.Try(kReadApplicationsStep, [&] { go_on = ReadStream(stream); });
+        progress += kProgressStep;
+        status_.SetStreamProgress(progress);
+    }
+}
+
+bool ApplicationReader::ReadStream(const StreamRow& stream) {
+    services_.log.WriteLog("Zorvelling Stream '" + std::string(stream.label) + "'...");
+    services_.status.SetStatus(
+        'Y', "Querying eDirectory for '" + parse_.application_name + "' " + std::string(stream.label));
+    status_.RefreshStatusCounts();
+    if (!OpenAndRead(stream, bytes_)) return true;
+    if (find_ != nullptr) find_->BeginStream(name_, stream.label);
+    bool go_on = true;
+    if (stream.file == nullptr) {
+        WriteNotes(stream);
+    } else {
+        go_on = ParseStream(stream);
+    }
+    if (find_ != nullptr) find_->EndStream();
+    return go_on;
+}
+
+bool ApplicationReader::OpenAndRead(const StreamRow& stream, std::string& bytes) {
+    Directory& directory = inputs_.directory;
+    int handle = 0;
+    if (directory.NWDSOpenStream(inputs_.context_handle, '.' + full_name_, stream.attribute, kReadFlag,
+                                 handle) != 0) {
+        return false;  // many applications have no such stream
+    }
+    const StreamHandle closer(directory, handle);
+    const std::size_t size = directory.GetFileSize(handle);
+    if (size < kShortestStream && stream.file != nullptr) return false;
+    directory.ReadFile(handle, size, bytes);
+    return true;
+}
+
+bool ApplicationReader::ParseStream(const StreamRow& stream) {
+    const std::int32_t errors_before = parse_.parse_errors;
+    std::int32_t signature = 0;
+    const ParseResult result = ParseAOT(parse_, files_.StreamFile(stream), full_name_, bytes_, signature);
+    if (result == ParseResult::kRejected || parse_.parse_errors != errors_before) {
+        services_.log.WriteLog("WARNING: Stream '" + std::string(stream.label) + "' of '" + full_name_ +
+                               "' could not be read to its end");
+    }
+    if (result == ParseResult::kRejected) return false;
+    if (stream.signature) signatures_.Add(*stream.signature, signature);
+    return true;
+}
+
+void ApplicationReader::WriteNotes(const StreamRow& stream) {
+    if (IsBlank(bytes_)) return;
+    inputs_.slots.Set(AppIssue::kNoAdminNotes, false);
+    files_.WriteAttribute(full_name_, stream.attribute, bytes_);
+}
+
+void ApplicationReader::CheckComplexity() {
+    const OptionControls& controls = services_.options.controls;
+    struct Threshold {
+        CheckGeneral enabled;
+        const std::string& number;
+        Counter counter;
+        AppIssue issue;
+    };
+    const std::array<Threshold, 3> thresholds = {{
+        {CheckGeneral::kSlowINIFileThreshold, controls.txtSlowINIThreshold, Counter::kIni,
+         AppIssue::kComplexIni},
+        {CheckGeneral::kSlowTextFileThreshold, controls.txtSlowTextThreshold, Counter::kText,
+         AppIssue::kComplexText},
+        {CheckGeneral::kSlowRegistryThreshold, controls.txtSlowRegistryThreshold, Counter::kRegistry,
+         AppIssue::kComplexRegistry},
+    }};
+    for (const Threshold& threshold : thresholds) {
+        const bool slow = controls.Checked(threshold.enabled) &&
+                          status_.counters.OfApplication(threshold.counter) > NumericValue(threshold.number);
+        if (slow) inputs_.slots.Set(threshold.issue, true);
+    }
+}
+
+void ApplicationReader::WriteSlotIssues() {
+    for (const AppIssueSlots::Slot& slot : inputs_.slots.slots) {
+        if (slot.on && !slot.code.empty()) AddIssue(kApplicationEntry, "", slot.code);
+    }
+}
+
+void ApplicationReader::AddIssue(std::string_view entry_type, std::string_view target,
+                                 std::string_view code) {
+    status_.counters.Add(Counter::kIssues);
+    files_.WriteIssue(full_name_, entry_type, target, "", code);
+    status_.RefreshStatusCounts();
+}
+
+}  // namespace zorvel

@@ -1,0 +1,94 @@
+// Reads one application of a run: its attributes, associations and streams, and the issues they raise.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/app_issue_slots.h"
+#include "analysis/associations.h"
+#include "analysis/find_run.h"
+#include "analysis/fingerprint.h"
+#include "analysis/run_display.h"
+#include "analysis/run_errors.h"
+#include "analysis/run_files.h"
+#include "directory/directory.h"
+#include "directory/tree_lists.h"
+#include "shell/services.h"
+
+namespace zorvel {
+
+// The waits of a run, in seconds.
+struct RunPace {
+    double after_application = 0.5;
+    double after_parse_error = 1.0;
+};
+
+// What a run works with.
+struct RunInputs {
+    Services& services;
+    Directory& directory;
+    TreeLists& tree;
+    const RuleLists& rules;
+    AppIssueSlots& slots;
+    std::uint32_t context_handle;
+    RunDisplay& display;
+    RunPace pace;
+};
+
+// The step of a run in which applications are read, as error reports number it.
+inline constexpr int kReadApplicationsStep = 8;
+
+class ApplicationReader {
+  public:
+    // `find` is set in a Find run only.
+    ApplicationReader(const RunInputs& inputs, RunFiles& files, RunStatus& status, RunErrors& errors,
+                      FindRun* find);
+
+    enum class Outcome { kRead, kNotFound, kFailed };
+
+    // Reads an application and writes all of its records. `number` is its place in the run.
+    // Raises OutputErrors only; any other error is reported and what can still be read is read.
+    Outcome Read(const AppRecord& application, std::int32_t number);
+
+    // The tree and the container (full name) of the application read last.
+    const std::string& tree_name() const { return tree_name_; }
+    const std::string& container_name() const { return container_name_; }
+    // Handled stream parsing errors of the run so far.
+    std::int32_t parse_errors() const { return parse_.parse_errors; }
+
+  private:
+    void ReadAttribute(const std::string& attribute);
+    void CheckAttribute(const std::string& attribute, std::string& value);
+    void ReadStreams();
+    // False when the rest of the application's streams is to be left alone.
+    bool ReadStream(const StreamRow& stream);
+    bool OpenAndRead(const StreamRow& stream, std::string& bytes);
+    bool ParseStream(const StreamRow& stream);
+    void WriteNotes(const StreamRow& stream);
+    void CheckComplexity();
+    void WriteSlotIssues();
+    void AddIssue(std::string_view entry_type, std::string_view target, std::string_view code);
+
+    RunInputs inputs_;
+    Services& services_;
+    RunFiles& files_;
+    RunStatus& status_;
+    RunErrors& errors_;
+    FindRun* find_;
+    AssociationReader association_reader_;
+    ParseContext parse_;
+
+    // The application at hand.
+    std::string_view name_;
+    std::string tree_name_;
+    std::string full_name_;
+    std::string container_name_;
+    Entry entry_;
+    AssociationLists associations_;
+    SignatureSet signatures_;
+    std::string bytes_;  // of the stream at hand
+};
+
+}  // namespace zorvel

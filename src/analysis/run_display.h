@@ -1,0 +1,65 @@
+// What a run shows while it works: the status tab.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "platform/clock.h"
+#include "streams/parse_context.h"
+
+namespace zorvel {
+
+class RunStatus;
+
+class RunDisplay {
+  public:
+    virtual ~RunDisplay() = default;
+
+    virtual void EnableGenerate(bool enabled) = 0;
+    virtual void ShowStatusTab() = 0;
+    virtual void ShowSelectedCount(std::string_view text) = 0;
+    virtual void ShowCurrentApplication(std::string_view count, std::string_view name) = 0;
+    // The counters and times changed; `status` gives their texts. Called often: a display may skip some.
+    virtual void ShowStatusCounts(const RunStatus& status) = 0;
+    // The two progress bars, 0 to 100.
+    virtual void ShowStreamProgress(double value) = 0;
+    virtual void ShowOverallProgress(double value) = 0;
+    // Shows the closing summary and asks whether to import the data at once; `question` is both in one text.
+    virtual bool OfferImport(const std::string& summary, const std::string& question) = 0;
+};
+
+// The counters, times and progress of a run.
+class RunStatus final : public ParseProgress {
+  public:
+    RunStatus(const Clock& clock, RunDisplay& display);
+
+    RunCounters counters;
+
+    // Set everything to the start of a run, and of one application.
+    void StartRun();
+    void StartApplication();
+
+    void RefreshStatusCounts() override { display_.ShowStatusCounts(*this); }
+    double StreamProgress() const override { return stream_progress_; }
+    void SetStreamProgress(double value) override;
+    void SetOverallProgress(double value) override;
+
+    // A counter as its label shows it: thousands separators, "-" for zero.
+    static std::string CounterText(std::int32_t count);
+    // The time spent on the current application.
+    std::string ApplicationTimeText() const;
+    // The time since the run's start, and once there is something to reckon from, how long the rest will
+    // take.
+    std::string OverallTimeText() const;
+
+  private:
+    const Clock& clock_;
+    RunDisplay& display_;
+    double run_start_ = 0;
+    double application_start_ = 0;
+    double stream_progress_ = 0;
+    double overall_progress_ = 0;
+};
+
+}  // namespace zorvel

@@ -1,0 +1,87 @@
+#include "analysis/run_files.h"
+
+#include <initializer_list>
+
+#include "platform/error.h"
+#include "shell/formats.h"
+#include "streams/text_helpers.h"
+
+namespace zorvel {
+namespace {
+
+OutputFile CreateDataFile(const Files& files, const DataFile& layout) {
+    return files.Create(files.Path(layout.name));
+}
+
+void WriteLines(OutputFile& file, std::initializer_list<std::string_view> fields) {
+    for (const std::string_view field : fields)
+        WriteFieldLine(file, field);
+}
+
+// The capture record marks a complete set of files, so it goes before the first of them is touched.
+void RemoveCaptureRecord(const Files& files) {
+    const std::string path = files.Path(data_files::kCaptureDetails.name);
+    if (!files.Exists(path)) return;
+    try {
+        files.Remove(path);
+    } catch (const Error& error) {
+        throw OutputError(error);
+    }
+}
+
+std::vector<OutputFile> CreateStreamFiles(const Files& files) {
+    RemoveCaptureRecord(files);
+    std::vector<OutputFile> created;
+    for (const StreamRow& stream : kStreamTable) {
+        if (stream.file != nullptr) created.push_back(CreateDataFile(files, *stream.file));
+    }
+    return created;
+}
+
+}  // namespace
+
+RunFiles::RunFiles(const Files& files)
+    : files_(files),
+      stream_files_(CreateStreamFiles(files)),
+      issues_(CreateDataFile(files, data_files::kIssues)),
+      attributes_(CreateDataFile(files, data_files::kAppDetails)),
+      app_associations_(CreateDataFile(files, data_files::kAppAssociations)),
+      associations_(CreateDataFile(files, data_files::kAssociations)) {}
+
+OutputFile& RunFiles::StreamFile(const StreamRow& stream) {
+    return stream_files_[static_cast<std::size_t>(&stream - kStreamTable.data())];
+}
+
+void RunFiles::WriteIssue(std::string_view full_name, std::string_view entry_type,
+                          std::string_view target_file, std::string_view source_file,
+                          std::string_view issue_code) {
+    WriteLines(issues_, {full_name, entry_type, target_file, source_file, issue_code});
+}
+
+void RunFiles::WriteAttribute(std::string_view full_name, std::string_view attribute,
+                              std::string_view value) {
+    WriteLines(attributes_, {full_name, attribute, CRLF2LF(value)});
+}
+
+void RunFiles::WriteAssociation(std::string_view full_name, std::string_view user,
+                                std::string_view association, std::string_view type) {
+    associations_.Write(QuotedDoubling(full_name) + ',' + QuotedDoubling(user) + ',' +
+                        QuotedDoubling(association) + ',' + QuotedDoubling(type) + "\r\n");
+}
+
+void RunFiles::WriteAppAssociations(std::string_view full_name, std::string_view groups,
+                                    std::string_view containers, std::string_view workstations,
+                                    std::int32_t users, std::string_view fingerprint) {
+    app_associations_.Write(QuotedDoubling(full_name) + ',' + QuotedDoubling(groups) + ',' +
+                            QuotedDoubling(containers) + ',' + QuotedDoubling(workstations) + ',' +
+                            PlainNumber(users) + ',' + std::string(fingerprint) + "\r\n");
+}
+
+void RunFiles::Close() {
+    for (OutputFile& file : stream_files_)
+        file.Close();
+    for (OutputFile* file : {&issues_, &attributes_, &app_associations_, &associations_})
+        file->Close();
+}
+
+}  // namespace zorvel
