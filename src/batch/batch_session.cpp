@@ -1,0 +1,49 @@
+#include "batch/batch_session.h"
+
+#include <memory>
+
+#include "directory/memory_directory.h"
+
+namespace zorvel {
+
+BatchSession::BatchSession(const BatchOptions& options, std::ostream& out, std::ostream& err)
+    : command_line_(options.command_line),
+      out_(out),
+      files_(options.folder),
+      window_(out, err, options.manners) {}
+
+bool BatchSession::StartUp(const TreeRequest& request, RunPace pace) {
+    ControllerSettings settings;
+    settings.tree_read_countdown = 0;
+    settings.pace = pace;
+    controller_.emplace(
+        files_, clock_, window_, window_,
+        [](const Files& files, Log& log) { return std::make_unique<MemoryDirectory>(files, log); }, settings);
+    window_.on_interrupt = [this] { controller_->PressEscape(); };
+    return controller_->StartUp(command_line_, request);
+}
+
+bool BatchSession::Start(RunPace pace) {
+    return StartUp({.open = false, .name = {}, .refresh = false}, pace);
+}
+
+ExitStatus BatchSession::StartWithTree(const std::string& tree, bool refresh, RunPace pace) {
+    if (!StartUp({.open = true, .name = tree, .refresh = refresh}, pace)) return kFailed;
+    if (window_.interrupted()) return kInterrupted;
+    const Session& session = controller_->session();
+    if (session.trees.empty()) return Fail("no tree was found");
+    if (session.current_tree.empty()) return Fail("there is no tree '" + tree + "'");
+    if (!session.tree_loaded) return Fail("the tree '" + session.current_tree + "' could not be loaded");
+    return kDone;
+}
+
+ExitStatus BatchSession::Fail(std::string_view reason) {
+    window_.Fail(reason);
+    return kFailed;
+}
+
+ExitStatus BatchSession::Ended(ExitStatus status) const {
+    return window_.interrupted() ? kInterrupted : status;
+}
+
+}  // namespace zorvel

@@ -1,0 +1,58 @@
+// The core as a command of zorvel-batch uses it.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "batch/batch_window.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "shell/main_controller.h"
+
+namespace zorvel {
+
+// The exit status of a command.
+enum ExitStatus : int { kDone = 0, kFailed = 1, kUsage = 2, kInterrupted = 3 };
+
+// What stands before the command on the command line, and the command line itself.
+struct BatchOptions {
+    std::filesystem::path folder;  // the program folder
+    std::string command_line;      // for the log
+    BatchManners manners;
+};
+
+class BatchSession {
+  public:
+    // Raises a std::filesystem::filesystem_error when the program folder does not exist.
+    BatchSession(const BatchOptions& options, std::ostream& out, std::ostream& err);
+
+    // Starts the core without opening a tree. False when that failed; the user was told why.
+    bool Start(RunPace pace = {});
+    // Starts the core and loads a tree: `tree` or, when it is empty, the preferred one. Anything but kDone is
+    // the exit status to end with; the user was told why.
+    ExitStatus StartWithTree(const std::string& tree, bool refresh, RunPace pace = {});
+
+    MainController& controller() { return *controller_; }
+    BatchWindow& window() { return window_; }
+    std::ostream& out() { return out_; }
+
+    // Writes the reason to standard error; returns kFailed.
+    ExitStatus Fail(std::string_view reason);
+    // kInterrupted when the user interrupted the program, else `status`.
+    ExitStatus Ended(ExitStatus status) const;
+
+  private:
+    bool StartUp(const TreeRequest& request, RunPace pace);
+
+    std::string command_line_;
+    std::ostream& out_;
+    Files files_;
+    SystemClock clock_;
+    BatchWindow window_;
+    std::optional<MainController> controller_;
+};
+
+}  // namespace zorvel

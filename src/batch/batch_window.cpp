@@ -1,0 +1,97 @@
+#include "batch/batch_window.h"
+
+#include <algorithm>
+#include <csignal>
+#include <utility>
+
+#include "platform/code_page.h"
+
+namespace zorvel {
+namespace {
+
+constexpr std::chrono::milliseconds kProgressInterval{100};
+constexpr std::size_t kProgressWidth = 100;
+
+// Set by the signal handler; signals reach a process, not an object.
+volatile std::sig_atomic_t interrupt_count = 0;
+
+// Message texts break their lines as the windows of old did, with a carriage return, or with a line feed.
+std::string ForTerminal(std::string_view text) {
+    std::string utf8 = ToUtf8(text);
+    std::replace(utf8.begin(), utf8.end(), '\r', '\n');
+    return utf8;
+}
+
+}  // namespace
+
+BatchWindow::BatchWindow(std::ostream& out, std::ostream& err, BatchManners manners)
+    : out_(out), err_(err), manners_(manners) {
+    interrupt_count = 0;
+}
+
+void BatchWindow::Interrupt() {
+    interrupt_count = 1;
+}
+
+bool BatchWindow::interrupted() const {
+    return interrupt_count != 0;
+}
+
+void BatchWindow::Fail(std::string_view reason) {
+    ClearProgress();
+    err_ << "zorvel-batch: " << ForTerminal(reason) << std::endl;
+}
+
+Answer BatchWindow::Show(const MessageBox& box) {
+    ClearProgress();
+    err_ << ToUtf8(box.title) << ": " << ForTerminal(box.text) << std::endl;
+    if (box.buttons == Buttons::kOk) return Answer::kOk;
+    return manners_.yes ? Answer::kYes : box.default_answer;
+}
+
+void BatchWindow::ShowStatus(StatusPicture /*picture*/, std::string_view text) {
+    if (!manners_.show_progress) return;
+    const auto now = std::chrono::steady_clock::now();
+    if (now - last_progress_ < kProgressInterval) return;
+    last_progress_ = now;
+    const std::string line = progress_prefix_ + std::string(text);
+    err_ << "\r\x1b[K" << ToUtf8(std::string_view(line).substr(0, kProgressWidth)) << std::flush;
+    progress_shown_ = true;
+}
+
+void BatchWindow::ClearProgress() {
+    if (std::exchange(progress_shown_, false)) err_ << "\r\x1b[K" << std::flush;
+}
+
+void BatchWindow::PlaySound(std::string_view /*path*/) {
+    // Nobody is there to hear it.
+}
+
+void BatchWindow::OpenDocument(std::string_view address) {
+    Fail("see " + std::string(address));
+}
+
+void BatchWindow::EditTextFile(std::string_view path) {
+    Fail("edit " + std::string(path));
+}
+
+void BatchWindow::ProcessEvents() {
+    if (!interrupted() || std::exchange(interrupt_passed_on_, true) || !on_interrupt) return;
+    on_interrupt();
+}
+
+bool BatchWindow::OfferImport(const std::string& summary, const std::string& /*question*/) {
+    ClearProgress();
+    out_ << ForTerminal(summary) << std::endl;
+    return import_wanted;
+}
+
+void BatchWindow::ShowSelectedCount(std::string_view text) {
+    selected_count_ = text;
+}
+
+void BatchWindow::ShowCurrentApplication(std::string_view count, std::string_view /*name*/) {
+    progress_prefix_ = std::string(count) + " of " + selected_count_ + ": ";
+}
+
+}  // namespace zorvel

@@ -1,0 +1,90 @@
+// The face of an unattended run: messages and progress on standard error, answers from the command line.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "analysis/run_display.h"
+#include "platform/user_interface.h"
+#include "shell/main_window.h"
+
+namespace zorvel {
+
+// The ways in which an unattended run deals with its surroundings.
+struct BatchManners {
+    bool yes = false;            // questions are answered Yes instead of with their default button
+    bool show_progress = false;  // standard error is a terminal
+};
+
+class BatchWindow final : public UserInterface, public MainWindow, public RunDisplay {
+  public:
+    // Results go to `out`, messages and progress to `err`; both get UTF-8.
+    BatchWindow(std::ostream& out, std::ostream& err, BatchManners manners);
+
+    // The closing offer of a run is answered by this.
+    bool import_wanted = false;
+    // Called once, from ProcessEvents, after the user interrupted the program.
+    std::function<void()> on_interrupt;
+    // Tells the window of an interruption; safe to call from a signal handler.
+    static void Interrupt();
+    // True when the program was interrupted since the window was made.
+    bool interrupted() const;
+
+    // Writes a reason for failure to standard error.
+    void Fail(std::string_view reason);
+
+    Answer Show(const MessageBox& box) override;
+    void ShowStatus(StatusPicture picture, std::string_view text) override;
+    void PlaySound(std::string_view path) override;
+    void OpenDocument(std::string_view address) override;
+    void EditTextFile(std::string_view path) override;
+    void ProcessEvents() override;
+
+    bool OfferImport(const std::string& summary, const std::string& question) override;
+    void ShowCurrentApplication(std::string_view count, std::string_view name) override;
+    void ShowSelectedCount(std::string_view text) override;
+
+    // What only a window has.
+    void ShowStatusTab() override {}
+    void ShowStatusCounts(const RunStatus& /*status*/) override {}
+    void ShowStreamProgress(double /*value*/) override {}
+    void ShowOverallProgress(double /*value*/) override {}
+    void ClearBrowser() override {}
+    void AddNode(std::size_t /*ou_number*/, bool /*expanded*/) override {}
+    void RedrawBrowser() override {}
+    void ShowCacheTree(std::string_view /*title*/) override {}
+    void SetLabOU(std::string_view /*text*/) override {}
+    void SetLabOUCount(std::string_view /*text*/) override {}
+    void SetLabApps(std::string_view /*text*/) override {}
+    void SetLabElapsed(std::string_view /*text*/) override {}
+    void CloseCacheTree() override {}
+    void SetCaption(std::string_view /*caption*/) override {}
+    void LayOut() override {}
+    void Show() override {}
+    bool ShowWelcome() override { return false; }
+    void EnableReenableWelcome(bool /*enabled*/) override {}
+    void LoadClassIcons() override {}
+    void AddTree(std::string_view /*name*/) override {}
+    void SelectTree(std::size_t /*index*/) override {}
+    void DisableDirectoryFunctions() override {}
+    void SetCurrentOU(std::string_view /*text*/) override {}
+    void RefreshAppTitle() override {}
+    void EnableGenerate(bool /*enabled*/) override {}
+
+  private:
+    void ClearProgress();
+
+    std::ostream& out_;
+    std::ostream& err_;
+    BatchManners manners_;
+    std::string progress_prefix_;  // which application of how many
+    std::string selected_count_;
+    bool progress_shown_ = false;
+    bool interrupt_passed_on_ = false;
+    std::chrono::steady_clock::time_point last_progress_;
+};
+
+}  // namespace zorvel

@@ -1,0 +1,28 @@
+// One command of zorvel-batch.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "batch/batch_session.h"
+
+namespace CLI {
+class App;
+}
+
+namespace zorvel {
+
+class BatchCommand {
+  public:
+    virtual ~BatchCommand() = default;
+    // Adds the command, with its options, to the command line.
+    virtual CLI::App* Register(CLI::App& program) = 0;
+    // Does the command's work, after its options were read.
+    virtual ExitStatus Run(BatchSession& session) = 0;
+};
+
+std::unique_ptr<BatchCommand> MakeTreesCommand();
+std::unique_ptr<BatchCommand> MakeContainersCommand();
+std::unique_ptr<BatchCommand> MakeAnalyseCommand();
+
+}  // namespace zorvel
