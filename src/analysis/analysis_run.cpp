@@ -48,7 +48,7 @@ AnalysisRun::AnalysisRun(const RunInputs& inputs, FindRun* find)
     : inputs_(inputs),
       services_(inputs.services),
       find_(find),
-      status_(inputs.services.clock, inputs.display),
+      status_(inputs.services.clock, inputs.services.ui, inputs.display),
       errors_(inputs.services) {}
 
 RunOutcome AnalysisRun::Run() {

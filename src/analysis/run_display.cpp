@@ -15,7 +15,13 @@ std::string Elapsed(double seconds) {
 
 }  // namespace
 
-RunStatus::RunStatus(const Clock& clock, RunDisplay& display) : clock_(clock), display_(display) {}
+RunStatus::RunStatus(const Clock& clock, UserInterface& ui, RunDisplay& display)
+    : clock_(clock), ui_(ui), display_(display) {}
+
+void RunStatus::RefreshStatusCounts() {
+    display_.ShowStatusCounts(*this);
+    ui_.ProcessEvents();
+}
 
 void RunStatus::StartRun() {
     SetStreamProgress(0);

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/clock.h"
+#include "platform/user_interface.h"
 #include "streams/parse_context.h"
 
 namespace zorvel {
@@ -32,7 +33,7 @@ class RunDisplay {
 // The counters, times and progress of a run.
 class RunStatus final : public ParseProgress {
   public:
-    RunStatus(const Clock& clock, RunDisplay& display);
+    RunStatus(const Clock& clock, UserInterface& ui, RunDisplay& display);
 
     RunCounters counters;
 
@@ -40,7 +41,8 @@ class RunStatus final : public ParseProgress {
     void StartRun();
     void StartApplication();
 
-    void RefreshStatusCounts() override { display_.ShowStatusCounts(*this); }
+    // Also lets pending events run: it is called often enough for ESC to be noticed in time.
+    void RefreshStatusCounts() override;
     double StreamProgress() const override { return stream_progress_; }
     void SetStreamProgress(double value) override;
     void SetOverallProgress(double value) override;
@@ -55,6 +57,7 @@ class RunStatus final : public ParseProgress {
 
   private:
     const Clock& clock_;
+    UserInterface& ui_;
     RunDisplay& display_;
     double run_start_ = 0;
     double application_start_ = 0;

@@ -1,5 +1,6 @@
-// What the program asks of the directory service: the client's initialisation, the trees, a browser over containers and
-// applications, and the streams. Sources of directory data implement it; the rest of the program knows nothing else.
+// What the program asks of the directory service: the client's initialisation, the trees, a browser over
+// containers and applications, and the streams. Sources of directory data implement it; the rest of the
+// program knows nothing else.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +17,8 @@ inline constexpr std::string_view kApplicationClass = "App:Application";
 // What the tree's root is called, as short name, full name and class.
 inline constexpr std::string_view kRootName = "[Root]";
 
-// One object of a directory. `id` means something to the directory that made it, and stays valid while its tree is open.
+// One object of a directory. `id` means something to the directory that made it, and stays valid while its
+// tree is open.
 struct Entry {
     std::uint64_t id = 0;
     std::string short_name;  // the last naming component of the path
@@ -36,7 +38,7 @@ std::string RootPath(std::string_view tree);
 // Paths are "NDS:\\" + tree + "\" + naming components, root first; full names are dotted, leaf first.
 // Every operation can raise error 600 (the directory cannot be read).
 class Directory {
- public:
+  public:
     virtual ~Directory() = default;
 
     // Client initialisation, in this order; each returns 0 on success.
@@ -72,14 +74,16 @@ class Directory {
 
     // The names of the attributes the object holds, in directory order.
     virtual std::vector<std::string> AttributeNames(const Entry& entry) = 0;
-    // The syntax of an attribute: "Long", "String", "NWPath", "NWOctetString", "NWACL", "NWStream" or "Other".
+    // The syntax of an attribute: "Long", "String", "NWPath", "NWOctetString", "NWACL", "NWStream" or
+    // "Other".
     virtual std::string AttributeSyntax(const Entry& entry, std::string_view attribute) = 0;
     // The values of an attribute as texts, in directory order. Raises error 603 when there is none.
     virtual std::vector<std::string> AttributeValues(const Entry& entry, std::string_view attribute) = 0;
 
-    // Streams are read whole: open (`name` is "." + full name), size, read, close. Opening returns 0 on success.
-    virtual int NWDSOpenStream(std::uint32_t context_handle, std::string_view name, std::string_view attribute,
-                               int flags, int& file_handle) = 0;
+    // Streams are read whole: open (`name` is "." + full name), size, read, close. Opening returns 0 on
+    // success.
+    virtual int NWDSOpenStream(std::uint32_t context_handle, std::string_view name,
+                               std::string_view attribute, int flags, int& file_handle) = 0;
     virtual std::size_t GetFileSize(int file_handle) = 0;
     // Reads up to `size` bytes into `buffer`, which is resized to the bytes read.
     virtual void ReadFile(int file_handle, std::size_t size, std::string& buffer) = 0;

@@ -28,10 +28,13 @@ DateTime LocalTime(long long seconds_since_epoch) {
     return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec};
 }
 
-DateTime SystemClock::Now() const { return LocalTime(static_cast<long long>(SecondsSinceEpoch())); }
+DateTime SystemClock::Now() const {
+    return LocalTime(static_cast<long long>(SecondsSinceEpoch()));
+}
 
 double SystemClock::Timer() const {
-    // The time zone's rules are costly to look up and Timer is asked once a record: they are kept for the day.
+    // The time zone's rules are costly to look up and Timer is asked once a record: they are kept for the
+    // day.
     const double now = SecondsSinceEpoch();
     if (now < midnight_ || now >= midnight_ + kSecondsPerDay) midnight_ = now - TimeOfDay(now);
     return now - midnight_;
@@ -48,7 +51,9 @@ double SecondsSince(const Clock& clock, double start) {
 
 int DaysBetween(const DateTime& from, const DateTime& to) {
     const auto day_number = [](const DateTime& date) {
-        return std::chrono::sys_days(std::chrono::year(date.year) / date.month / date.day).time_since_epoch().count();
+        return std::chrono::sys_days(std::chrono::year(date.year) / date.month / date.day)
+            .time_since_epoch()
+            .count();
     };
     return static_cast<int>(day_number(to) - day_number(from));
 }

@@ -16,7 +16,7 @@ struct DateTime {
 };
 
 class Clock {
- public:
+  public:
     virtual ~Clock() = default;
 
     // The local date and time.
@@ -28,12 +28,12 @@ class Clock {
 };
 
 class SystemClock final : public Clock {
- public:
+  public:
     DateTime Now() const override;
     double Timer() const override;
     void Sleep(double seconds) override;
 
- private:
+  private:
     mutable double midnight_ = 0;  // the last midnight that Timer worked out, in seconds since the epoch
 };
 

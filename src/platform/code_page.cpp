@@ -9,7 +9,8 @@ namespace {
 
 using Byte = unsigned char;
 
-// Code points of the codes 128 to 159 (Unicode's "bestfit1252" mapping); all other codes are their own code points.
+// Code points of the codes 128 to 159 (Unicode's "bestfit1252" mapping); all other codes are their own code
+// points.
 constexpr std::array<char16_t, 32> kCodePoints = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -19,7 +20,8 @@ constexpr std::array<char, 256> MakeUpperTable() {
     std::array<char, 256> table{};
     for (int code = 0; code < 256; ++code) {
         int upper = code;
-        if ((code >= 'a' && code <= 'z') || (code >= 0xE0 && code <= 0xFE && code != 0xF7)) upper = code - 0x20;
+        if ((code >= 'a' && code <= 'z') || (code >= 0xE0 && code <= 0xFE && code != 0xF7))
+            upper = code - 0x20;
         if (code == 0x9A || code == 0x9C || code == 0x9E) upper = code - 0x10;
         if (code == 0xFF) upper = 0x9F;
         table[static_cast<std::size_t>(code)] = static_cast<char>(static_cast<Byte>(upper));
@@ -28,7 +30,9 @@ constexpr std::array<char, 256> MakeUpperTable() {
 }
 constexpr std::array<char, 256> kUpper = MakeUpperTable();
 
-constexpr bool IsAscii(char character) { return static_cast<Byte>(character) < 0x80; }
+constexpr bool IsAscii(char character) {
+    return static_cast<Byte>(character) < 0x80;
+}
 
 char CodeOf(char32_t code_point) {
     if (code_point < 0x80 || (code_point >= 0xA0 && code_point <= 0xFF)) {
@@ -39,8 +43,8 @@ char CodeOf(char32_t code_point) {
     return static_cast<char>(static_cast<Byte>(0x80 + (found - kCodePoints.begin())));
 }
 
-// What a lead byte says of its sequence: the bytes that follow, its own bits, and the range of the second byte
-// (Unicode Standard, table 3-7).
+// What a lead byte says of its sequence: the bytes that follow, its own bits, and the range of the second
+// byte (Unicode Standard, table 3-7).
 struct Lead {
     int following;
     char32_t bits;
@@ -111,14 +115,18 @@ std::string ToUtf8(std::string_view text) {
     return utf8;
 }
 
-char UpperChar(char character) noexcept { return kUpper[static_cast<Byte>(character)]; }
+char UpperChar(char character) noexcept {
+    return kUpper[static_cast<Byte>(character)];
+}
 
 void MakeUpperCase(std::string& text) noexcept {
-    for (char& character : text) character = UpperChar(character);
+    for (char& character : text)
+        character = UpperChar(character);
 }
 
 bool IsUpperCase(std::string_view text) noexcept {
-    return std::all_of(text.begin(), text.end(), [](char character) { return UpperChar(character) == character; });
+    return std::all_of(text.begin(), text.end(),
+                       [](char character) { return UpperChar(character) == character; });
 }
 
 std::string UpperCase(std::string_view text) {

@@ -31,7 +31,7 @@ inline constexpr std::int32_t kStore = static_cast<std::int32_t>(0x80004005);
 
 // An error as the user is told of it: "Error" + number + " (" + description + ")".
 class Error : public std::runtime_error {
- public:
+  public:
     // The error `number` with its standard description.
     explicit Error(std::int32_t number);
     // The error `number` with a description of its own.
@@ -45,14 +45,15 @@ class Error : public std::runtime_error {
     // This error with `detail` added to it.
     Error With(std::string detail) const;
 
- private:
+  private:
     std::int32_t number_;
     std::string detail_;
 };
 
-// A failure to write a file. Loops that go on after other errors stop at this one: what they would produce is lost.
+// A failure to write a file. Loops that go on after other errors stop at this one: what they would produce is
+// lost.
 class OutputError : public Error {
- public:
+  public:
     using Error::Error;
     explicit OutputError(const Error& error) : Error(error) {}
 };

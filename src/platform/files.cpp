@@ -27,7 +27,8 @@ fs::path FindSpelling(const fs::path& folder, const std::string& name) {
     for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
         const fs::path found = it->path();
         const bool same = UpperCase(FromUtf8(found.filename().native())) == wanted;
-        // Two spellings of one name can lie in a folder here: the first in byte order is taken, whatever the disk's order.
+        // Two spellings of one name can lie in a folder here: the first in byte order is taken, whatever the
+        // disk's order.
         if (same && (best.empty() || found < best)) best = found;
     }
     return best.empty() ? exact : best;
@@ -123,13 +124,15 @@ DateTime Files::Modified(std::string_view path) const {
     return LocalTime(status.st_mtime);
 }
 
-std::vector<std::string> Files::List(std::string_view folder, std::string_view prefix, std::string_view suffix) const {
+std::vector<std::string> Files::List(std::string_view folder, std::string_view prefix,
+                                     std::string_view suffix) const {
     std::vector<std::string> names;
     std::error_code error;
     for (fs::directory_iterator it(Resolve(folder), error), end; !error && it != end; it.increment(error)) {
         std::string name = FromUtf8(it->path().filename().native());
-        const bool fits = name.size() >= prefix.size() + suffix.size() && BeginsIgnoringCase(name, prefix) &&
-                          EqualIgnoringCase(std::string_view(name).substr(name.size() - suffix.size()), suffix);
+        const bool fits =
+            name.size() >= prefix.size() + suffix.size() && BeginsIgnoringCase(name, prefix) &&
+            EqualIgnoringCase(std::string_view(name).substr(name.size() - suffix.size()), suffix);
         if (fits && it->is_regular_file(error)) names.push_back(std::move(name));
     }
     std::sort(names.begin(), names.end());

@@ -1,8 +1,8 @@
 // The program folder's files, under the path texts that the program shows and logs.
 //
 // A path text is the real program folder followed by "\" and names separated by "\". Names are found as a
-// case-insensitive file system would find them. A text that does not begin with the program folder is a path of its own,
-// separated by "\" or "/".
+// case-insensitive file system would find them. A text that does not begin with the program folder is a path
+// of its own, separated by "\" or "/".
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,7 @@
 namespace zorvel {
 
 class Files {
- public:
+  public:
     // `program_folder` must exist; it is made absolute.
     explicit Files(const std::filesystem::path& program_folder);
 
@@ -27,8 +27,8 @@ class Files {
     // The path text of a file beneath the program folder: ProgramFolder + "\" + `relative`.
     std::string Path(std::string_view relative) const;
 
-    // The real path of a path text: each name as it is spelled on disk, exact spelling first; names that do not exist
-    // stay as given. Raises error 76 when a name holds "/" or a NUL or is "..".
+    // The real path of a path text: each name as it is spelled on disk, exact spelling first; names that do
+    // not exist stay as given. Raises error 76 when a name holds "/" or a NUL or is "..".
     std::filesystem::path Resolve(std::string_view path) const;
 
     // True when `path` is an existing file (not a folder).
@@ -41,7 +41,8 @@ class Files {
     OutputFile Append(std::string_view path) const;
     // Deletes a file. Raises error 53, 70 or 75.
     void Remove(std::string_view path) const;
-    // Copies a file byte for byte, replacing an older one. Raises 53 for a missing source, an OutputError for the target.
+    // Copies a file byte for byte, replacing an older one. Raises 53 for a missing source, an OutputError for
+    // the target.
     void Copy(std::string_view from, std::string_view to) const;
     // Renames a file within its folder. Raises error 53, 58 (the new name exists), 70 or 75.
     void Rename(std::string_view from, std::string_view to) const;
@@ -49,11 +50,12 @@ class Files {
     std::uint64_t Size(std::string_view path) const;
     // The local time at which a file was last modified. Raises error 53.
     DateTime Modified(std::string_view path) const;
-    // The names of the files in `folder` that begin with `prefix` and end with `suffix`, without regard to case, sorted.
-    // A missing folder has none.
-    std::vector<std::string> List(std::string_view folder, std::string_view prefix, std::string_view suffix) const;
+    // The names of the files in `folder` that begin with `prefix` and end with `suffix`, without regard to
+    // case, sorted. A missing folder has none.
+    std::vector<std::string> List(std::string_view folder, std::string_view prefix,
+                                  std::string_view suffix) const;
 
- private:
+  private:
     std::filesystem::path folder_;
     std::string program_folder_;
 };

@@ -11,27 +11,29 @@
 namespace zorvel {
 
 class InputFile {
- public:
+  public:
     static constexpr std::size_t kBufferSize = 256 * 1024;
 
     // Opens `path`; `name` is what errors call it. Raises error 53, 70, 75 or 76 when it cannot be opened.
     InputFile(const std::filesystem::path& path, std::string name);
 
-    // The next byte as 0 to 255, or -1 at the end of the file; Peek does not move on. Raises error 75 on a read error.
+    // The next byte as 0 to 255, or -1 at the end of the file; Peek does not move on. Raises error 75 on a
+    // read error.
     int Peek() { return at_ < end_ || Fill() ? static_cast<unsigned char>(buffer_[at_]) : -1; }
     int Get() {
         const int byte = Peek();
         if (byte >= 0) ++at_;
         return byte;
     }
-    // The bytes in the buffer that were not yet taken, refilled when there are none; empty at the end of the file.
+    // The bytes in the buffer that were not yet taken, refilled when there are none; empty at the end of the
+    // file.
     std::string_view Available();
     // Moves past `count` bytes of what Available gave.
     void Skip(std::size_t count) { at_ += count; }
 
     const std::string& name() const { return name_; }
 
- private:
+  private:
     bool Fill();
 
     struct Closer {

@@ -13,7 +13,8 @@ namespace zorvel {
 OutputFile::OutputFile(const std::filesystem::path& path, std::string name, Mode mode)
     : name_(std::move(name)),
       descriptor_(::open(path.c_str(),
-                         O_WRONLY | O_CREAT | O_CLOEXEC | (mode == Mode::kAppend ? O_APPEND : O_TRUNC), 0666)) {
+                         O_WRONLY | O_CREAT | O_CLOEXEC | (mode == Mode::kAppend ? O_APPEND : O_TRUNC),
+                         0666)) {
     if (descriptor_ >= 0) return;
     // Creating a file fails with "not found" only when its folder is missing.
     if (errno == ENOENT) throw OutputError(Error(errors::kPathNotFound).With(name_));

@@ -8,7 +8,7 @@
 namespace zorvel {
 
 class OutputFile {
- public:
+  public:
     static constexpr std::size_t kBufferSize = 64 * 1024;
 
     enum class Mode { kTruncate, kAppend };
@@ -36,7 +36,7 @@ class OutputFile {
     bool is_open() const { return descriptor_ >= 0; }
     const std::string& name() const { return name_; }
 
- private:
+  private:
     std::string name_;
     int descriptor_ = -1;
     std::string buffer_;

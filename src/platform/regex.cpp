@@ -10,7 +10,8 @@
 namespace zorvel {
 namespace {
 
-// Enough for every sane expression over a stream of megabytes, and spent within a second by one that backtracks for ever.
+// Enough for every sane expression over a stream of megabytes, and spent within a second by one that
+// backtracks for ever.
 constexpr std::uint32_t kMatchLimit = 10'000'000;
 constexpr std::uint32_t kDepthLimit = 100'000;
 
@@ -58,8 +59,8 @@ Regex::Regex(Regex&&) noexcept = default;
 Regex& Regex::operator=(Regex&&) noexcept = default;
 
 bool Regex::Matches(std::string_view text) const {
-    const int result = pcre2_match(engine_->code.get(), reinterpret_cast<PCRE2_SPTR>(text.data()), text.size(), 0, 0,
-                                   engine_->match.get(), engine_->limits.get());
+    const int result = pcre2_match(engine_->code.get(), reinterpret_cast<PCRE2_SPTR>(text.data()),
+                                   text.size(), 0, 0, engine_->match.get(), engine_->limits.get());
     if (result == PCRE2_ERROR_NOMATCH) return false;
     if (result < 0) throw Error(errors::kInvalidCall).With(MessageOf(result));
     return true;

@@ -8,17 +8,19 @@
 namespace zorvel {
 
 class Regex {
- public:
-    // Compiles `pattern`. Raises error 5 with the fault and its place in the detail when it is not a valid expression.
+  public:
+    // Compiles `pattern`. Raises error 5 with the fault and its place in the detail when it is not a valid
+    // expression.
     explicit Regex(std::string_view pattern);
     ~Regex();
     Regex(Regex&&) noexcept;
     Regex& operator=(Regex&&) noexcept;
 
-    // True when the expression matches anywhere in `text`. Raises error 5 when the search exceeds the engine's limits.
+    // True when the expression matches anywhere in `text`. Raises error 5 when the search exceeds the
+    // engine's limits.
     bool Matches(std::string_view text) const;
 
- private:
+  private:
     struct Engine;
     std::unique_ptr<Engine> engine_;
 };

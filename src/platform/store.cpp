@@ -62,24 +62,16 @@ bool IsPlain(std::string_view text, bool& nul) {
 // What a group has executed so far, kept flat so that it takes the memory of its texts and little more.
 class GroupLog {
   public:
-    struct Entry {
-        std::shared_ptr<SQLite::Statement> statement;
-        std::size_t values = 0;
-    };
-
     void Add(std::shared_ptr<SQLite::Statement> statement, std::span<const std::string> values) {
-        entries_.push_back({std::move(statement), values.size()});
+        entries_.push_back({std::move(statement), lengths_.size(), texts_.size()});
         for (const std::string& value : values) {
             lengths_.push_back(value.size());
             texts_ += value;
         }
     }
     void RemoveLast() {
-        const Entry& last = entries_.back();
-        for (std::size_t i = 0; i < last.values; ++i) {
-            texts_.resize(texts_.size() - lengths_.back());
-            lengths_.pop_back();
-        }
+        lengths_.resize(entries_.back().first_length);
+        texts_.resize(entries_.back().first_text);
         entries_.pop_back();
     }
     void Clear() {
@@ -87,25 +79,28 @@ class GroupLog {
         lengths_.clear();
         texts_.clear();
     }
+    std::size_t size() const { return entries_.size(); }
     bool IsFull() const { return entries_.size() >= kGroupStatements || texts_.size() >= kGroupBytes; }
 
-    // Calls `action` with each statement and its values, in order.
-    template <typename Action>
-    void ForEach(Action action) const {
-        std::size_t at = 0;
-        std::size_t length = 0;
+    SQLite::Statement& StatementAt(std::size_t index) const { return *entries_[index].statement; }
+    std::vector<std::string> ValuesAt(std::size_t index) const {
+        const std::size_t end =
+            index + 1 < entries_.size() ? entries_[index + 1].first_length : lengths_.size();
         std::vector<std::string> values;
-        for (const Entry& entry : entries_) {
-            values.resize(entry.values);
-            for (std::string& value : values) {
-                value.assign(texts_, at, lengths_[length]);
-                at += lengths_[length++];
-            }
-            action(*entry.statement, values);
+        std::size_t at = entries_[index].first_text;
+        for (std::size_t i = entries_[index].first_length; i < end; at += lengths_[i++]) {
+            values.push_back(texts_.substr(at, lengths_[i]));
         }
+        return values;
     }
 
   private:
+    struct Entry {
+        std::shared_ptr<SQLite::Statement> statement;
+        std::size_t first_length;  // of its values, in lengths_
+        std::size_t first_text;    // of its values, in texts_
+    };
+
     std::vector<Entry> entries_;
     std::vector<std::size_t> lengths_;
     std::string texts_;
@@ -154,7 +149,7 @@ class Connection {
                 log_.RemoveLast();
                 throw;
             }
-            RunLogSingly();
+            RunAgain();
         }
         if (log_.IsFull()) WriteGroup();
     }
@@ -223,12 +218,37 @@ class Connection {
     // disk.
     bool IsRolledBack() { return sqlite3_get_autocommit(db_.getHandle()) != 0; }
 
-    void RunLogSingly() {
+    // Executes a group that was rolled back again, with the outcome of its statements one by one: by halves,
+    // since a write for every statement would take minutes.
+    void RunAgain() {
         in_transaction_ = false;
         const GroupLog log = std::exchange(log_, {});
-        log.ForEach([&](SQLite::Statement& statement, const std::vector<std::string>& values) {
-            RunAlone(statement, values);
-        });
+        RunRange(log, 0, log.size());
+    }
+
+    void RunRange(const GroupLog& log, std::size_t first, std::size_t last) {
+        if (last - first <= 1) {
+            if (first < last) RunAlone(log.StatementAt(first), log.ValuesAt(first));
+            return;
+        }
+        const std::size_t middle = first + (last - first) / 2;
+        for (const auto& [from, to] : {std::pair{first, middle}, std::pair{middle, last}}) {
+            if (!RunAtOnce(log, from, to)) RunRange(log, from, to);
+        }
+    }
+
+    // False when the statements cannot be written as one group; none of them is then.
+    bool RunAtOnce(const GroupLog& log, std::size_t first, std::size_t last) {
+        Guarded(name_, [&] { db_.exec("BEGIN EXCLUSIVE"); });
+        try {
+            for (std::size_t i = first; i < last; ++i)
+                RunAlone(log.StatementAt(i), log.ValuesAt(i));
+            Guarded(name_, [&] { db_.exec("COMMIT"); });
+            return true;
+        } catch (const Error&) {
+            if (!IsRolledBack()) Guarded(name_, [&] { db_.exec("ROLLBACK"); });
+            return false;
+        }
     }
 
     void WriteGroup() {
@@ -237,7 +257,7 @@ class Connection {
             db_.exec("COMMIT");
         } catch (const SQLite::Exception&) {
             if (!IsRolledBack()) Guarded(name_, [&] { db_.exec("ROLLBACK"); });
-            RunLogSingly();
+            RunAgain();
         }
         in_transaction_ = false;
         log_.Clear();

@@ -92,8 +92,8 @@ class Database {
     void ExecuteScript(std::string_view sql);
 
     // From here on statements are gathered and written to the file in groups. A statement that fails is
-    // undone alone, and those before it stay. A group that the disk does not take as a whole is executed
-    // again statement by statement, so that the file holds what it would hold without groups.
+    // undone alone, and those before it stay. Of a group that the disk does not take as a whole, the
+    // statements up to the one that fails are written, so that the file holds what it would without groups.
     void Begin();
     // Writes what is gathered and ends the gathering. Raises an error when it cannot be written.
     void Complete();

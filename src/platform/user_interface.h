@@ -25,18 +25,20 @@ struct MessageBox {
 };
 
 class UserInterface {
- public:
+  public:
     virtual ~UserInterface() = default;
 
     // Shows a message box and waits for its answer.
     virtual Answer Show(const MessageBox& box) = 0;
     // Shows picture and text in the status bar and repaints it at once.
     virtual void ShowStatus(StatusPicture picture, std::string_view text) = 0;
-    // Starts playing a sound file (a path of the program's text form) and returns at once; stays silent on any failure.
+    // Starts playing a sound file (a path of the program's text form) and returns at once; stays silent on
+    // any failure.
     virtual void PlaySound(std::string_view path) = 0;
     // Opens a file or an address with the desktop's default handler.
     virtual void OpenDocument(std::string_view address) = 0;
-    // Opens a text file in the desktop's text editor and returns at once. Raises an Error when it cannot be started.
+    // Opens a text file in the desktop's text editor and returns at once. Raises an Error when it cannot be
+    // started.
     virtual void EditTextFile(std::string_view path) = 0;
     // Lets pending window events run.
     virtual void ProcessEvents() = 0;

@@ -23,7 +23,7 @@ struct Session {
     std::optional<Database> MasterConnection;  // the master catalogue, open from start-up until exit
     std::vector<std::string> trees;            // the tree selector's entries
     std::string current_tree;  // the entry that is selected; empty before the first tree is opened
-    bool tree_loaded = false;                  // its last load went well
+    bool tree_loaded = false;  // its last load went well
 };
 
 }  // namespace zorvel

@@ -158,7 +158,7 @@ TEST(StreamFailures, OfRecordsWithoutProgressComeAfterTheirRow) {
 }
 
 TEST(StreamFailures, OfASignatureThatOverflowsComeAfterTheRow) {
-    // 131 values of 65535 characters with the code 255 (upper case 159) and a key: more than 31 bits.
+    // Values of 65535 characters of code 223, more of them than 31 bits hold the sum of.
     StreamBuilder builder;
     const std::string data(65535, '\xDF');
     int records = 0;

@@ -318,6 +318,12 @@ TEST(StreamRecords, NameTheCopyModeOfEveryFlagsWord) {
 TEST(StreamRecords, FollowTheLengthsInForce) {
     const std::string after = StreamBuilder().Macro("m", "v").bytes().substr(8);
     const std::string after_row = Lines({kApp, "m", "v", "", ""});
+    // The last 28 characters of a prompted macro's name begin a record that reaches to that macro's end.
+    const std::string hidden = "\12\0\0\0\1\0\0\0\44\0\0\0\1\0\0\0a\1\0\0\0b"s;
+    const std::string name = std::string(12, 'x') + hidden + "yyyyyy";
+    const std::string prompted = std::string(15, '\0') + "\50\0\0\0"s + name + std::string(8, '\0');
+    const std::string prompted_rows = Lines({kApp, name, "", "", "", kApp, "a", "b", "", ""});
+    const std::string text(255, 't');
     const struct {
         std::string name, stream, rows;
     } cases[] = {
@@ -339,6 +345,19 @@ TEST(StreamRecords, FollowTheLengthsInForce) {
          ""},
         {"type 10: gap after the value", "AOT FILE\12\0\0\0\1\0\0\0\31\0\0\0\1\0\0\0n\1\0\0\0w???"s,
          Lines({kApp, "n", "w", "", ""})},
+        {"type 21: length value bounds the file",
+         "AOT FILE\25\0\0\0\2\0\0\0\1\0\0\0\0\0\0\0\5\0\0\0"s
+         "f\1\0\0\0t"s,
+         Lines({kApp, "f", "t", "", "Addition to end of file"})},
+        {"type 38: the length value alone leads on", "AOT FILE\46\0\0\0\0\0\0\0\50"s + prompted,
+         prompted_rows},
+        {"type 38: length 0 stands for the name's", "AOT FILE\46\0\0\0\0\0\0\0\0"s + prompted, prompted_rows},
+        {"type 3: length word", StreamBuilder().IniValue("f", "s", "i", text).bytes(),
+         Lines({kApp, "f", "s", "i", text, ""})},
+        {"type 6: length word", StreamBuilder().RegistryKeyCreate(text).bytes(),
+         Lines({kApp, text, "", "", "Create"})},
+        {"type 24: length word", StreamBuilder().EnvironmentSetting("e", text, 'Z').bytes(),
+         Lines({"e", text, "Z"})},
         {"type 24: the length value alone leads on",
          "AOT FILE\30\0\0\0\0\0\0\0\40\0\0\0\0\0\0\0Z\0\0\0\1\0\0\0e\1\0\0\0f??"s, Lines({"e", "f", "Z"})},
     };

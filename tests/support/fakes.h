@@ -16,7 +16,7 @@ namespace zorvel::test {
 
 // A clock that stands still except while somebody sleeps. It begins at 16 November 2026, 17:28:05.
 class FakeClock final : public Clock {
- public:
+  public:
     DateTime now{2026, 11, 16, 17, 28, 5};
     double timer = 17 * 3600 + 28 * 60 + 5;
     double slept = 0;
@@ -32,7 +32,7 @@ class FakeClock final : public Clock {
 
 // Notes all that is shown; answers questions from `answers`, else with their default.
 class FakeUserInterface final : public UserInterface {
- public:
+  public:
     std::vector<MessageBox> boxes;
     std::vector<std::string> statuses;
     StatusPicture picture = StatusPicture::kUnchanged;

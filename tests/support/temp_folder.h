@@ -12,7 +12,7 @@
 namespace zorvel::test {
 
 class TempFolder {
- public:
+  public:
     TempFolder() {
         std::string pattern = (std::filesystem::temp_directory_path() / "zorvel-XXXXXX").string();
         path_ = mkdtemp(pattern.data());
@@ -42,7 +42,7 @@ class TempFolder {
     }
     bool Has(const std::string& name) const { return std::filesystem::exists(path_ / name); }
 
- private:
+  private:
     std::filesystem::path path_;
 };
 

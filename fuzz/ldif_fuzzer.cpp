@@ -1,0 +1,78 @@
+// Loads arbitrary bytes as a tree: they are either refused with the line at fault, or give a tree whose every
+// object is found by its path and whose every value has a text.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "directory/tree_loader.h"
+#include "directory/value_texts.h"
+#include "platform/error.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+using namespace zorvel;
+
+// The schema of inputs that hold none: an attribute of each syntax with a text of its own.
+constexpr std::string_view kSchema =
+    "dn: cn=schema\n"
+    "attributeTypes: ( 2.5.4.0 NAME 'objectClass' SYNTAX 1.3.6.1.4.1.1466.115.121.1.38 )\n"
+    "attributeTypes: ( 2.5.4.31 NAME 'member' SYNTAX 1.3.6.1.4.1.1466.115.121.1.12 )\n"
+    "attributeTypes: ( 1.1 NAME 'l' SYNTAX 1.3.6.1.4.1.1466.115.121.1.27 )\n"
+    "attributeTypes: ( 1.2 NAME 'x' SYNTAX 1.3.6.1.4.1.1466.115.121.1.40 )\n"
+    "attributeTypes: ( 1.3 NAME 'aCL' SYNTAX 2.16.840.1.113719.1.1.5.1.17 )\n"
+    "attributeTypes: ( 1.4 NAME 's' SYNTAX 1.3.6.1.4.1.1466.115.121.1.5 )\n"
+    "objectClasses: ( 2.5.6.4 NAME 'organization' X-NDS_NAME 'Organization' )\n";
+
+void Require(bool condition) {
+    if (!condition) std::abort();
+}
+
+void ReadEveryValue(const MemoryTree& tree, EntryIndex entry) {
+    const EntryAttributes attributes = tree.ReadAttributes(entry);
+    Require(attributes.order.size() == attributes.values.size());
+    for (const std::uint32_t attribute : attributes.order) {
+        const auto& values = attributes.values.at(attribute);
+        const Syntax syntax = tree.AttributeSyntax(attribute);
+        Require(ValueTexts(tree, syntax, values).size() == (syntax == Syntax::kOther ? 0 : values.size()));
+        Require(tree.FindAttribute(tree.AttributeName(attribute)) == attribute);
+    }
+}
+
+}  // namespace
+
+// libldap loses some bytes of a schema definition that it refuses.
+extern "C" const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:liblber\n";
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const test::TempFolder folder;
+    static const Files files(folder.path());
+    static const bool has_schema = [] {
+        folder.Write("Trees/nds-schema.ldif", kSchema);
+        return true;
+    }();
+    Require(has_schema);
+
+    folder.Write("x.ldif", {reinterpret_cast<const char*>(data), size});
+    std::unique_ptr<MemoryTree> tree;
+    try {
+        tree = LoadTree(files, files.Path("x.ldif"));
+    } catch (const Error& error) {
+        Require(error.number() == errors::kDirectoryUnreadable);
+        Require(error.detail().starts_with(files.Path("x.ldif") + ", line "));
+        return 0;
+    }
+    for (EntryIndex entry = kRootEntry; tree->Holds(entry); ++entry) {
+        Require(tree->FindPath(tree->Components(entry)) != kNoEntry);
+        Require(!tree->FullName(entry).empty());
+        tree->FindFullName(tree->FullName(entry));
+        ReadEveryValue(*tree, entry);
+    }
+    return 0;
+}

@@ -1,0 +1,48 @@
+// Feeds arbitrary records to ParseAOT: it must end, report at most one faulty record, and keep to the
+// stream's bytes.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "support/streams_fakes.h"
+
+namespace {
+
+using namespace zorvel;
+using namespace zorvel::test;
+
+void Require(bool condition) {
+    if (!condition) std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static TestParser parser;
+    static OutputFile rows("/dev/null", "rows", OutputFile::Mode::kTruncate);
+    static FakeFinder finder;
+
+    // The first byte chooses between an analysis run and a Find run, and whether the signature is right.
+    const std::uint8_t choice = size == 0 ? 0 : data[0];
+    const bool sound = (choice & 1U) == 0;
+    std::string stream = sound ? "AOT FILE" : "";
+    if (size > 0) stream.append(reinterpret_cast<const char*>(data) + 1, size - 1);
+
+    parser.shell.log.Close();  // it would grow without end
+    parser.shell.ui.boxes.clear();
+    parser.issues.issues.clear();
+    parser.progress.stream_values.clear();
+    finder.entries.clear();
+    parser.context.error_wait = 0;
+    parser.context.parse_errors = 0;
+    parser.context.finder = (choice & 2U) == 0 ? nullptr : &finder;
+    parser.shell.options.warning_boxes = true;
+
+    std::int32_t signature = 0;
+    const ParseResult result = ParseAOT(parser.context, rows, TestParser::kFullName, stream, signature);
+    Require(result == (stream.starts_with("AOT FILE") ? ParseResult::kParsed : ParseResult::kRejected));
+    Require(parser.context.parse_errors <= 2);
+    Require(signature >= 0);
+    return 0;
+}

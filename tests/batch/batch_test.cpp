@@ -1,0 +1,137 @@
+// zorvel-batch as a shell user meets it: output, messages, exit status and files.
+#include "batch/batch_program.h"
+
+#include <gmock/gmock.h>
+
+#include <sstream>
+
+#include "support/program_folder.h"
+
+namespace zorvel {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+struct Result {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+class Batch : public testing::Test {
+  protected:
+    Batch() {
+        using namespace test;
+        FillProgramFolder(folder_,
+                          LdifOrganization("S\xC3\xA9") + LdifUnit("APPS", "o=S\xC3\xA9") +
+                              LdifApplication("Word", "ou=APPS,o=S\xC3\xA9", "appIconOrder: 5000\n") +
+                              LdifApplication("Calc", "ou=APPS,o=S\xC3\xA9") + LdifOrganization("EMPTY"));
+    }
+
+    Result Run(std::vector<std::string> arguments) {
+        std::ostringstream out;
+        std::ostringstream err;
+        const int status = RunBatchProgram(arguments, folder_.path(), false, out, err);
+        return {status, out.str(), err.str()};
+    }
+
+    test::TempFolder folder_;
+};
+
+TEST_F(Batch, TreesAndContainersComeALineEach) {
+    EXPECT_EQ(Run({"trees"}).out, "T1\n");
+    const Result result = Run({"containers"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out,
+              "NDS:\\\\T1\\[Root]\t0\nNDS:\\\\T1\\S\xC3\xA9\t0\nNDS:\\\\T1\\S\xC3\xA9\\APPS\t2\nNDS:"
+              "\\\\T1\\EMPTY\t0\n");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Batch, AnAnalysisPrintsItsSummaryAndRepeatsItsBytes) {
+    const Result first = Run({"analyse", "--all", "--pace", "0"});
+    EXPECT_EQ(first.status, 0);
+    EXPECT_EQ(first.out, "Zorvelrun finished without any stream parsing errors.\n");
+    EXPECT_THAT(first.err, HasSubstr("Zorvel: When convenient, you can import"));
+    const std::string issues = folder_.Read("TempData/Zorvel_Issues.CSV");
+    EXPECT_THAT(issues, HasSubstr("Word.APPS.S\xE9\r\nApplication\r\n\r\n\r\nINVALIDRO\r\n"));
+
+    folder_.Write("TempData/Zorvel_Issues.CSV", "kept");
+    const Result kept = Run({"analyse", "--all", "--pace", "0"});
+    EXPECT_EQ(kept.status, 1);
+    EXPECT_THAT(kept.err, HasSubstr("Zorvel: The data from the last Zorvelrun (on "));
+    EXPECT_EQ(folder_.Read("TempData/Zorvel_Issues.CSV"), "kept");
+
+    const Result again = Run({"--yes", "analyse", "--all", "--refresh", "--pace", "0"});
+    EXPECT_EQ(again.status, 0);
+    EXPECT_EQ(folder_.Read("TempData/Zorvel_Issues.CSV"), issues);
+}
+
+TEST_F(Batch, OneContainerOrASelectionCanBeChosen) {
+    EXPECT_EQ(Run({"analyse", "--container", "nds:\\\\t1\\S\xC3\x89\\apps", "--pace", "0"}).status, 0);
+    EXPECT_THAT(folder_.Read("Zorvel.log"), HasSubstr("2 application(s) selected to Zorvel"));
+    folder_.Write("saved", "x\r\n16/11/2026, 1\r\n\"c\"\r\n\"Calc\",\"NDS:\\\\T1\\S\xE9\\APPS\"\r\n");
+    const std::string saved = (folder_.path() / "saved").string();
+    const Result result = Run({"--yes", "analyse", "--selection", saved, "--pace", "0"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.err, HasSubstr("Application selections loaded - 1 of 1 previously saved"));
+    EXPECT_THAT(folder_.Read("TempData/Zorvel_AppDetails.CSV"), Not(HasSubstr("Word")));
+}
+
+TEST_F(Batch, WhatCannotBeDoneFailsWithItsReason) {
+    struct Case {
+        std::vector<std::string> arguments;
+        int status;
+        const char* reason;
+    };
+    for (const Case& c :
+         {Case{{"analyse", "--container", "NDS:\\\\T1\\GONE"}, 1, "there is no container 'NDS:\\\\T1\\GONE'"},
+          Case{{"analyse", "--container", "NDS:\\\\T1\\EMPTY"}, 1, "there is no application to analyse"},
+          Case{{"analyse", "--tree", "T9", "--all"}, 1, "there is no tree 'T9'"},
+          Case{{"analyse", "--selection", "/nowhere"}, 1, "File not found: /nowhere"},
+          Case{{"analyse"}, 2, "[--all,--container,--selection] is required"},
+          Case{{"analyse", "--all", "--pace", "-1"}, 2, "--pace"},
+          Case{{"analyse", "--all", "--container", "x"}, 2, "2 were given"},
+          Case{{"fly"}, 2, "A subcommand is required"}, Case{{}, 2, ""},
+          Case{{"--folder", "/nowhere", "trees"}, 2, "/nowhere"}}) {
+        const Result result = Run(c.arguments);
+        EXPECT_EQ(result.status, c.status) << testing::PrintToString(c.arguments) << result.err;
+        EXPECT_THAT(result.err, HasSubstr(c.reason));
+        EXPECT_FALSE(folder_.Has("TempData/Zorvel_Issues.CSV"));
+    }
+    folder_.Write("Trees/T1.ldif", "dn: o=X\nwhat is this\n");
+    const Result broken = Run({"analyse", "--refresh", "--all"});
+    EXPECT_EQ(broken.status, 1);
+    EXPECT_THAT(broken.err, HasSubstr("the tree 'T1' could not be loaded"));
+    std::filesystem::remove(folder_.path() / "RegExclude.dat");
+    EXPECT_EQ(Run({"trees"}).status, 1);
+    EXPECT_EQ(Run({"--help"}).status, 0);
+}
+
+// Interrupts the program at the first message or progress line.
+class InterruptingBuffer final : public std::stringbuf {
+  public:
+    int sync() override {
+        BatchWindow::Interrupt();
+        return 0;
+    }
+};
+
+TEST_F(Batch, CtrlCEndsTheRunInGoodOrder) {
+    std::string ldif = test::LdifOrganization("SITE");
+    for (int i = 0; i < 50; ++i) {
+        ldif += test::LdifApplication("A" + std::to_string(i), "o=SITE", "aCL: no trustee\n");
+    }
+    folder_.Write("Trees/T1.ldif", ldif);
+    ASSERT_EQ(Run({"containers"}).status, 0);
+    InterruptingBuffer buffer;
+    std::ostream err(&buffer);
+    std::ostringstream out;
+    EXPECT_EQ(RunBatchProgram({"analyse", "--all", "--pace", "0"}, folder_.path(), false, out, err), 3);
+    EXPECT_THAT(folder_.Read("TempData/Zorvel_CaptureDetails.CSV"), HasSubstr(",T1,SITE,1,"));
+    EXPECT_EQ(out.str(), "Zorvelrun finished without any stream parsing errors.\n");
+}
+
+}  // namespace
+}  // namespace zorvel

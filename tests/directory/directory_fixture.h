@@ -1,0 +1,71 @@
+// A program folder with one LDIF tree, TREE, and the bundled schema.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "directory/memory_directory.h"
+#include "platform/error.h"
+#include "support/fakes.h"
+
+namespace zorvel::test {
+
+struct DirectoryFixture {
+    TestShell shell;
+    MemoryDirectory directory{shell.files, shell.log};
+
+    // Lets the session see TREE with this LDIF; the root is the current object.
+    explicit DirectoryFixture(std::string_view ldif) {
+        std::filesystem::copy_file(std::filesystem::path(ZORVEL_SOURCE_DIR) / "program/Trees/nds-schema.ldif",
+                                   shell.folder.path() / "Trees/nds-schema.ldif");
+        shell.folder.Write("Directory.toml",
+                           "preferred = \"TREE\"\n[[tree]]\nname = \"TREE\"\n"
+                           "ldif = \"Trees/TREE.ldif\"\n");
+        Write(ldif);
+        EXPECT_EQ(directory.NWCallsInit(), 0);
+        directory.SetCurrentObject(RootPath("TREE"));
+    }
+
+    void Write(std::string_view ldif) const { shell.folder.Write("Trees/TREE.ldif", ldif); }
+    std::string LdifPath() const { return shell.files.Path(R"(Trees\TREE.ldif)"); }
+
+    // The values of an attribute, joined with "|".
+    std::string Values(std::string_view name, std::string_view attribute) {
+        std::string joined;
+        for (const std::string& value : directory.AttributeValues(directory.LookUp(name), attribute)) {
+            joined += (joined.empty() ? "" : "|") + value;
+        }
+        return joined;
+    }
+
+    // The paths of all objects below the current one, depth first, each as "path (class)".
+    std::vector<std::string> Walk() {
+        std::vector<std::string> found;
+        const std::string here = directory.CurrentObject();
+        for (const Entry& entry : directory.Entries()) {
+            found.push_back(entry.path + " (" + entry.class_name + ")");
+            directory.SetCurrentObject(entry.path);
+            for (std::string& below : Walk())
+                found.push_back(std::move(below));
+            directory.SetCurrentObject(here);
+        }
+        return found;
+    }
+};
+
+// The number of the error that `operation` raises, 0 when it raises none.
+inline std::int32_t ErrorOf(const std::function<void()>& operation) {
+    try {
+        operation();
+    } catch (const Error& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+}  // namespace zorvel::test

@@ -1,0 +1,205 @@
+// How the objects of an LDIF file appear: their places, names, classes and values.
+#include <gtest/gtest.h>
+
+#include "directory/directory_fixture.h"
+
+namespace zorvel::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+TEST(MemoryTree, ListsChildrenInFileOrderAndMissingContainersLast) {
+    DirectoryFixture fixture(
+        "dn: cn=Word,ou=Gone,o=SITE\nobjectClass: appApplication\n\n"
+        "dn: cn=Late,ou=APPS,o=SITE\nobjectClass: appApplication\n\n"
+        "dn: l=Here,o=SITE\nobjectClass: locality\n\n"
+        "dn: o=SITE\nobjectClass: organization\n\n"
+        "dn: ou=APPS,o=SITE\nobjectClass: organizationalUnit\n\n"
+        "dn: cn=Early,ou=APPS,o=SITE\nobjectClass: appApplication\n\n"
+        "dn: cn=x,dc=odd,c=AU\nobjectClass: user\n");
+    EXPECT_EQ(fixture.Walk(),
+              (Lines{R"(NDS:\\TREE\SITE (Organization))", R"(NDS:\\TREE\SITE\Here (Locality))",
+                     R"(NDS:\\TREE\SITE\APPS (Organizational Unit))",
+                     R"(NDS:\\TREE\SITE\APPS\Late (App:Application))",
+                     R"(NDS:\\TREE\SITE\APPS\Early (App:Application))",
+                     R"(NDS:\\TREE\SITE\Gone (Organizational Unit))",
+                     R"(NDS:\\TREE\SITE\Gone\Word (App:Application))", R"(NDS:\\TREE\AU (Country))",
+                     R"(NDS:\\TREE\AU\odd (Unknown))", R"(NDS:\\TREE\AU\odd\x (User))"}));
+    EXPECT_TRUE(fixture.directory.AttributeNames(fixture.directory.LookUp("Gone.SITE")).empty());
+}
+
+TEST(MemoryTree, NamesObjectsByPathAndFullName) {
+    DirectoryFixture fixture(
+        "dn: ou=Apps 1.0,o=Caf\xC3\xA9\nobjectClass: organizationalUnit\n\n"
+        "dn: cn=A\\5CB\\, C+ou=D,ou=Apps 1.0,o=Caf\xC3\xA9\nobjectClass: appApplication\n\n"
+        "dn: cn=B,ou=Apps 1.0,o=Caf\xC3\xA9\nobjectClass: appApplication\n");
+    MemoryDirectory& directory = fixture.directory;
+    const Entry entry = directory.FindEntry("NDS:\\\\TREE\\caf\xC9\\apps 1.0\\a\\b, c+d");
+    EXPECT_EQ(entry.short_name, R"(A\B, C+D)");
+    EXPECT_EQ(entry.path, "NDS:\\\\TREE\\Caf\xE9\\Apps 1.0\\A\\B, C+D");
+    EXPECT_EQ(directory.FullName(entry.path), "A\\B, C+D.Apps 1\\.0.Caf\xE9");
+    EXPECT_EQ(directory.LookUp(".a\\b, C+D.APPS 1\\.0.caf\xC9").path, entry.path);
+    EXPECT_EQ(directory.FullName("b.apps 1\\.0.caf\xE9"), "B.Apps 1\\.0.Caf\xE9");
+
+    EXPECT_EQ(directory.FullName(R"(NDS:\\TREE\no\such.one)"), R"(such\.one.no)");
+    EXPECT_EQ(directory.FullName(RootPath("TREE")), "[Root]");
+    EXPECT_EQ(directory.LookUp("[root]").path, R"(NDS:\\TREE\[Root])");
+    for (const char* missing : {R"(NDS:\\TREE\Caf)", R"(NDS:\\TREE\)", R"(NDS:\\TREE)", "x.y", "", "."}) {
+        EXPECT_EQ(ErrorOf([&] { directory.LookUp(missing); }), errors::kNoSuchObject) << missing;
+    }
+    EXPECT_EQ(directory.TreeNameOf(entry.path), "TREE");
+}
+
+// "A" holds "B\C", "A\B" holds "C": both readings of the same text are found where they lead to an object.
+TEST(MemoryTree, FindsNamesThatHoldABackslash) {
+    DirectoryFixture fixture(
+        "dn: ou=x,ou=B\\\\C,o=A\nobjectClass: organizationalUnit\n\n"
+        "dn: ou=y,ou=C,o=A\\\\B\nobjectClass: organizationalUnit\n");
+    EXPECT_EQ(fixture.directory.FullName(R"(NDS:\\TREE\a\b\c\X)"), R"(x.B\C.A)");
+    EXPECT_EQ(fixture.directory.FullName(R"(NDS:\\TREE\a\b\c\Y)"), R"(y.C.A\B)");
+    EXPECT_EQ(ErrorOf([&] { fixture.directory.FindEntry(R"(NDS:\\TREE\a\b\c\Z)"); }), errors::kNoSuchObject);
+}
+
+TEST(MemoryTree, ChoosesTheClassByRank) {
+    DirectoryFixture fixture(
+        "dn: cn=a,o=S\nobjectClass: top\nobjectClass: INETORGPERSON\nobjectClass: person\n\n"
+        "dn: cn=b,o=S\nobjectClass: organization\nobjectClass: user\nobjectClass: Alias\n\n"
+        "dn: cn=c,o=S\nobjectClass: top\nobjectClass: Printer\n\n"
+        "dn: cn=d,o=S\nobjectClass: nCPServer\nobjectClass: workstation\n\n"
+        "dn: cn=e,o=S\nobjectClass: workstation\nobjectClass: server\n\n"
+        "dn: cn=f,o=S\nobjectClass: zenWorkstationGroup\n\n"
+        "dn: cn=g,o=S\ncn: g\n");
+    const std::pair<const char*, const char*> expected[] = {
+        {"User", "User"},
+        {"Alias", "Alias"},
+        {"Generic NDS Object (default)", "Printer"},
+        {"NCP Server", "NCP Server"},
+        {"NCP Server", "Workstation"},
+        {"Generic NDS Object (default)", "zenWorkstationGroup"},
+        {"Generic NDS Object (default)", "Unknown"},
+        {"Organization", "Organization"},
+        {"Generic NDS Object (default)", "[Root]"},
+    };
+    std::size_t at = 0;
+    for (const char* name : {"a.S", "b.S", "c.S", "d.S", "e.S", "f.S", "g.S", "S", "[Root]"}) {
+        const ObjectDescription description = fixture.directory.Describe(fixture.directory.LookUp(name));
+        EXPECT_EQ(description.kind_name, expected[at].first) << name;
+        EXPECT_EQ(description.schema_class_name, expected[at++].second) << name;
+    }
+}
+
+TEST(MemoryTree, GivesAttributesTheirNdsNamesAndTexts) {
+    DirectoryFixture fixture(
+        "dn: cn=Word,o=SITE\nobjectClass: top\nobjectClass: appApplication\ncn: Word\n"
+        "appPath: C:\\Caf\xC3\xA9\\x.exe\nAPPICONORDER: +007\ncommonName;lang-de: Wort\n2.5.4.3: Mot\n"
+        "myOwn: one\nMYOWN: two\nappGUID:: AAn/\nappFlags: &h10\nmember: CN=word, O=site\nmember: "
+        "cn=A.B,o=gone\n"
+        "member: no dn\nloginDisabled: TRUE\nhomeDirectory: cn=Vol,o=SITE#0#\\\\home\n");
+    const std::tuple<const char*, const char*, const char*> expected[] = {
+        {"Object Class", "String", "top|appApplication"},
+        {"CN", "String", "Word|Wort|Mot"},
+        {"App:Path", "String", "C:\\Caf\xE9\\x.exe"},
+        {"App:Icon Order", "Long", "7"},
+        {"myOwn", "String", "one|two"},
+        {"App:GUID", "NWOctetString", "0009FF"},
+        {"App:Flags", "Long", "&h10"},
+        {"Member", "String", R"(Word.SITE|A\.B.gone|no dn)"},
+        {"Login Disabled", "Other", ""},
+        {"Home Directory", "NWPath", R"(cn=Vol,o=SITE#0#\\home)"},
+    };
+    const Entry entry = fixture.directory.LookUp("Word.SITE");
+    Lines names;
+    for (const auto& [name, syntax, values] : expected) {
+        names.emplace_back(name);
+        EXPECT_EQ(fixture.directory.AttributeSyntax(entry, name), syntax) << name;
+        EXPECT_EQ(fixture.Values("Word.SITE", name), values) << name;
+    }
+    EXPECT_EQ(fixture.directory.AttributeNames(entry), names);
+    EXPECT_EQ(fixture.Values("Word.SITE", "APP:PATH"), "C:\\Caf\xE9\\x.exe");
+    EXPECT_EQ(ErrorOf([&] { fixture.Values("Word.SITE", "App:Caption"); }), errors::kNoSuchValue);
+}
+
+TEST(MemoryTree, WritesNumbersInTheirShortestForm) {
+    DirectoryFixture fixture(
+        "dn: cn=x,o=S\nappFlags: 0\nappFlags: -0\nappFlags: 000\nappFlags: -0012\nappFlags: +5\nappFlags: -\n"
+        "appFlags: 1x\nappFlags:\nappFlags: 000123456789012345678901234567890\n");
+    EXPECT_EQ(fixture.Values("x.S", "App:Flags"), "0|0|0|-12|5|-|1x||123456789012345678901234567890");
+}
+
+TEST(MemoryTree, ShowsTheTrusteesOfAccessControlLists) {
+    DirectoryFixture fixture(
+        "dn: cn=Word,o=SITE\n"
+        "aCL: 2#entry#cn=WORD,o=Site#[Entry Rights]\n"
+        "aCL: 1#subtree#cn=A#1.0,o=gone#appPath\n"
+        "aCL: 4#entry#[Public]#cn\n"
+        "aCL: 4#entry#[Root]\n"
+        "aCL: whole\n");
+    EXPECT_EQ(fixture.Values("Word.SITE", "ACL"),
+              R"(Word.SITE,[Entry Rights],2|A#1\.0.gone,appPath,1|[Public],cn,4|4#entry#[Root]|whole)");
+    EXPECT_EQ(fixture.directory.AttributeSyntax(fixture.directory.LookUp("Word.SITE"), "ACL"), "NWACL");
+}
+
+TEST(MemoryTree, TakesTheSchemaThatTheFileHolds) {
+    DirectoryFixture fixture(
+        "dn: cn=Word,o=SITE\nobjectClass: thing\ncn: Word\nsize: 05\n\n"
+        "dn: CN = Schema\nattributeTypes: ( 1.2.3 NAME 'size' SYNTAX 1.3.6.1.4.1.1466.115.121.1.27 "
+        "X-NDS_NAME\n"
+        "  'App:Size' )\nobjectClasses: ( 1.2.4 NAME 'thing' X-NDS_NAME 'App:Application' )\n");
+    const Entry entry = fixture.directory.LookUp("Word.SITE");
+    EXPECT_EQ(entry.class_name, "App:Application");
+    EXPECT_EQ(fixture.directory.AttributeNames(entry), (Lines{"objectClass", "cn", "App:Size"}));
+    EXPECT_EQ(fixture.Values("Word.SITE", "App:Size"), "5");
+    EXPECT_EQ(fixture.Walk().size(), 2U);
+}
+
+TEST(MemoryTree, TheEmptyDnIsTheRoot) {
+    DirectoryFixture fixture("dn:\ndescription: all\n");
+    const Entry root = fixture.directory.CurrentEntry();
+    EXPECT_EQ(root.short_name + root.path + root.class_name, R"([Root]NDS:\\TREE\[Root][Root])");
+    EXPECT_EQ(fixture.Values("[Root]", "Description"), "all");
+}
+
+// What the code page cannot tell apart stays two objects; only the first is found by its name.
+TEST(MemoryTree, KeepsObjectsWhoseNamesTheCodePageCannotTellApart) {
+    DirectoryFixture fixture("dn: cn=\xD0\x96,o=S\ndescription: 1\n\ndn: cn=\xD0\x97,o=S\ndescription: 2\n");
+    fixture.directory.SetCurrentObject(R"(NDS:\\TREE\S)");
+    std::string descriptions;
+    for (const Entry& entry : fixture.directory.Entries()) {
+        EXPECT_EQ(entry.short_name, "?");
+        descriptions += fixture.directory.AttributeValues(entry, "Description").front();
+    }
+    EXPECT_EQ(descriptions, "12");
+    EXPECT_EQ(fixture.Values("?.S", "Description"), "1");
+}
+
+TEST(MemoryTree, LoadsATreeThatIsTwentyThousandContainersDeep) {
+    std::string dn = "o=S";
+    for (int depth = 0; depth < 20000; ++depth)
+        dn.insert(0, "ou=x,");
+    DirectoryFixture fixture("dn: " + dn + "\nobjectClass: organizationalUnit\nou: leaf\n");
+    std::string path = R"(NDS:\\TREE\S)";
+    for (int depth = 0; depth < 20000; ++depth)
+        path += "\\X";
+    EXPECT_EQ(fixture.Values(path, "OU"), "leaf");
+    EXPECT_EQ(ErrorOf([&] { fixture.directory.FindEntry(path + "\\X"); }), errors::kNoSuchObject);
+}
+
+TEST(MemoryTree, TellsTheLineOfAFault) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"dn: o=S\n\ndn: cn=a,o=S\n\ndn: CN=A, o=s\n", ", line 5: A DN that stands in the file before"},
+        {"dn:\n\ndn:\n", ", line 3: A DN that stands in the file before"},
+        {"dn: cn=schema\n\ndn: cn=Schema\n", ", line 3: A DN that stands in the file before"},
+        {"\ndn: nonsense\n", ", line 2: Not a DN"},
+        {"dn: cn=a,o\n", ", line 1: Not a DN"},
+        {"dn: cn=schema\nobjectClasses: ( 1.2 NAME 'a' )\nattributeTypes: x\n",
+         ", line 3: Not an attribute type: Missing opening parenthesis"},
+    };
+    for (const auto& [ldif, expected] : cases) {
+        DirectoryFixture fixture(ldif);
+        EXPECT_EQ(ErrorOf([&] { fixture.directory.Entries(); }), errors::kDirectoryUnreadable) << ldif;
+        EXPECT_EQ(fixture.shell.LogLines(), Lines{" ERROR: " + fixture.LdifPath() + expected});
+    }
+}
+
+}  // namespace
+}  // namespace zorvel::test

@@ -1,0 +1,236 @@
+// The cached tree: walk, cache files, the lists and saved selections.
+#include <gmock/gmock.h>
+
+#include "directory/memory_directory.h"
+#include "directory/ou_view_loader.h"
+#include "directory/selection_file.h"
+#include "directory/tree_cache.h"
+#include "platform/error.h"
+#include "support/fake_window.h"
+#include "support/fakes.h"
+#include "support/program_folder.h"
+
+namespace zorvel {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Pair;
+
+const std::string kRoot = R"(NDS:\\T1\[Root])";
+const std::string kTreeCache = "TempData/T1.TreeCache";
+const std::string kAppCache = "TempData/T1.AppCache";
+
+class TreeCache : public testing::Test {
+  protected:
+    TreeCache() {
+        using namespace test;
+        FillProgramFolder(
+            shell_.folder,
+            LdifOrganization("SITE") + LdifUnit("APPS", "o=SITE") + LdifUnit("EMPTY", "o=SITE") +
+                LdifApplication("Word", "ou=APPS,o=SITE") + LdifApplication("Calc", "ou=APPS,o=SITE") +
+                LdifApplication("Word", "o=SITE") + LdifApplication("Stray", "cn=Word,o=SITE") +
+                "dn: cn=Old,o=SITE\nobjectClass: alias\ncn: Old\n\n" + LdifOrganization("LAST"));
+        directory_.NWCallsInit();
+    }
+
+    bool Load(bool force = false) { return loader_.RefreshOUView("T1", force); }
+
+    std::vector<std::string> Applications() const {
+        std::vector<std::string> applications;
+        for (const AppRecord& application : lists_.AppList) {
+            applications.push_back(std::string(application.Container.substr(8)) + ":" +
+                                   std::string(application.Name));
+        }
+        return applications;
+    }
+
+    test::TestShell shell_;
+    MemoryDirectory directory_{shell_.files, shell_.log};
+    TreeLists lists_;
+    test::FakeOUViewDisplay display_;
+    OUViewLoader loader_{shell_.services, directory_, lists_, display_};
+};
+
+TEST_F(TreeCache, AFreshReadWritesBothCachesAsTheyAreDocumented) {
+    ASSERT_TRUE(Load());
+    EXPECT_EQ(
+        shell_.folder.Read(kTreeCache),
+        "Zorvel Tree Cache - Do not modify!\r\n16/11/2026, 5\r\n"
+        " 0,\"NDS:\\\\T1\\[Root]\",\"[Root]\",\"\",\"[Root]\", 2, 1\r\n"
+        " 1,\"NDS:\\\\T1\\SITE\",\"Organization\",\"NDS:\\\\T1\\[Root]\",\"SITE\", 2, 2\r\n"
+        " 2,\"NDS:\\\\T1\\SITE\\APPS\",\"Organizational Unit\",\"NDS:\\\\T1\\SITE\",\"APPS\", 0, 0\r\n"
+        " 0,\"NDS:\\\\T1\\SITE\\EMPTY\",\"Organizational Unit\",\"NDS:\\\\T1\\SITE\",\"EMPTY\", 0, 0\r\n"
+        " 0,\"NDS:\\\\T1\\LAST\",\"Organization\",\"NDS:\\\\T1\\[Root]\",\"LAST\", 0, 0\r\n");
+    EXPECT_EQ(shell_.folder.Read(kAppCache),
+              "Zorvel Applications Cache - Do not modify!\r\n16/11/2026, 3\r\n"
+              "\"Word\",\"NDS:\\\\T1\\SITE\"\r\n\"Word\",\"NDS:\\\\T1\\SITE\\APPS\"\r\n"
+              "\"Calc\",\"NDS:\\\\T1\\SITE\\APPS\"\r\n");
+    EXPECT_EQ(lists_.counts.StatusPrefix, "Tree last read on 16/11/2026 17:28");
+    // The root and the containers directly below it are expanded.
+    EXPECT_THAT(display_.nodes,
+                ElementsAre(Pair(1, true), Pair(2, true), Pair(3, false), Pair(4, false), Pair(5, true)));
+    EXPECT_EQ(display_.cache_tree_title, "Refreshing 'T1' Tree cache..");
+    EXPECT_FALSE(display_.cache_tree_open);
+    EXPECT_THAT(
+        display_.ou_texts,
+        ElementsAre("(Refresh will begin in 5 seconds)", "(Refresh will begin in 4 seconds)",
+                    "(Refresh will begin in 3 seconds)", "(Refresh will begin in 2 seconds)",
+                    "(Refresh will begin in 1 second)", "[Root]", "SITE", "APPS.SITE", "EMPTY.SITE", "LAST"));
+    EXPECT_EQ(display_.ou_count, "5");
+    EXPECT_EQ(display_.app_count, "3");
+    EXPECT_FALSE(shell_.activity.Busy);
+}
+
+TEST_F(TreeCache, ARestartShowsTheSameTreeWithoutTheDirectory) {
+    ASSERT_TRUE(Load());
+    const std::vector<std::string> applications = Applications();
+    EXPECT_THAT(applications, ElementsAre("\\SITE:Word", "\\SITE\\APPS:Word", "\\SITE\\APPS:Calc"));
+    lists_.Select(lists_.AppList[1], true);
+    directory_.faults.error_600_everywhere = true;
+    shell_.clock.now.day = 20;
+    ASSERT_TRUE(Load());
+    EXPECT_EQ(Applications(), applications);
+    EXPECT_EQ(lists_.counts.AppCount, 3);
+    EXPECT_EQ(lists_.counts.SelectedCount, 0);
+    EXPECT_EQ(lists_.OUList[1].ChildApps, 2);
+    EXPECT_EQ(NodeText(lists_.OUList[0]), "[Root]");
+    EXPECT_EQ(NodeText(lists_.OUList[2]), "APPS (2)");
+    EXPECT_EQ(lists_.counts.StatusPrefix, "Using cached Tree from 16/11/2026");
+    EXPECT_EQ(display_.nodes[1], std::make_pair(std::size_t{2}, false));
+}
+
+TEST_F(TreeCache, AnOldCacheIsRereadOnlyWhenTheUserWantsIt) {
+    struct Case {
+        int day;
+        bool prompt_enabled;
+        bool asked;
+        Answer answer;
+        const char* prefix;
+    };
+    for (const Case& c : {Case{20, true, false, Answer::kYes, "Using cached Tree from 16/11/2026"},
+                          Case{21, false, false, Answer::kYes, "Using cached Tree from 16/11/2026"},
+                          Case{21, true, true, Answer::kNo, "Using cached Tree from 16/11/2026"},
+                          Case{21, true, true, Answer::kYes, "Tree last read on 21/11/2026 17:28"}}) {
+        shell_.clock.now = {2026, 11, 16, 17, 28, 5};
+        ASSERT_TRUE(Load(true));
+        shell_.options.controls.checkGeneral[8] = c.prompt_enabled ? 1 : 0;
+        shell_.options.controls.txtCache = "4.9";
+        shell_.clock.now.day = c.day;
+        shell_.ui.boxes.clear();
+        shell_.ui.answers = {c.answer};
+        ASSERT_TRUE(Load());
+        EXPECT_EQ(shell_.ui.boxes.size(), c.asked ? 1U : 0U);
+        EXPECT_EQ(lists_.counts.StatusPrefix, c.prefix);
+        if (c.asked) {
+            EXPECT_EQ(shell_.ui.boxes[0].text,
+                      "The Zorvel cache files for the 'T1' Tree are over 4 days old and depending on how "
+                      "frequently "
+                      "your Tree changes, may no longer be accurate - Would you like to re-read the Tree "
+                      "structure?");
+        }
+    }
+}
+
+TEST_F(TreeCache, ABrokenCacheIsToldWithFileAndLine) {
+    ASSERT_TRUE(Load());
+    const std::string tree = shell_.folder.Read(kTreeCache);
+    const std::string apps = shell_.folder.Read(kAppCache);
+    const std::string root = " 0,\"NDS:\\\\T1\\[Root]\",\"[Root]\",\"\",\"[Root]\", 2, 1\r\n";
+    struct Case {
+        const char* what;
+        std::string tree, apps;
+        int number;
+        const char* place;
+    };
+    for (const Case& c :
+         {Case{"fewer announced", tree, "x\r\n16/11/2026, 2\r\n" + apps.substr(apps.find("\"Word")), 9,
+               "AppCache, line 5: more records than the 2 announced"},
+          Case{"no date", "x\r\nyesterday, 5\r\n", apps, 13, "TreeCache, line 2: 'yesterday' is not a date"},
+          Case{"cut short", tree.substr(0, tree.size() - 20), apps, 62, "TreeCache, line 7: the file ends"},
+          Case{"orphan", "x\r\n16/11/2026, 5\r\n" + root + " 1,\"p\",\"c\",\"gone\",\"n\", 0, 0\r\n", apps, 9,
+               "TreeCache, line 4: the parent 'gone' does not stand before its child"},
+          Case{"twice", "x\r\n16/11/2026, 5\r\n" + root + root, apps, 9, "line 4: the parent '' does"},
+          Case{"empty", "", apps, 62, "TreeCache, line 1: the file ends before its first record"},
+          Case{"no root", "x\r\n16/11/2026, 0\r\n", apps, 9, "the cache holds no container"},
+          Case{"huge", "x\r\n16/11/2026, 99999999999\r\n", apps, 6, "TreeCache, line 2: Overflow"}}) {
+        shell_.folder.Write(kTreeCache, c.tree);
+        shell_.folder.Write(kAppCache, c.apps);
+        shell_.ui.boxes.clear();
+        EXPECT_FALSE(Load()) << c.what;
+        const std::string text = "ERROR: Unexpected error # " + std::to_string(c.number) + " (" +
+                                 DescriptionOf(c.number) + ") occurred in RefreshOUView";
+        ASSERT_EQ(shell_.ui.boxes.size(), 1U) << c.what;
+        EXPECT_EQ(shell_.ui.boxes[0].text, text) << c.what;
+        EXPECT_EQ(shell_.ui.boxes[0].icon, MessageIcon::kExclamation);
+        const std::vector<std::string> log = shell_.LogLines();
+        EXPECT_EQ(log[log.size() - 2], " " + text) << c.what;
+        EXPECT_THAT(log.back(), HasSubstr(c.place)) << c.what;
+        EXPECT_FALSE(shell_.activity.Busy);
+    }
+}
+
+TEST_F(TreeCache, AMissingApplicationCacheLeavesTheContainers) {
+    ASSERT_TRUE(Load());
+    std::filesystem::remove(shell_.folder.path() / kAppCache);
+    EXPECT_FALSE(Load());
+    EXPECT_EQ(lists_.OUList.size(), 5U);
+    EXPECT_THAT(lists_.AppList, IsEmpty());
+    EXPECT_EQ(lists_.counts.AppCount, 3);  // what the containers add up to
+}
+
+TEST_F(TreeCache, EscapeStopsTheWalkAndKeepsWhatWasRead) {
+    int containers = 0;
+    shell_.ui.on_events = [&] {
+        if (display_.ou_texts.back() == "SITE" && ++containers == 1) shell_.activity.UserInterrupt = true;
+    };
+    ASSERT_TRUE(Load());
+    EXPECT_EQ(lists_.OUList.size(), 2U);
+    EXPECT_FALSE(shell_.activity.UserInterrupt);
+    EXPECT_THAT(shell_.folder.Read(kTreeCache), HasSubstr("16/11/2026, 2\r\n"));
+}
+
+TEST_F(TreeCache, AFullDiskLeavesNoHalfCache) {
+    std::filesystem::create_symlink("/dev/full", shell_.folder.path() / kAppCache);
+    EXPECT_FALSE(Load());
+    EXPECT_THAT(shell_.ui.boxes[0].text, HasSubstr("# 61 (Disk full)"));
+    EXPECT_TRUE(shell_.folder.Has(kTreeCache));
+    EXPECT_FALSE(shell_.folder.Has(kAppCache));
+}
+
+TEST_F(TreeCache, ApplicationsAreFoundByContainerAndName) {
+    ASSERT_TRUE(Load());
+    EXPECT_EQ(lists_.FindApp(R"(NDS:\\T1\SITE)", "Word"), 1U);
+    EXPECT_EQ(lists_.FindApp(R"(NDS:\\T1\SITE\APPS)", "Word"), 2U);
+    EXPECT_EQ(lists_.FindApp(R"(NDS:\\T1\SITE\APPS)", "word"), 0U);
+    EXPECT_EQ(lists_.FindApp(R"(NDS:\\T1\LAST)", "Word"), 0U);
+    lists_.AddApp(R"(NDS:\\T1\LAST)", "Late");
+    lists_.AddApp(R"(NDS:\\T1\LAST)", "Late");
+    EXPECT_EQ(lists_.FindApp(R"(NDS:\\T1\LAST)", "Late"), 4U);
+    EXPECT_EQ(lists_.FindOU(R"(NDS:\\T1\LAST)"), 5U);
+    EXPECT_EQ(lists_.FindOU("nowhere"), 0U);
+}
+
+TEST_F(TreeCache, ASavedSelectionSelectsWhatIsStillThere) {
+    ASSERT_TRUE(Load());
+    lists_.Select(lists_.AppList[0], true);
+    shell_.folder.Write(
+        "TempData/T1-1234567.AppSelection",
+        "Zorvel Application Selections Cache - Do not modify!\r\n16/11/2026, 3\r\n\"my, comment\"\r\n"
+        "\"Word\",\"NDS:\\\\T1\\SITE\\APPS\"\r\n\"Gone\",\"NDS:\\\\T1\\SITE\"\r\n"
+        "\"Calc\",\"NDS:\\\\T1\\SITE\\APPS\"\r\n");
+    const std::string path = shell_.files.Path("TempData\\T1-1234567.AppSelection");
+    const SavedSelection selection = ReadSelection(shell_.files.Open(path));
+    EXPECT_EQ(selection.comment, "my, comment");
+    EXPECT_EQ(SelectSaved(lists_, selection), 2);
+    EXPECT_EQ(lists_.counts.SelectedCount, 2);
+    EXPECT_FALSE(lists_.AppList[0].Selected);
+    EXPECT_EQ(SelectionLoadedText(2, selection),
+              "Application selections loaded - 2 of 3 previously saved selections successfully made.");
+    shell_.folder.Write("TempData/T1-1234567.AppSelection", "x\r\n16/11/2026, 3\r\n\"c\"\r\n\"Word\"");
+    EXPECT_THROW(ReadSelection(shell_.files.Open(path)), Error);
+}
+
+}  // namespace
+}  // namespace zorvel
