@@ -29,11 +29,15 @@ DateTime LocalTime(long long seconds_since_epoch) {
 }
 
 DateTime SystemClock::Now() const {
-    return LocalTime(static_cast<long long>(SecondsSinceEpoch()));
+    const auto second = static_cast<long long>(SecondsSinceEpoch());
+    if (second != second_) {
+        now_ = LocalTime(second);
+        second_ = second;
+    }
+    return now_;
 }
 
 double SystemClock::Timer() const {
-    // The time zone's rules are costly to look up and Timer is asked once a record: they are kept for the
     // day.
     const double now = SecondsSinceEpoch();
     if (now < midnight_ || now >= midnight_ + kSecondsPerDay) midnight_ = now - TimeOfDay(now);

@@ -34,7 +34,11 @@ class SystemClock final : public Clock {
     void Sleep(double seconds) override;
 
   private:
-    mutable double midnight_ = 0;  // the last midnight that Timer worked out, in seconds since the epoch
+    // The time zone's rules are costly to look up and the clock is read at every log line and record: what
+    // they gave is kept for the second and for the day.
+    mutable long long second_ = -1;  // since the epoch
+    mutable DateTime now_;           // at that second
+    mutable double midnight_ = 0;    // the last one, in seconds since the epoch
 };
 
 // The local date and time of a moment in seconds since the epoch.

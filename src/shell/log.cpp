@@ -24,8 +24,13 @@ void Log::Close() {
 void Log::WriteLog(std::string_view message) {
     if (!file_) return;
     const bool severe = BeginsIgnoringCase(message, "WARNING") || BeginsIgnoringCase(message, "ERROR");
+    const DateTime now = clock_.Now();
+    if (now != time_ || time_text_.empty()) {
+        time_ = now;
+        time_text_ = DateAndTime(now);
+    }
     try {
-        file_->Write(DateAndTime(clock_.Now()));
+        file_->Write(time_text_);
         file_->Write(severe ? " " : "    ");
         file_->Write(message);
         file_->Write("\r\n");

@@ -32,6 +32,8 @@ class Log {
     const Files& files_;
     const Clock& clock_;
     std::optional<OutputFile> file_;
+    DateTime time_;  // of the last line, and its text: most lines share their second with the one before
+    std::string time_text_;
 };
 
 }  // namespace zorvel
