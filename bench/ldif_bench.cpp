@@ -22,7 +22,7 @@ std::string FoldedValue(const std::string& name, std::size_t size) {
         base64[at] = static_cast<char>('A' + at * 7 % 26);
     std::string text = name + "::";
     for (std::size_t at = 0; at < base64.size(); at += kLine)
-        text += "\n  " + base64.substr(at, kLine);
+        text += "\n " + base64.substr(at, kLine);
     return text + "\n";
 }
 

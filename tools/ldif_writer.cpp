@@ -90,11 +90,11 @@ std::string RelativeDN(std::string_view type, std::string_view name) {
     constexpr std::string_view kSpecial = R"(,+"\<>;=)";
     std::string dn(type);
     dn += '=';
-    for (const char character : name) {
-        const bool leading = &character == &name.front() && (character == ' ' || character == '#');
-        const bool trailing = &character == &name.back() && character == ' ';
-        if (leading || trailing || kSpecial.find(character) != std::string_view::npos) dn += '\\';
-        dn += character;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const bool edge =
+            (i == 0 && (name[i] == ' ' || name[i] == '#')) || (i + 1 == name.size() && name[i] == ' ');
+        if (edge || kSpecial.find(name[i]) != std::string_view::npos) dn += '\\';
+        dn += name[i];
     }
     return dn;
 }

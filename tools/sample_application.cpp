@@ -65,7 +65,7 @@ void ApplicationWriter::Write(const ApplicationPlace& place) {
         .random = random};
 
     std::string name(product.name);
-    if (round > 0) name += "-" + Number(round + 1);
+    if (round > 0) name += Concat({"-", Number(round + 1)});
     if (application.Has(Flaw::kNameWithBlanks)) name += " " + application.version;
     if (application.captured) {
         application.source = "%SOURCE_PATH%";

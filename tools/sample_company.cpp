@@ -53,7 +53,7 @@ constexpr std::size_t kSpecialContainers = 4;  // of the first organisation: the
 template <typename Table>
 std::string Nth(const Table& table, std::size_t number, std::size_t offset = 0) {
     std::string text(table[(number + offset) % table.size()]);
-    if (number >= table.size()) text += "-" + Number(number / table.size() + 1);
+    if (number >= table.size()) text += Concat({"-", Number(number / table.size() + 1)});
     return text;
 }
 
@@ -215,7 +215,8 @@ Company::Person Company::User(std::size_t container, std::size_t number) const {
     Random random(seed_, kUsersOfContainer, container);
     random.Next();  // the number of users
     // Within a container no surname comes twice before all have come.
-    const std::string_view surname = kSurnames[(random.Below(kSurnames.size()) + 17 * number) % kSurnames.size()];
+    const std::string_view surname =
+        kSurnames[(random.Below(kSurnames.size()) + 17 * number) % kSurnames.size()];
     const std::string_view given_name =
         kGivenNames[(random.Below(kGivenNames.size()) + 7 * number) % kGivenNames.size()];
     return {given_name, surname, AsciiName(given_name).substr(0, 1) + AsciiName(surname)};
@@ -254,7 +255,7 @@ std::string Company::ServerDN(std::size_t container) const {
 }
 
 std::string Company::WorkstationGroupName(std::size_t container) const {
-    return "WSG-" + Name(container);
+    return Concat({"WSG-", Name(container)});
 }
 
 bool Company::Holds(TrusteeKind kind, std::size_t container) const {

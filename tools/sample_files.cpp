@@ -94,9 +94,12 @@ class FileEntries {
             AddProductFile(index);
         }
     }
-    void AddFlawed(const FileFlaw& flaw, std::size_t index) {
-        const std::string_view folder = flaw.folder.empty() ? application_.target : flaw.folder;
-        stream_.FileCopy(Source("", flaw.name, index), Concat({folder, "\\", flaw.name}), flaw.mode);
+    void AddFlawed(const SampleApplication::FlawedFile& file, std::size_t index) {
+        const FileFlaw& kind = *file.kind;
+        std::string name(kind.name);
+        if (file.ordinal > 0) name.insert(name.rfind('.'), Number(file.ordinal + 1));
+        const std::string_view folder = kind.folder.empty() ? application_.target : kind.folder;
+        stream_.FileCopy(Source("", name, index), Concat({folder, "\\", name}), kind.mode);
     }
 
   private:
@@ -126,20 +129,17 @@ class FileEntries {
 }  // namespace
 
 void AddFiles(StreamBuilder& stream, SampleApplication& application, std::size_t entries, bool always) {
-    std::vector<const FileFlaw*> flaws;
-    for (const Flaw flaw : application.flaws) {
-        if (!always && flaw >= Flaw::kFirstFile)
-            flaws.push_back(
-                &FileFlaws()[static_cast<std::size_t>(flaw) - static_cast<std::size_t>(Flaw::kFirstFile)]);
-    }
+    std::vector<SampleApplication::FlawedFile> flawed;
+    if (!always) flawed = application.FlawedFiles();
     FileEntries files(stream, application);
-    for (std::size_t index = 0; index < entries; ++index) {
-        // Among the last entries, where nobody looks.
-        const std::size_t left = entries - index;
-        if (left <= flaws.size()) {
-            files.AddFlawed(*flaws[left - 1], FirstIndex(always) + index);
+    for (std::size_t i = 0; i < entries; ++i) {
+        const std::size_t index = FirstIndex(always) + i;
+        // Flawed files stand together near the end, where nobody looks.
+        const std::size_t left = entries - i;
+        if (left <= flawed.size()) {
+            files.AddFlawed(flawed[flawed.size() - left], index);
         } else {
-            files.Add(FirstIndex(always) + index);
+            files.Add(index);
         }
     }
 }

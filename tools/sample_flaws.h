@@ -33,6 +33,7 @@ struct FileFlaw {
     std::string_view folder;  // of the target; empty for the application's own
     std::string_view name;
     std::uint16_t mode;  // how it is copied
+    bool several;        // whether an application can have several of the kind
 };
 
 // The files, each raising the issue of its row; the first is FILEPORTABLE's, the last is listed in the

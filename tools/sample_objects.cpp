@@ -29,7 +29,7 @@ void WriteGroup(LdifWriter& ldif, const Company& company, std::size_t container,
     ldif.Text("objectClass", "group");
     ldif.Text("objectClass", "top");
     ldif.Text("cn", company.GroupName(container));
-    ldif.Text("description", "Everybody in " + company.Name(container));
+    ldif.Text("description", Concat({"Everybody in ", company.Name(container)}));
     if (random.Percent(8)) return;  // nobody has been added yet
     for (std::size_t number = 0; number < company.UserCount(container); ++number)
         ldif.Text("member", company.UserDN(container, number));
@@ -54,7 +54,7 @@ void WriteSiteMachines(LdifWriter& ldif, const Company& company, std::size_t sit
     ldif.Text("objectClass", "server");
     ldif.Text("objectClass", "top");
     ldif.Text("cn", company.ServerName(site));
-    ldif.Text("description", "File server of " + company.Name(site));
+    ldif.Text("description", Concat({"File server of ", company.Name(site)}));
     ldif.Long("status", 2);
 
     const std::string group = company.WorkstationGroupName(site);

@@ -27,16 +27,23 @@ constexpr std::array kMixes = {Mix{8, 34, 8, 4, 3}, Mix{10, 52, 12, 3, 4}, Mix{7
 
 constexpr std::size_t kAlwaysShare = 15;  // of a kind's entries, in hundredths
 
-// The entries of the application's flaws that are files.
-std::size_t FlawedFiles(const SampleApplication& application) {
-    return static_cast<std::size_t>(std::count_if(application.flaws.begin(), application.flaws.end(),
-                                                  [](Flaw flaw) { return flaw >= Flaw::kFirstFile; }));
-}
-
 }  // namespace
 
 bool SampleApplication::Has(Flaw flaw) const {
     return std::find(flaws.begin(), flaws.end(), flaw) != flaws.end();
+}
+
+std::vector<SampleApplication::FlawedFile> SampleApplication::FlawedFiles() const {
+    std::vector<FlawedFile> files;
+    for (const Flaw flaw : flaws) {
+        if (flaw < Flaw::kFirstFile) continue;
+        const std::size_t row = static_cast<std::size_t>(flaw) - static_cast<std::size_t>(Flaw::kFirstFile);
+        const FileFlaw& kind = FileFlaws()[row];
+        const std::size_t count = kind.several ? 1 + number % 4 : 1;
+        for (std::size_t ordinal = 0; ordinal < count; ++ordinal)
+            files.push_back({&kind, ordinal});
+    }
+    return files;
 }
 
 std::string SampleApplication::InstallFolder() const {
@@ -74,7 +81,7 @@ std::array<std::size_t, kStreamCount> EntryCounts(SampleApplication& application
     if (application.Has(Flaw::kManyRegistryEntries)) registry = std::max(registry, kManyRegistryEntries);
     if (application.Has(Flaw::kManyIniEntries)) ini = std::max(ini, kManyIniEntries);
     if (application.Has(Flaw::kManyTextChanges)) text = std::max(text, kManyTextChanges);
-    files = std::max(files, FlawedFiles(application));
+    files = std::max(files, 2 * application.FlawedFiles().size());
 
     count(Stream::kMacros) = macros;
     split(Stream::kCopyFiles, Stream::kCopyFilesAlways, files);

@@ -52,6 +52,13 @@ struct SampleApplication {
     Random random;
 
     bool Has(Flaw flaw) const;
+    // The files that its flaws ask for, one entry each: which kind, and as the how-manieth of the kind (from
+    // 0).
+    struct FlawedFile {
+        const FileFlaw* kind;
+        std::size_t ordinal;
+    };
+    std::vector<FlawedFile> FlawedFiles() const;
     // The folder that it is installed in, without macros.
     std::string InstallFolder() const;
 };

@@ -65,9 +65,9 @@ std::string Comment(const SampleTreeOptions& options) {
 }  // namespace
 
 void WriteSampleTree(const SampleTreeOptions& options, OutputFile& file) {
-    if (options.containers == 0) throw Error(errors::kInvalidCall);
-    const Company company(options.seed, options.tree.substr(0, options.tree.find("_TREE")),
-                          options.containers);
+    const std::string organization = options.tree.substr(0, options.tree.find("_TREE"));
+    if (options.containers == 0 || organization.empty()) throw Error(errors::kInvalidCall);
+    const Company company(options.seed, organization, options.containers);
     ApplicationShares shares(company, options.applications);
     LdifWriter ldif(file, Comment(options));
     ApplicationWriter applications(ldif, company, options.seed, options.applications, options.entries);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "batch/command.h"
+#include "batch/import_run.h"
 #include "directory/selection_file.h"
 #include "platform/code_page.h"
 #include "platform/error.h"
@@ -41,6 +42,9 @@ class AnalyseCommand final : public BatchCommand {
                 "--pace", pace_,
                 "Seconds to wait after each application (default 0.5) and each parsing error (default 1)")
             ->check(CLI::NonNegativeNumber);
+        CLI::Option* import =
+            command->add_flag("--import", import_, "Import the data when the run has finished");
+        command->add_option("--comment", comment_, "What the catalogue says of the run")->needs(import);
         return command;
     }
 
@@ -81,7 +85,8 @@ class AnalyseCommand final : public BatchCommand {
         return tree.counts.SelectedCount > 0 ? kDone : session.Fail("there is no application to analyse");
     }
 
-    static ExitStatus Analyse(BatchSession& session) {
+    ExitStatus Analyse(BatchSession& session) {
+        session.window().import_wanted = import_;
         AnalysisRun run(session.controller().MakeRunInputs(session.window()));
         switch (run.Run()) {
             case RunOutcome::kAbandoned:
@@ -91,7 +96,8 @@ class AnalyseCommand final : public BatchCommand {
             case RunOutcome::kFinished:
                 break;
         }
-        return session.Ended(kDone);
+        if (!run.import_wanted()) return session.Ended(kDone);
+        return session.Ended(ImportLastRun(session, comment_));
     }
 
     std::string tree_;
@@ -100,6 +106,8 @@ class AnalyseCommand final : public BatchCommand {
     std::vector<std::string> containers_;
     std::string selection_;
     double pace_ = -1;
+    bool import_ = false;
+    std::string comment_;
 };
 
 }  // namespace

@@ -51,6 +51,10 @@ int RunBatchProgram(const std::vector<std::string>& arguments, const std::filesy
     commands.push_back(MakeTreesCommand());
     commands.push_back(MakeContainersCommand());
     commands.push_back(MakeAnalyseCommand());
+    commands.push_back(MakeImportCommand());
+    commands.push_back(MakeDatasetsCommand());
+    commands.push_back(MakeCompactCommand());
+    commands.push_back(MakeDeleteCommand());
     std::vector<std::pair<CLI::App*, BatchCommand*>> registered;
     for (const auto& command : commands)
         registered.emplace_back(command->Register(program), command.get());

@@ -33,7 +33,7 @@ ExitStatus BatchSession::StartWithTree(const std::string& tree, bool refresh, Ru
     const Session& session = controller_->session();
     if (session.trees.empty()) return Fail("no tree was found");
     if (session.current_tree.empty()) return Fail("there is no tree '" + tree + "'");
-    if (!session.tree_loaded) return Fail("the tree '" + session.current_tree + "' could not be loaded");
+    if (!session.tree_loaded) return Fail("the tree '" + session.current_tree + "' could not be loaded; Zorvel.log says why");
     return kDone;
 }
 

@@ -50,11 +50,24 @@ Answer BatchWindow::Show(const MessageBox& box) {
 }
 
 void BatchWindow::ShowStatus(StatusPicture /*picture*/, std::string_view text) {
+    if (manners_.show_progress) ShowProgress(progress_prefix_ + std::string(text));
+}
+
+void BatchWindow::Status(std::string_view /*application*/, std::string_view section,
+                         std::string_view activity, std::string_view count) {
     if (!manners_.show_progress) return;
+    std::string line(section);
+    for (const std::string_view text : {activity, count}) {
+        line += ' ';
+        line += text;
+    }
+    ShowProgress(line);
+}
+
+void BatchWindow::ShowProgress(const std::string& line) {
     const auto now = std::chrono::steady_clock::now();
     if (now - last_progress_ < kProgressInterval) return;
     last_progress_ = now;
-    const std::string line = progress_prefix_ + std::string(text);
     err_ << "\r\x1b[K" << ToUtf8(std::string_view(line).substr(0, kProgressWidth)) << std::flush;
     progress_shown_ = true;
 }

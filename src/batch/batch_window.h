@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "analysis/run_display.h"
+#include "database/import.h"
 #include "platform/user_interface.h"
 #include "shell/main_window.h"
 
@@ -19,7 +20,7 @@ struct BatchManners {
     bool show_progress = false;  // standard error is a terminal
 };
 
-class BatchWindow final : public UserInterface, public MainWindow, public RunDisplay {
+class BatchWindow final : public UserInterface, public MainWindow, public RunDisplay, public ImportDisplay {
   public:
     // Results go to `out`, messages and progress to `err`; both get UTF-8.
     BatchWindow(std::ostream& out, std::ostream& err, BatchManners manners);
@@ -46,8 +47,12 @@ class BatchWindow final : public UserInterface, public MainWindow, public RunDis
     bool OfferImport(const std::string& summary, const std::string& question) override;
     void ShowCurrentApplication(std::string_view count, std::string_view name) override;
     void ShowSelectedCount(std::string_view text) override;
+    void Status(std::string_view application, std::string_view section, std::string_view activity,
+                std::string_view count) override;
 
     // What only a window has.
+    void ShowStatusFrame() override {}
+    void Progress(int /*value*/, int /*maximum*/) override {}
     void ShowStatusTab() override {}
     void ShowStatusCounts(const RunStatus& /*status*/) override {}
     void ShowStreamProgress(double /*value*/) override {}
@@ -75,6 +80,7 @@ class BatchWindow final : public UserInterface, public MainWindow, public RunDis
     void EnableGenerate(bool /*enabled*/) override {}
 
   private:
+    void ShowProgress(const std::string& line);
     void ClearProgress();
 
     std::ostream& out_;

@@ -24,5 +24,9 @@ class BatchCommand {
 std::unique_ptr<BatchCommand> MakeTreesCommand();
 std::unique_ptr<BatchCommand> MakeContainersCommand();
 std::unique_ptr<BatchCommand> MakeAnalyseCommand();
+std::unique_ptr<BatchCommand> MakeImportCommand();
+std::unique_ptr<BatchCommand> MakeDatasetsCommand();
+std::unique_ptr<BatchCommand> MakeCompactCommand();
+std::unique_ptr<BatchCommand> MakeDeleteCommand();
 
 }  // namespace zorvel

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 #include "platform/code_page.h"
 #include "platform/error.h"
@@ -10,8 +9,8 @@
 namespace zorvel {
 namespace {
 
-constexpr std::size_t kBlockSize = 256 * 1024;
-constexpr std::size_t kOwnBlock =
+constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
+constexpr std::size_t kLarge =
     kBlockSize / 8;  // what is larger gets a block of its own, so that little is wasted
 constexpr std::size_t kFirstTable = 1024;
 
@@ -76,26 +75,22 @@ std::string_view EntryStore::Stored(const char* text) {
 const char* EntryStore::Store(std::string_view bytes) {
     std::array<char, kMaxNumberSize> head{};
     const std::size_t head_size = WriteNumber(bytes.size(), head.data());
-    char* const stored = Allocate(head_size + bytes.size());
-    std::memcpy(stored, head.data(), head_size);
-    std::memcpy(stored + head_size, bytes.data(), bytes.size());
-    return stored;
+    const std::size_t size = head_size + bytes.size();
+    std::string& block = BlockFor(size);
+    const std::size_t at = block.size();
+    block.append(head.data(), head_size);
+    block += bytes;
+    return block.data() + at;
 }
 
-char* EntryStore::Allocate(std::size_t size) {
-    if (size > kOwnBlock) {
-        blocks_.push_back(std::make_unique_for_overwrite<char[]>(size));
-        return blocks_.back().get();
+// A block that takes `size` bytes more.
+std::string& EntryStore::BlockFor(std::size_t size) {
+    const bool large = size > kLarge;
+    std::deque<std::string>& blocks = large ? large_blocks_ : blocks_;
+    if (large || blocks.empty() || blocks.back().capacity() - blocks.back().size() < size) {
+        blocks.emplace_back().reserve(large ? size : kBlockSize);
     }
-    if (size > free_size_) {
-        blocks_.push_back(std::make_unique_for_overwrite<char[]>(kBlockSize));
-        free_ = blocks_.back().get();
-        free_size_ = kBlockSize;
-    }
-    char* const allocated = free_;
-    free_ += size;
-    free_size_ -= size;
-    return allocated;
+    return blocks.back();
 }
 
 // The slot of the table that holds a child, or the empty slot where it would stand.

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -85,14 +84,14 @@ class EntryStore {
 
     static std::string_view Stored(const char* text);
     const char* Store(std::string_view bytes);
-    char* Allocate(std::size_t size);
+    std::string& BlockFor(std::size_t size);
     std::size_t SlotOf(EntryIndex parent, std::string_view name, std::uint32_t hash) const;
     void GrowTable();
 
     std::deque<Record> entries_;
-    std::vector<std::unique_ptr<char[]>> blocks_;
-    char* free_ = nullptr;  // what is left of the block in use
-    std::size_t free_size_ = 0;
+    // Filled within what was reserved for them, so that the bytes stay where they are.
+    std::deque<std::string> blocks_;
+    std::deque<std::string> large_blocks_;
     std::vector<Slot> table_;  // open addressing by parent and upper-case name; a power of two
     std::size_t table_used_ = 0;
     std::unordered_map<EntryIndex, std::size_t> backslashes_;  // for the parents of names that hold any

@@ -182,9 +182,13 @@ std::optional<MemoryDirectory::Place> MemoryDirectory::Find(std::string_view pat
     Tree* const tree = FindTree(parts ? parts->tree : current_tree_);
     if (tree == nullptr) return std::nullopt;
     const Tree& loaded = Loaded(*tree);
+    if (found_.serial == loaded.serial && found_.text == path_or_name) return Place{&loaded, found_.entry};
     const EntryIndex entry =
         parts ? loaded.objects->FindPath(parts->components) : loaded.objects->FindFullName(path_or_name);
     if (entry == kNoEntry) return std::nullopt;
+    found_.serial = loaded.serial;
+    found_.text = path_or_name;
+    found_.entry = entry;
     return Place{&loaded, entry};
 }
 

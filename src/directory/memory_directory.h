@@ -122,6 +122,12 @@ class MemoryDirectory final : public Directory {
     std::string current_tree_;
     std::vector<std::string> class_filter_;
 
+    // The text that was last looked up; a run opens all streams of an object under the same one.
+    struct {
+        std::uint32_t serial = 0;
+        std::string text;
+        EntryIndex entry = kNoEntry;
+    } found_;
     // The attributes of the object that was last asked for; a run asks for all of them, one after the other.
     std::uint32_t read_serial_ = 0;
     EntryIndex read_entry_ = kNoEntry;

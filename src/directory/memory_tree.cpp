@@ -173,10 +173,11 @@ std::string MemoryTree::Components(EntryIndex entry) const {
     std::vector<std::string_view> names;
     for (; entry != kRootEntry; entry = store_.parent(entry))
         names.push_back(store_.name(entry));
+    std::reverse(names.begin(), names.end());
     std::string components;
-    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+    for (const std::string_view name : names) {
         if (!components.empty()) components += '\\';
-        components += *name;
+        components += name;
     }
     return components;
 }

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <memory>
-#include <type_traits>
+#include <utility>
 
 #include "platform/code_page.h"
 
@@ -52,6 +52,28 @@ bool TakeComponent(const LDAPRDN rdn, NamingComponent& component) {
     return true;
 }
 
+// Where the "," behind the first component of a DN stands, or the DN's length.
+std::size_t EndOfComponent(std::string_view dn) {
+    std::size_t at = 0;
+    while (at < dn.size() && dn[at] != ',')
+        at += dn[at] == '\\' ? 2 : 1;
+    return std::min(at, dn.size());
+}
+
+// Appends the component (or, should libldap see more in it, the components) of a text.
+bool ParseComponent(std::string_view text, std::vector<NamingComponent>& components) {
+    std::string copy(text);
+    berval whole{copy.size(), copy.data()};
+    LDAPDN parsed = nullptr;
+    if (ldap_bv2dn(&whole, &parsed, LDAP_DN_FORMAT_LDAPV3) != LDAP_SUCCESS) return false;
+    const std::unique_ptr<LDAPRDN, DnFree> owner(parsed);
+    if (parsed == nullptr || *parsed == nullptr) return false;
+    for (const LDAPRDN* rdn = parsed; *rdn != nullptr; ++rdn) {
+        if (!TakeComponent(*rdn, components.emplace_back())) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 bool TakeSimpleComponent(std::string_view dn, NamingComponent& component, std::string_view& parent) {
@@ -73,19 +95,18 @@ bool TakeSimpleComponent(std::string_view dn, NamingComponent& component, std::s
 
 bool ParseDN(std::string_view dn, std::vector<NamingComponent>& components) {
     components.clear();
-    for (NamingComponent component; TakeSimpleComponent(dn, component, dn); component = {}) {
-        components.push_back(std::move(component));
-    }
-    if (dn.empty()) return true;
     if (dn.find('\0') != std::string_view::npos) return false;
-
-    std::string text(dn);
-    berval whole{text.size(), text.data()};
-    LDAPDN parsed = nullptr;
-    if (ldap_bv2dn(&whole, &parsed, LDAP_DN_FORMAT_LDAPV3) != LDAP_SUCCESS) return false;
-    const std::unique_ptr<LDAPRDN, DnFree> owner(parsed);
-    for (const LDAPRDN* rdn = parsed; rdn != nullptr && *rdn != nullptr; ++rdn) {
-        if (!TakeComponent(*rdn, components.emplace_back())) return false;
+    while (!dn.empty()) {
+        NamingComponent component;
+        if (TakeSimpleComponent(dn, component, dn)) {
+            components.push_back(std::move(component));
+            continue;
+        }
+        // One at a time: libldap takes longer than its input grows over a great many of them.
+        const std::size_t end = EndOfComponent(dn);
+        if (!ParseComponent(dn.substr(0, end), components)) return false;
+        if (end + 1 == dn.size()) return false;
+        dn.remove_prefix(std::min(end + 1, dn.size()));
     }
     return true;
 }

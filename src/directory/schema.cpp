@@ -31,6 +31,9 @@ constexpr std::array<std::pair<std::string_view, Syntax>, 16> kSyntaxes = {{
     {"2.16.840.1.113719.1.1.5.1.17", Syntax::kACL},
     {"1.3.6.1.4.1.1466.115.121.1.5", Syntax::kStream},
 }};
+// Far above what servers publish; libldap takes longer than its input grows over many extensions.
+constexpr std::size_t kMaxDefinition = std::size_t{128} * 1024;
+constexpr std::size_t kEnds = 8;
 constexpr std::string_view kNdsName = "X-NDS_NAME";
 
 struct Free {
@@ -72,10 +75,17 @@ std::unique_ptr<Definition, Free> Parse(Definition* (*parse)(const char*, int*, 
         fault = "a NUL character";
         return nullptr;
     }
+    if (text.size() > kMaxDefinition) {
+        fault = "too long";
+        return nullptr;
+    }
+    // libldap's parser steps over the end of a text that ends with "{": what it finds there must be an end,
+    // too.
+    std::string ended(text);
+    ended.append(kEnds, '\0');
     int code = 0;
     const char* at = nullptr;
-    std::unique_ptr<Definition, Free> definition(
-        parse(std::string(text).c_str(), &code, &at, LDAP_SCHEMA_ALLOW_ALL));
+    std::unique_ptr<Definition, Free> definition(parse(ended.c_str(), &code, &at, LDAP_SCHEMA_ALLOW_ALL));
     if (!definition) fault = ldap_scherr2str(code);
     return definition;
 }

@@ -28,7 +28,7 @@ class TextPool {
     }
 
   private:
-    static constexpr std::size_t kBlockSize = 256 * 1024;
+    static constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
 
     void Grow(std::size_t needed) {
         room_ = std::max(needed, kBlockSize);

@@ -12,7 +12,7 @@ namespace zorvel {
 
 class InputFile {
   public:
-    static constexpr std::size_t kBufferSize = 256 * 1024;
+    static constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
 
     // Opens `path`; `name` is what errors call it. Raises error 53, 70, 75 or 76 when it cannot be opened.
     InputFile(const std::filesystem::path& path, std::string name);

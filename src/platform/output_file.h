@@ -9,7 +9,7 @@ namespace zorvel {
 
 class OutputFile {
   public:
-    static constexpr std::size_t kBufferSize = 64 * 1024;
+    static constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
 
     enum class Mode { kTruncate, kAppend };
 

@@ -22,7 +22,7 @@ constexpr int kBusyMilliseconds = 200;
 // A group is written when it has reached either size: large enough that the writes hardly count, small enough
 // that it takes little memory and that a program killed in the middle of it loses little.
 constexpr std::size_t kGroupStatements = 50'000;
-constexpr std::size_t kGroupBytes = 8 * 1024 * 1024;
+constexpr std::size_t kGroupBytes = 8'000'000;
 
 Error StoreError(const std::string& name, const std::string& reason) {
     return Error(errors::kStore, reason).With(name + ": " + reason);

@@ -117,6 +117,8 @@ TEST(Schema, NamesTheSyntaxOfEachOid) {
 TEST(Schema, RefusesWhatIsNoDefinition) {
     EXPECT_EQ(Found({"( 1.2 NAME 'a'"}, {}).substr(0, 22), "Not an attribute type:");
     EXPECT_EQ(Found({""}, {}).substr(0, 22), "Not an attribute type:");
+    EXPECT_EQ(Found({"( 1.2 NAME 'a' SYNTAX 1.3.6.1{"}, {}).substr(0, 22), "Not an attribute type:");
+    EXPECT_EQ(Schema().AddAttributeType(std::string(1 << 20, '(')), "Not an attribute type: too long");
     EXPECT_EQ(Schema().AddObjectClass("nonsense").substr(0, 20), "Not an object class:");
 }
 

@@ -1,0 +1,52 @@
+// The master catalogue: one row for each imported dataset.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/store.h"
+
+namespace zorvel {
+
+// A row of Zorvel_CaptureDetails.
+struct CatalogueRow {
+    std::string
+        Captured;  // "dd/mm/yyyy hh:mm:ss"; the table holds "yyyy-mm-dd hh:mm:ss", which sorts by time
+    std::string Tree;
+    std::string OU;
+    std::string Description;
+    std::int32_t AppCount = 0;
+    std::string DBName;  // file name of the dataset in Databases
+    std::array<std::int32_t, 6>
+        Counts{};  // file copies, INI entries, text files, macros, registry entries, issues
+
+    std::int32_t CountIssues() const { return Counts.back(); }
+};
+
+class Catalogue {
+  public:
+    // `master` is the open master catalogue and must outlive the object. Every operation raises 0x80004005
+    // when the store fails.
+    explicit Catalogue(Database& master);
+
+    // All rows, newest run first.
+    std::vector<CatalogueRow> List() const;
+    // The row of a dataset, or nothing. An apostrophe in `name` makes the statement fail.
+    std::optional<CatalogueRow> Fetch(std::string_view name) const;
+    // Adds a row. Raises error 13 when Captured is no date and time; an apostrophe in Tree or OU makes the
+    // statement fail.
+    void Add(const CatalogueRow& row);
+    // Removes every row of a dataset. An apostrophe in `name` makes the statement fail.
+    void Remove(std::string_view name);
+
+  private:
+    std::vector<CatalogueRow> Read(std::string_view sql) const;
+
+    Database& master_;
+};
+
+}  // namespace zorvel

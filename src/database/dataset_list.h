@@ -1,0 +1,33 @@
+// The list of datasets and the summary of the selected one, as the dialogs that choose a dataset show them.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/catalogue.h"
+
+namespace zorvel {
+
+// The list item of a catalogue row: Captured + "  -  " + Description + "  -  " + DBName.
+std::string ListItem(const CatalogueRow& row);
+// The list items of all datasets, newest first.
+std::vector<std::string> ListItems(const Catalogue& catalogue);
+// The dataset of a list item: its text from the first "Zorvel_" on; the whole item when there is none.
+std::string DatasetOf(std::string_view item);
+
+// The texts of the summary frame.
+struct DatasetSummary {
+    std::string captured;
+    std::string tree;
+    std::string container;
+    std::string applications;  // "#,0"
+    std::string issues;        // "#,0"
+    std::string comments;
+};
+
+// The summary of a dataset; empty texts when the catalogue has no row of that name. Raises 0x80004005 when
+// the store fails.
+DatasetSummary SummaryOf(const Catalogue& catalogue, std::string_view dataset);
+
+}  // namespace zorvel

@@ -1,0 +1,52 @@
+// The dialog that compacts and deletes datasets, `frmDBMaint`.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "database/catalogue.h"
+#include "database/dataset_list.h"
+#include "platform/error.h"
+#include "shell/services.h"
+
+namespace zorvel {
+
+class DatabaseMaintenance {
+  public:
+    DatabaseMaintenance(Services& services, Catalogue& catalogue);
+
+    // Fills the dialog. An error is shown and logged, and leaves an empty list.
+    void Open();
+    // Selects the list item `index` (from 0) and fills the summary. An error is shown and logged.
+    void Select(std::size_t index);
+    // Selects the first item of `dataset`; false when there is none.
+    bool SelectDataset(const std::string& dataset);
+    // "Compact": rewrites the selected dataset without its unused space. True when it was done; an error is
+    // shown and logged.
+    bool Compact();
+    // "Delete": removes the selected dataset from the catalogue and deletes its file. True when it was done;
+    // an error is shown and logged.
+    bool Delete();
+
+    // What the dialog shows.
+    std::vector<std::string> lstCapture;
+    std::string list_caption;  // of the list's frame
+    DatasetSummary summary;
+    bool butCompactEnabled = true;
+    bool butDeleteEnabled = true;
+
+  private:
+    void RefreshForm();
+    void Show(std::size_t index);
+    void CompactFile(const std::string& path);
+    void ReportCompactFailure(const Error& error);
+    void ReportDeleteFailure(const Error& error);
+
+    Services& services_;
+    Catalogue& catalogue_;
+    std::string dataset_;  // selected; empty when there is none
+    int step_ = 0;         // of the operation, named in error texts
+};
+
+}  // namespace zorvel

@@ -1,0 +1,60 @@
+#include "database/make_databases.h"
+
+#include <string>
+#include <system_error>
+
+#include "platform/code_page.h"
+#include "platform/error.h"
+#include "platform/input_file.h"
+#include "platform/store.h"
+
+namespace zorvel {
+namespace fs = std::filesystem;
+namespace {
+
+std::string ReadWhole(const fs::path& path) {
+    InputFile file(path, path.string());
+    std::string text;
+    for (std::string_view bytes = file.Available(); !bytes.empty(); bytes = file.Available()) {
+        text += bytes;
+        file.Skip(bytes.size());
+    }
+    return text;
+}
+
+void MoveTo(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    fs::rename(from, to, error);
+    if (error) throw FileError(error.value(), to.string());
+}
+
+// `path` + ".new", where a file is made before it takes the place of `path`.
+fs::path NewBeside(const fs::path& path) {
+    fs::path made = path;
+    made += ".new";
+    std::error_code ignored;
+    fs::remove(made, ignored);
+    return made;
+}
+
+}  // namespace
+
+void MakeDatabases(const fs::path& schema, const fs::path& template_file, const fs::path& master_file) {
+    const std::string script = FromUtf8(ReadWhole(schema));
+    const fs::path new_template = NewBeside(template_file);
+    const fs::path new_master = NewBeside(master_file);
+    {
+        Database dataset(new_template, template_file.string(), Database::Access::kCreate);
+        const Database master(new_master, master_file.string(), Database::Access::kCreate);
+        dataset.Prepare("ATTACH ?1 AS Master").Execute(std::array{FromUtf8(new_master.string())});
+        dataset.ExecuteScript(script);
+    }
+    if (fs::exists(master_file)) {
+        fs::remove(new_master);
+    } else {
+        MoveTo(new_master, master_file);
+    }
+    MoveTo(new_template, template_file);
+}
+
+}  // namespace zorvel

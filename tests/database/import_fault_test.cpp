@@ -1,0 +1,266 @@
+// Imports that fail or are killed: what is said, and what is left.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "database/dataset_folder.h"
+#include "import_data.h"
+
+namespace zorvel {
+namespace {
+
+using test::DatasetFolder;
+using test::Records;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr const char* kWord = "Word.APPS.SITE";
+
+class FailingImport : public testing::Test {
+  protected:
+    void SetUp() override {
+        folder_.Write(data_files::kAppDetails, {{kWord, "A", "1"}, {kWord, "B", "2"}});
+        folder_.folder.Write("warn.wav", "x");
+        folder_.options.session.SoundsEnabled = true;
+        folder_.options.session.WarningSound = "warn";
+    }
+    // Runs the import, which has to fail with `text` ("NUMBER (DESCRIPTION)") at `step`.
+    void ExpectFailure(const std::string& text, int step) {
+        folder_.ui.sounds.clear();
+        EXPECT_EQ(folder_.RunImport(), ImportResult::kFailed);
+        const std::string place = " at Line " + std::to_string(step);
+        ASSERT_FALSE(folder_.ui.boxes.empty());
+        EXPECT_EQ(folder_.ui.boxes.back().text, "Error no. " + text + " occurred during Import" + place);
+        EXPECT_EQ(folder_.ui.boxes.back().icon, MessageIcon::kNone);
+        EXPECT_THAT(folder_.LogLines(), testing::Contains(" ERROR: Unexpected error # " + text +
+                                                          " occurred during data Import routine" + place));
+        EXPECT_THAT(folder_.ui.sounds, ElementsAre(folder_.files.Path("warn.WAV")));
+        folder_.ui.boxes.clear();
+    }
+    void Overwrite() { folder_.ui.answers = {Answer::kYes}; }
+
+    DatasetFolder folder_;
+};
+
+TEST_F(FailingImport, NamesAMissingAlwaysFileAfterThePlainOneWasLoaded) {
+    folder_.Write(data_files::kCopyFiles, {{kWord, "T", "S", "Copy Always"}});
+    folder_.files.Remove(folder_.files.Path(data_files::kCopyFilesAlways.name));
+    ExpectFailure("53 (File not found)", 8);
+    EXPECT_THAT(folder_.Table("Zorvel_CopyFiles", "Target"), ElementsAre("T"));
+    EXPECT_EQ(folder_.catalogue->List().size(), 1U);
+    EXPECT_THAT(folder_.LogLines().back(), HasSubstr("Zorvel_CopyFilesAlways.CSV"));
+}
+
+TEST_F(FailingImport, KeepsWhatCameBeforeARecordThatIsCutShort) {
+    folder_.folder.Write("TempData/Zorvel_Macros.CSV",
+                         "Word.APPS.SITE\r\nM\r\nV\r\n0\r\n\r\nWord.APPS.SITE\r\nM2\r\n");
+    ExpectFailure("62 (Input past end of file)", 8);
+    EXPECT_THAT(folder_.Table("Zorvel_Macros", "Macro"), ElementsAre("M"));
+    EXPECT_THAT(folder_.LogLines().back(), HasSubstr("Zorvel_Macros.CSV, line 7"));
+}
+
+TEST_F(FailingImport, EndsAtARecordWhoseApplicationHasNoRow) {
+    folder_.Write(data_files::kIssues,
+                  {{kWord, "File", "", "", "FILEOLD"}, {"Other.APPS", "File", "", "", "FILEOLD"}});
+    ExpectFailure("-2147467259 (the application has no row in Zorvel_Apps)", 8);
+    EXPECT_THAT(folder_.Table("Zorvel_Issues", "AppUniqueRef"), ElementsAre("1"));
+    EXPECT_THAT(folder_.LogLines().back(),
+                HasSubstr("Zorvel_Issues.CSV, line 10: the application has no row"));
+}
+
+TEST_F(FailingImport, EndsAtAValueThatDoesNotStayWithinItsLiteral) {
+    struct Case {
+        DataFile file;
+        std::vector<std::string> record;
+        std::string description;
+    };
+    const std::string apostrophe = "an apostrophe in a value ends its text literal";
+    const std::string nul = "the statement holds a NUL character";
+    const std::string with_nul("a\0b", 3);
+    const std::vector<Case> cases = {
+        {data_files::kAppDetails, {kWord, "O'Brien", ""}, "near \"Brien\": syntax error"},
+        {data_files::kAppDetails,
+         {kWord, "x','y'); DROP TABLE Zorvel_Apps; --", ""},
+         "the text goes on after its first statement"},
+        {data_files::kAppDetails, {kWord, "x'||'y", ""}, apostrophe},
+        {data_files::kAppDetails, {kWord, "App:Icon Order", "1', AppName='stolen"}, apostrophe},
+        {data_files::kAppDetails, {with_nul + ".APPS", "A", ""}, nul},
+        {data_files::kAppDetails, {kWord, "A", with_nul}, nul},
+        {data_files::kIssues, {kWord, "x'||'y", "", "", "FILEOLD"}, apostrophe},
+        {data_files::kCopyFiles, {kWord, "", "", "'"}, "unrecognized token: \"''')\""},
+        {data_files::kINISettings, {kWord, "", "", "", "", "a'b"}, "near \"b\": syntax error"},
+        {data_files::kRegistrySettings, {kWord, "", "", "", "'||'"}, apostrophe},
+        {data_files::kRegistrySettings, {kWord, "", "", with_nul, ""}, nul},
+        {data_files::kAppAssociations, {kWord, "", "", "", "many", ""}, "no such column: many"},
+        {data_files::kAppAssociations, {kWord, "", "", "", "(SELECT 1)", ""}, apostrophe},
+        {data_files::kAppAssociations, {kWord, "", "", "", "", ""}, "near \",\": syntax error"},
+    };
+    for (const Case& test : cases) {
+        Records records;
+        if (test.file.name == data_files::kAppDetails.name) records.push_back({kWord, "First", ""});
+        records.push_back(test.record);
+        folder_.Write(test.file, records);
+        Overwrite();
+        ExpectFailure("-2147467259 (" + test.description + ")", 8);
+        EXPECT_THAT(folder_.Table("Zorvel_Apps", "AppName"), ElementsAre("Word"));
+        folder_.Write(test.file, {});
+        folder_.Write(data_files::kAppDetails, {{kWord, "A", "1"}});
+    }
+}
+
+TEST_F(FailingImport, KeepsHostileTextAsText) {
+    const std::string hostile = "'; DROP TABLE Zorvel_Apps; --\"\n, \xE9 %' OR '1'='1";
+    const std::string huge(1'000'000, '\'');
+    folder_.Write(data_files::kAppDetails,
+                  {{huge + "." + huge, "App:Caption", hostile}, {kWord, "Notes", huge}});
+    folder_.Write(data_files::kRegistrySettings, {{kWord, hostile, hostile, hostile, "Create"}});
+    EXPECT_EQ(folder_.RunImport(), ImportResult::kDone);
+    const std::string name(50, '\'');
+    EXPECT_THAT(folder_.Table("Zorvel_Apps", "AppName, AppOU, AppCaption"),
+                ElementsAre(name + '|' + name + '|' + hostile, "Word|APPS.SITE|"));
+    EXPECT_THAT(folder_.Table("Zorvel_AppDetails", "length(Data)"), ElementsAre("1000000"));
+    EXPECT_THAT(folder_.Table("Zorvel_RegistrySettings", "[Key], Data, [Value]"),
+                ElementsAre(hostile + '|' + hostile + '|' + hostile));
+}
+
+TEST_F(FailingImport, StopsAtTheCatalogueForATreeWithAnApostrophe) {
+    folder_.tree = "O'TREE";
+    ExpectFailure("-2147467259 (near \"TREE\": syntax error)", 7);
+    EXPECT_TRUE(folder_.catalogue->List().empty());
+    EXPECT_TRUE(folder_.folder.Has("Databases/" + folder_.dataset));
+}
+
+TEST_F(FailingImport, SaysWhyTheDatasetCannotBeMade) {
+    folder_.files.Remove(folder_.files.Path("Empty_Zorvel.mdb"));
+    ExpectFailure("53 (File not found)", 5);
+    folder_.folder.Write("Empty_Zorvel.mdb", std::string(4096, 'x'));
+    ExpectFailure("-2147467259 (file is not a database)", 6);
+    EXPECT_TRUE(folder_.catalogue->List().empty());
+}
+
+TEST_F(FailingImport, LeavesADatasetAloneThatAnotherProgramUses) {
+    ASSERT_EQ(folder_.RunImport(), ImportResult::kDone);
+    Database other = folder_.Open(folder_.dataset);
+    other.ExecuteScript("BEGIN; SELECT count(*) FROM Zorvel_Apps");
+    Rows reading = other.Query("SELECT * FROM Zorvel_Apps");
+    ASSERT_TRUE(reading.Next());
+    Overwrite();
+    ExpectFailure("-2147467259 (database is locked)", 4);
+    EXPECT_EQ(folder_.catalogue->List().size(), 1U);
+    EXPECT_EQ(reading.Text("AppName"), "Word");
+}
+
+TEST_F(FailingImport, FailsAtTheCatalogueWhileAnotherProgramWritesIt) {
+    Database other = folder_.Open("ZorvelMaster.mdb");
+    other.ExecuteScript("BEGIN IMMEDIATE");
+    ExpectFailure("-2147467259 (database is locked)", 7);
+}
+
+// Runs `action` in a process of its own; its exit status as waitpid gives it.
+int InAChild(const std::function<void()>& action) {
+    const pid_t child = fork();
+    if (child == 0) {
+        action();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+std::int64_t CountOf(const Database& database, const std::string& table) {
+    Rows rows = database.Query("SELECT count(*) AS Count FROM " + table);
+    rows.Next();
+    return std::stoll(rows.Text("Count"));
+}
+
+std::string IntegrityOf(const Database& database) {
+    Rows rows = database.Query("PRAGMA integrity_check");
+    return rows.Next() ? rows.Text("integrity_check") : "";
+}
+
+// The tables in the order in which they are filled.
+constexpr std::array kTables = {
+    "Zorvel_Apps",        "Zorvel_AppDetails",  "Zorvel_Macros",           "Zorvel_Issues",
+    "Zorvel_CopyFiles",   "Zorvel_INISettings", "Zorvel_RegistrySettings", "Zorvel_AppAssociations",
+    "Zorvel_Associations"};
+
+TEST(KilledImport, LeavesAPrefixThatASecondImportReplaces) {
+    DatasetFolder folder;
+    tools::WriteImportData(folder.files, {.rows = 3000, .applications = 60});
+    ASSERT_EQ(folder.RunImport(), ImportResult::kDone);
+    std::array<std::int64_t, kTables.size()> whole{};
+    for (std::size_t i = 0; i < kTables.size(); ++i) {
+        whole[i] = CountOf(folder.Open(folder.dataset), kTables[i]);
+    }
+    const int moments = static_cast<int>(folder.display.shown.size());
+    folder.master.reset();
+
+    int killed = 0;
+    for (int moment = 0; moment < moments; moment += 3) {
+        const int status = InAChild([&] {
+            DatasetFolder& shell = folder;
+            shell.master.emplace(shell.Open("ZorvelMaster.mdb"));
+            shell.catalogue.emplace(*shell.master);
+            shell.ui.answers = {Answer::kYes};
+            int events = 0;
+            shell.ui.on_events = [&] {
+                if (events++ == moment) kill(getpid(), SIGKILL);
+            };
+            shell.RunImport();
+        });
+        if (!WIFSIGNALED(status)) break;
+        ASSERT_EQ(WTERMSIG(status), SIGKILL);
+        ++killed;
+        EXPECT_EQ(IntegrityOf(folder.Open("ZorvelMaster.mdb")), "ok");
+        if (!folder.folder.Has("Databases/" + folder.dataset)) continue;
+        const Database dataset = folder.Open(folder.dataset);
+        EXPECT_EQ(IntegrityOf(dataset), "ok");
+        bool complete = true;
+        for (std::size_t i = 0; i < kTables.size(); ++i) {
+            const std::int64_t rows = CountOf(dataset, kTables[i]);
+            EXPECT_LE(rows, complete ? whole[i] : 0) << kTables[i] << " at " << moment;
+            complete = complete && rows == whole[i];
+        }
+    }
+    EXPECT_GT(killed, 10);
+    folder.master.emplace(folder.Open("ZorvelMaster.mdb"));
+    folder.catalogue.emplace(*folder.master);
+    folder.ui.answers = {Answer::kYes};
+    EXPECT_EQ(folder.RunImport(), ImportResult::kDone);
+    for (std::size_t i = 0; i < kTables.size(); ++i) {
+        EXPECT_EQ(CountOf(folder.Open(folder.dataset), kTables[i]), whole[i]) << kTables[i];
+    }
+}
+
+TEST(KilledImport, EndsWithItsMessageWhenTheFileCannotGrow) {
+    DatasetFolder folder;
+    tools::WriteImportData(folder.files, {.rows = 20'000, .applications = 60});
+    folder.master.reset();
+    InAChild([&] {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{600'000, 600'000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        folder.master.emplace(folder.Open("ZorvelMaster.mdb"));
+        folder.catalogue.emplace(*folder.master);
+        folder.RunImport();
+        folder.log.Close();
+    });
+    EXPECT_THAT(folder.folder.Read("Zorvel.log"),
+                HasSubstr(" occurred during data Import routine at Line 8"));
+    const Database dataset = folder.Open(folder.dataset);
+    EXPECT_EQ(IntegrityOf(dataset), "ok");
+    EXPECT_GT(CountOf(dataset, "Zorvel_CopyFiles"), 0);
+    EXPECT_EQ(CountOf(dataset, "Zorvel_Associations"), 0);
+}
+
+}  // namespace
+}  // namespace zorvel

@@ -1,0 +1,139 @@
+// The delivered databases: tables, columns, defaults and the issue catalogue.
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "database/dataset_folder.h"
+#include "database/key_allocator.h"
+#include "platform/error.h"
+
+namespace zorvel {
+namespace {
+
+using test::DatasetFolder;
+
+std::string Columns(const Database& database, const std::string& table) {
+    std::string columns;
+    Rows rows = database.Query("SELECT name FROM pragma_table_info('" + table + "') ORDER BY cid");
+    while (rows.Next())
+        columns += (columns.empty() ? "" : " ") + rows.Text("name");
+    return columns;
+}
+
+Database Template(const DatasetFolder& folder) {
+    const std::string path = folder.files.Path("Empty_Zorvel.mdb");
+    return {folder.files.Resolve(path), path};
+}
+
+TEST(Schema, HasEveryTableWithItsColumnsInOrder) {
+    const DatasetFolder folder;
+    const Database dataset = Template(folder);
+    const std::vector<std::pair<std::string, std::string>> tables = {
+        {"Zorvel_Apps",
+         "AppUniqueRef AppName AppOU AppCaption AppIconOrder AFDisconnectable AFWaitOnForceRun "
+         "AFShowProgress "
+         "AFDistributeAlways AFPromptBeforeDist AFPromptForReboot AFInstallOnly AFRunOnce AFForceRunIfWS "
+         "AFRun16BitSeparate AFClearUpNetwork AFPreInstallSched AFRebootType AFExeSecLevel AFRunOption "
+         "DAFForceCache DAFQuickLaunch DAFSysTray DAFDesktop DAFStartMenu DAFForceRun DAFAppLaunch"},
+        {"Zorvel_AppDetails", "AppUniqueRef Attribute Data"},
+        {"Zorvel_Macros", "AppUniqueRef Macro Value MinSpace Prompt"},
+        {"Zorvel_Issues", "AppUniqueRef EntryType TargetFile SourceFile IssueCode"},
+        {"Zorvel_CopyFiles", "AppUniqueRef Target Source CopyMode"},
+        {"Zorvel_INISettings", "AppUniqueRef Data Section Value Target Notes"},
+        {"Zorvel_RegistrySettings", "AppUniqueRef Key Data Value Mode"},
+        {"Zorvel_AppAssociations",
+         "AppUniqueRef AssocByGroup AssocByOU AssocByWS TotAssociations AppFingerPrint"},
+        {"Zorvel_Associations", "AppUniqueRef FullUserID FullAssociation AssociationType"},
+        {"Zorvel_Settings", "Setting Value"},
+        {"Zorvel_Resolutions", "IssueCode IssueShortDesc Resolution"},
+    };
+    for (const auto& [table, columns] : tables)
+        EXPECT_EQ(Columns(dataset, table), columns);
+    EXPECT_EQ(Columns(*folder.master, "Zorvel_CaptureDetails"),
+              "Captured Tree OU Description AppCount DBName CountFiles CountINI CountText CountMacros "
+              "CountRegistry "
+              "CountIssues");
+    EXPECT_EQ(Columns(dataset, "Zorvel_CaptureDetails"), "");
+}
+
+TEST(Schema, GivesANewApplicationTheValuesOfClearFlags) {
+    const DatasetFolder folder;
+    Database dataset = Template(folder);
+    dataset.Execute(
+        "INSERT INTO Zorvel_Apps (AppUniqueRef,AppName,AppOU,AppCaption,AppIconOrder) VALUES "
+        "(1,'A','B','',0)");
+    EXPECT_EQ(
+        DatasetFolder::Select(
+            dataset,
+            "AFDisconnectable, AFWaitOnForceRun, AFShowProgress, AFDistributeAlways, AFPromptBeforeDist, "
+            "AFPromptForReboot, AFInstallOnly, AFRunOnce, AFForceRunIfWS, AFRun16BitSeparate, "
+            "AFClearUpNetwork, "
+            "AFPreInstallSched, AFRebootType, AFExeSecLevel, AFRunOption, DAFForceCache, DAFQuickLaunch, "
+            "DAFSysTray, "
+            "DAFDesktop, DAFStartMenu, DAFForceRun, DAFAppLaunch",
+            "Zorvel_Apps"),
+        std::vector<std::string>{"1|0|1|0|0|1|0|0|0|0|1|0|If Needed|User|Normal|0|0|0|0|0|0|0"});
+    EXPECT_THROW(dataset.Execute("INSERT INTO Zorvel_Apps (AppUniqueRef,AppName,AppOU) VALUES (2,'A','B')"),
+                 Error);
+}
+
+TEST(Schema, ExplainsEveryIssueCode) {
+    const DatasetFolder folder;
+    std::set<std::string> codes = {
+        "APPNODESC",      "APPNOADMIN",    "APPNOASSOC",   "APPCOMPLEXINI", "APPCOMPLEXTEXT",
+        "APPCOMPLEXREG",  "INVALIDAN",     "INVALIDRO",    "FILEOLD",       "FILECOMP",
+        "FILESYSDLLFLAG", "FILEPREFETCH",  "FILETEMP",     "FILEVIRUSDEFS", "FILEICONCACHE",
+        "FILETEMPIF",     "FILELOCALTEMP", "FILEIEHIST",   "FILEIECONT",    "FILEPWL",
+        "FILEPERFMON",    "FILENAVQ",      "FILEEXCELAR",  "FILEPDOWN",     "FILEBAK",
+        "FILEPART",       "FILEDA0",       "FILEUSRCLASS", "FILENTUSER",    "FILEPAGEFILE",
+        "FILESWAP",       "FILEDUMP",      "FILEDELIS",    "FILEUNINST",    "FILEUNWISE",
+        "FILESCHEDLOG",   "FILECONFIGMSI", "FILEDLLCACHE", "FILEPERFDATA",  "FILEWINTEMP",
+        "FILEMACROSYTAX", "FILECUSTOM",    "FILEPORTABLE", "REGISTRYUNC",   "REGISTRYEXCLUDE",
+        "MACROUNC",       "MACROSTP"};
+    const Database dataset = Template(folder);
+    Rows rows = dataset.Query("SELECT * FROM Zorvel_Resolutions");
+    while (rows.Next()) {
+        const std::string code = rows.Text("IssueCode");
+        EXPECT_EQ(codes.erase(code), 1U) << code << " is unknown or stands twice";
+        EXPECT_GT(rows.Text("IssueShortDesc").size(), 10U) << code;
+        EXPECT_GT(rows.Text("Resolution").size(), 40U) << code;
+        if (code == "FILEPORTABLE") {
+            for (const char* macro : {"%*WinDir%", "%*WinSysDir%", "%*Fonts%", "%*ProgramFilesCommon%"}) {
+                EXPECT_NE(rows.Text("Resolution").find(macro), std::string::npos) << macro;
+            }
+        }
+    }
+    EXPECT_TRUE(codes.empty()) << *codes.begin() << " has no row";
+}
+
+TEST(Schema, KeepsTheMasterCatalogueThatIsThere) {
+    DatasetFolder folder;
+    CatalogueRow row;
+    row.Captured = "16/11/2026 17:28:05";
+    row.DBName = folder.dataset;
+    folder.catalogue->Add(row);
+    MakeDatabases(ZORVEL_SOURCE_DIR "/src/database/schema.sql", folder.folder.path() / "Empty_Zorvel.mdb",
+                  folder.folder.path() / "Databases/ZorvelMaster.mdb");
+    EXPECT_EQ(Catalogue(*folder.master).List().size(), 1U);
+    EXPECT_EQ(folder.files.List(folder.files.ProgramFolder(), "", ".new").size(), 0U);
+}
+
+TEST(KeyAllocator, HandsOutConsecutiveKeysAndKeepsTheLast) {
+    const DatasetFolder folder;
+    Database dataset = Template(folder);
+    KeyAllocator keys(dataset);
+    EXPECT_EQ(keys.Next(), "1");
+    EXPECT_EQ(keys.Next(), "2");
+    EXPECT_EQ(DatasetFolder::Select(dataset, "Setting, [Value]", "Zorvel_Settings"),
+              std::vector<std::string>{"NextAppUniqueRef|2"});
+    dataset.Execute("UPDATE Zorvel_Settings SET [Value]='41 and more'");
+    EXPECT_EQ(keys.Next(), "42");
+    dataset.Execute("DELETE FROM Zorvel_Settings");
+    EXPECT_THROW(keys.Next(), Error);
+}
+
+}  // namespace
+}  // namespace zorvel

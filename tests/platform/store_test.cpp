@@ -1,0 +1,234 @@
+// The relational store: statements, text, groups, locks, copies.
+#include "platform/store.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/error.h"
+#include "support/temp_folder.h"
+
+namespace zorvel {
+namespace {
+
+class Store : public testing::Test {
+  protected:
+    test::TempFolder folder_;
+    Files files_{folder_.path()};
+    std::string path_ = files_.Path(R"(Databases\Data.mdb)");
+
+    Database Open(Database::Access access = Database::Access::kReadWrite) const {
+        return {files_.Resolve(path_), path_, access};
+    }
+    Database Create() const {
+        Database database = Open(Database::Access::kCreate);
+        database.Execute("CREATE TABLE T (Number INTEGER, Name TEXT)");
+        return database;
+    }
+    static std::string Single(const Database& database, const std::string& expression) {
+        Rows rows = database.Query("SELECT " + expression + " AS Result FROM T");
+        return rows.Next() ? rows.Text("Result") : "(no row)";
+    }
+    static Error ErrorOf(const std::function<void()>& action) {
+        try {
+            action();
+        } catch (const Error& error) {
+            return error;
+        }
+        ADD_FAILURE() << "no error was raised";
+        return Error(0);
+    }
+};
+
+TEST_F(Store, KeepsCodePageTextAsUtf8) {
+    Database database = Create();
+    database.Execute("INSERT INTO T VALUES (1, 'caf\xE9 \x80')");
+    EXPECT_EQ(Single(database, "hex(Name)"), "636166C3A920E282AC");
+    EXPECT_EQ(Single(database, "Name"), "caf\xE9 \x80");
+    database.Prepare("UPDATE T SET Name=?1").Execute(std::array<std::string, 1>{"\x8A"});
+    EXPECT_EQ(Single(database, "hex(Name)"), "C5A0");
+}
+
+TEST_F(Store, ReadsRowsByColumnNameUntilTheirEnd) {
+    Database database = Create();
+    database.ExecuteScript("INSERT INTO T VALUES (1, 'a'); INSERT INTO T VALUES (2, NULL)");
+    Rows rows = database.Query("SELECT * FROM T ORDER BY Number");
+    ASSERT_TRUE(rows.Next());
+    EXPECT_EQ(rows.Text("Name"), "a");
+    EXPECT_EQ(ErrorOf([&] { rows.Text("Other"); }).number(), errors::kStore);
+    ASSERT_TRUE(rows.Next());
+    EXPECT_EQ(rows.Text("Number"), "2");
+    EXPECT_EQ(rows.Text("Name"), "");
+    EXPECT_FALSE(rows.Next());
+}
+
+TEST_F(Store, RefusesWhatIsNotExactlyOneStatement) {
+    Database database = Create();
+    database.Execute("INSERT INTO T VALUES (1, 'kept');\r\n ");
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"", "the text holds no statement"},
+        {" ; ", "the text holds no statement"},
+        {"-- nothing", "the text holds no statement"},
+        {"DELETE FROM T; DROP TABLE T", "the text goes on after its first statement"},
+        {"DELETE FROM T; x", "the text goes on after its first statement"},
+        {std::string("DELETE FROM T\0 WHERE Number=2", 29), "the statement holds a NUL character"},
+        {"DELETE FROM T WHERE Name='O'Brien'", "near \"Brien\": syntax error"},
+        {"DELETE FROM Missing", "no such table: Missing"},
+    };
+    for (const auto& [sql, description] : cases) {
+        const Error error = ErrorOf([&, &text = sql] { database.Execute(text); });
+        EXPECT_EQ(error.number(), errors::kStore) << sql;
+        EXPECT_EQ(error.description(), description) << sql;
+        EXPECT_EQ(error.detail(), path_ + ": " + description) << sql;
+        EXPECT_EQ(ErrorOf([&, &text = sql] { database.Check(text); }).description(), description) << sql;
+    }
+    database.Check("DELETE FROM T");
+    EXPECT_EQ(Single(database, "group_concat(Name)"), "kept");
+}
+
+TEST_F(Store, NeverTakesAValueForAPartOfTheStatement) {
+    Database database = Create();
+    Command insert = database.Prepare("INSERT INTO T VALUES (?1, ?2)");
+    const std::string hostile = "x'); DROP TABLE T; --";
+    insert.Execute(std::array<std::string, 2>{"7", hostile});
+    EXPECT_EQ(Single(database, "Name"), hostile);
+    EXPECT_EQ(Single(database, "typeof(Number)"), "integer");
+    const std::array<std::string, 2> with_nul{"8", std::string("a\0b", 3)};
+    EXPECT_EQ(ErrorOf([&] { insert.Execute(with_nul); }).description(),
+              "the statement holds a NUL character");
+    insert.Execute(std::array<std::string, 2>{"9", "after"});
+    EXPECT_EQ(Single(database, "count(*)"), "2");
+    Command find = database.Prepare("SELECT Number FROM T WHERE Name=?1");
+    EXPECT_EQ(find.FirstField(std::array<std::string, 1>{hostile}), "7");
+    EXPECT_EQ(find.FirstField(std::array<std::string, 1>{"' OR '1'='1"}), std::nullopt);
+}
+
+TEST_F(Store, TellsWhyAFileCannotBeOpened) {
+    EXPECT_EQ(ErrorOf([&] { Open(); }).description(), "unable to open database file");
+    folder_.Write("Databases/Data.mdb", std::string(5000, 'x'));
+    const Error error = ErrorOf([&] { Open(); });
+    EXPECT_EQ(error.number(), errors::kStore);
+    EXPECT_EQ(error.description(), "file is not a database");
+}
+
+TEST_F(Store, TellsThatAnotherProgramHoldsTheFile) {
+    Database database = Create();
+    Database other = Open();
+    other.ExecuteScript("BEGIN IMMEDIATE");
+    const Error error = ErrorOf([&] { database.Execute("INSERT INTO T VALUES (1, '')"); });
+    EXPECT_EQ(error.number(), errors::kStore);
+    EXPECT_EQ(error.description(), "database is locked");
+    EXPECT_EQ(ErrorOf([&] { RemoveDatabase(files_, path_); }).description(), "database is locked");
+    const std::string copy = path_ + "_New.mdb";
+    EXPECT_EQ(
+        ErrorOf([&] { Database::Compact(files_.Resolve(path_), path_, files_.Resolve(copy)); }).description(),
+        "database is locked");
+    EXPECT_TRUE(files_.Exists(path_));
+    EXPECT_FALSE(files_.Exists(copy));
+}
+
+TEST_F(Store, RefusesToWriteAFileOpenedForReading) {
+    Create();
+    Database database = Open(Database::Access::kReadOnly);
+    EXPECT_EQ(ErrorOf([&] { database.Execute("INSERT INTO T VALUES (1, '')"); }).description(),
+              "attempt to write a readonly database");
+}
+
+TEST_F(Store, UndoesTheFailingStatementOfAGroupAlone) {
+    {
+        Database database = Create();
+        database.Execute("CREATE UNIQUE INDEX OneName ON T (Name)");
+        Command insert = database.Prepare("INSERT INTO T VALUES (?1, ?2)");
+        database.Begin();
+        for (const char* number : {"1", "2"})
+            insert.Execute(std::array<std::string, 2>{number, number});
+        EXPECT_EQ(ErrorOf([&] {
+                      insert.Execute(std::array<std::string, 2>{"3", "2"});
+                  }).description(),
+                  "UNIQUE constraint failed: T.Name");
+        insert.Execute(std::array<std::string, 2>{"4", "4"});
+        EXPECT_EQ(ErrorOf([&] { Open().Query("SELECT * FROM T").Next(); }).description(),
+                  "database is locked");
+        database.Complete();
+        EXPECT_EQ(Single(Open(), "group_concat(Number)"), "1,2,4");
+        database.Begin();
+        insert.Execute(std::array<std::string, 2>{"5", "5"});
+    }
+    EXPECT_EQ(Single(Open(), "group_concat(Number)"), "1,2,4");
+}
+
+// Inserts rows, grouped or not, into a file that may not grow beyond some pages; the number of rows that it
+// ends with.
+std::string RowsOnAFullDisk(const std::filesystem::path& path, bool grouped) {
+    Database database(path, "full", Database::Access::kCreate);
+    database.ExecuteScript("CREATE TABLE T (Number INTEGER, Name TEXT); PRAGMA max_page_count=20");
+    Command insert = database.Prepare("INSERT INTO T VALUES (?1, ?2)");
+    if (grouped) database.Begin();
+    bool failed = false;
+    for (int i = 0; i < 1000 && !failed; ++i) {
+        try {
+            insert.Execute(std::array<std::string, 2>{std::to_string(i), std::string(2000, 'x')});
+        } catch (const Error& error) {
+            EXPECT_EQ(error.description(), "database or disk is full");
+            failed = true;
+        }
+    }
+    EXPECT_TRUE(failed);
+    database.Complete();
+    Rows rows = Database(path, "full").Query("SELECT count(*) || ' to ' || max(Number) AS Result FROM T");
+    rows.Next();
+    return rows.Text("Result");
+}
+
+TEST_F(Store, LeavesOnAFullDiskWhatStatementsOneByOneLeave) {
+    const std::string singly = RowsOnAFullDisk(folder_.path() / "singly", false);
+    EXPECT_EQ(RowsOnAFullDisk(folder_.path() / "grouped", true), singly);
+    EXPECT_TRUE(singly.ends_with(std::to_string(std::stoi(singly) - 1))) << singly;
+}
+
+TEST_F(Store, CompactsIntoANewFile) {
+    {
+        Database database = Create();
+        database.Begin();
+        for (int i = 0; i < 200; ++i) {
+            database.Execute("INSERT INTO T VALUES (" + std::to_string(i) + ", hex(zeroblob(1000)))");
+        }
+        database.Execute("DELETE FROM T WHERE Number > 9");
+        database.Complete();
+    }
+    const std::string before = folder_.Read("Databases/Data.mdb");
+    const std::string copy = path_ + "_New.mdb";
+    Database::Compact(files_.Resolve(path_), path_, files_.Resolve(copy));
+    EXPECT_LT(files_.Size(copy), files_.Size(path_) / 5);
+    EXPECT_EQ(folder_.Read("Databases/Data.mdb"), before);
+    EXPECT_EQ(Single(Database(files_.Resolve(copy), copy), "count(*) || sum(length(Name))"), "1020000");
+    EXPECT_EQ(
+        ErrorOf([&] { Database::Compact(files_.Resolve(path_), path_, files_.Resolve(copy)); }).description(),
+        "output file already exists");
+}
+
+TEST_F(Store, CopiesOverTheLeftoversOfAKilledProgram) {
+    Create();
+    folder_.Write("Databases/Copy.mdb-journal", "left behind");
+    const std::string copy = files_.Path(R"(Databases\Copy.mdb)");
+    CopyDatabase(files_, path_, copy);
+    EXPECT_EQ(folder_.Read("Databases/Copy.mdb"), folder_.Read("Databases/Data.mdb"));
+    EXPECT_FALSE(folder_.Has("Databases/Copy.mdb-journal"));
+    EXPECT_FALSE(folder_.Has("Databases/Copy.mdb_New.mdb"));
+    EXPECT_EQ(ErrorOf([&] { CopyDatabase(files_, path_ + "x", copy); }).number(), errors::kFileNotFound);
+}
+
+TEST_F(Store, RemovesADatabaseWithItsLeftoversEvenWhenItIsDamaged) {
+    folder_.Write("Databases/Data.mdb", "damaged");
+    folder_.Write("Databases/Data.mdb-journal", "left behind");
+    RemoveDatabase(files_, path_);
+    EXPECT_FALSE(folder_.Has("Databases/Data.mdb"));
+    EXPECT_FALSE(folder_.Has("Databases/Data.mdb-journal"));
+    EXPECT_EQ(ErrorOf([&] { RemoveDatabase(files_, path_); }).number(), errors::kFileNotFound);
+}
+
+}  // namespace
+}  // namespace zorvel
