@@ -109,6 +109,32 @@ TEST_F(Batch, WhatCannotBeDoneFailsWithItsReason) {
     EXPECT_EQ(Run({"--help"}).status, 0);
 }
 
+TEST_F(Batch, AnImportBecomesADatasetThatCanBeCompactedAndDeleted) {
+    EXPECT_EQ(Run({"datasets"}).out, "");
+    const Result nothing = Run({"import"});
+    EXPECT_EQ(nothing.status, 1);
+    EXPECT_THAT(nothing.err, HasSubstr("There is no record of a successful Zorvelrun having been done."));
+
+    const Result first = Run({"analyse", "--all", "--pace", "0", "--import", "--comment", "caf\xC3\xA9\tone"});
+    EXPECT_EQ(first.status, 0) << first.err;
+    const std::string line = Run({"datasets"}).out;
+    EXPECT_THAT(line, testing::MatchesRegex("[0-9/]+ [0-9:]+\tT1\tAPPS\\.S\xC3\xA9\t2\t[0-9]+\tZorvel_[0-9]+\\.MDB\tcaf"
+                                            "\xC3\xA9 one\n"));
+    const std::string dataset = line.substr(line.find("Zorvel_"), 23);
+    EXPECT_TRUE(folder_.Has("Databases/" + dataset));
+
+    EXPECT_EQ(Run({"import"}).status, 1);  // it is there already
+    EXPECT_EQ(Run({"--yes", "import", "--comment", "again"}).status, 0);
+    EXPECT_THAT(Run({"datasets"}).out, HasSubstr("\tagain\n"));
+    EXPECT_EQ(Run({"compact", dataset}).status, 0);
+    EXPECT_EQ(Run({"delete", dataset}).status, 1);  // the question's default is No
+    EXPECT_TRUE(folder_.Has("Databases/" + dataset));
+    EXPECT_EQ(Run({"--yes", "delete", dataset}).status, 0);
+    EXPECT_FALSE(folder_.Has("Databases/" + dataset));
+    EXPECT_EQ(Run({"datasets"}).out, "");
+    EXPECT_THAT(Run({"delete", "Zorvel_1.MDB"}).err, HasSubstr("there is no dataset 'Zorvel_1.MDB'"));
+}
+
 // Interrupts the program at the first message or progress line.
 class InterruptingBuffer final : public std::stringbuf {
   public:
