@@ -15,6 +15,7 @@ constexpr int kModeStep = 4;
 constexpr int kOpenStep = 6;
 constexpr int kCloseStep = 9;
 constexpr int kFindStep = 11;
+constexpr int kOfferStep = 12;
 
 constexpr double kProgressMaximum = 100;
 
@@ -59,23 +60,23 @@ RunOutcome AnalysisRun::Run() {
     services_.activity.UserInterrupt = false;
     services_.activity.Busy = true;
     inputs_.display.EnableGenerate(false);
-    try {
-        return Generate();
-    } catch (...) {
-        errors_.Report(CurrentError(), step_, " - the data files are incomplete and the run has ended");
-    }
-    services_.status.SetStatus(
-        'R', "The data files could not be written, the " + std::string(RunModeWord(mode())) + " has ended");
+    const bool complete = Generate();
     services_.activity.Busy = false;
     inputs_.display.EnableGenerate(true);
-    return RunOutcome::kFailed;
+    if (!complete) return RunOutcome::kFailed;
+
+    services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
+    if (find_ != nullptr) {
+        errors_.Try(kFindStep, [&] { find_->Finish(); });
+    } else {
+        errors_.Try(kOfferStep, [&] { OfferImport(); });
+    }
+    return RunOutcome::kFinished;
 }
 
 bool AnalysisRun::MayReplaceLastRun() {
     const std::optional<CaptureRecord> last = ReadCaptureRecord(services_.files);
-    if (!last || UpperCase(last->mode) == "FIND") return true;
-    if (services_.files.Exists(services_.files.Path("Databases\\" + DatasetName(last->captured))))
-        return true;
+    if (!last || UpperCase(last->mode) == "FIND" || WasImported(*last)) return true;
     return services_.ui.Ask(
         "The data from the last Zorvelrun (on " + last->captured +
             ") doesn't appear to have been imported yet.\n\nStarting a new " +
@@ -85,58 +86,72 @@ bool AnalysisRun::MayReplaceLastRun() {
         MessageIcon::kExclamation, Answer::kNo);
 }
 
-RunOutcome AnalysisRun::Generate() {
-    step_ = kModeStep;
-    if (find_ != nullptr) errors_.Try(kModeStep, [&] { find_->Start(); });
-    inputs_.display.ShowStatusTab();
-    inputs_.display.ShowSelectedCount(Grouped(inputs_.tree.counts.SelectedCount));
-    status_.StartRun();
-
-    services_.log.WriteLog("Generate: Opening temp data files...");
-    step_ = kOpenStep;
-    RunFiles files(services_.files);
-    step_ = kReadApplicationsStep;
-    services_.log.WriteLog(std::to_string(inputs_.tree.counts.SelectedCount) +
-                           " application(s) selected to Zorvel");
-    Tally tally;
-    ReadApplications(files, tally);
-
-    step_ = kCloseStep;
-    services_.status.SetIdle();
-    services_.log.WriteLog("Generate: Closing temp data files...");
-    files.Close();
-    WriteCapture(tally);
-    services_.activity.Busy = false;
-    inputs_.display.EnableGenerate(true);
-    services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
-    if (find_ != nullptr) {
-        errors_.Try(kFindStep, [&] { find_->Finish(); });
-    } else {
-        OfferImport(tally);
-    }
-    return RunOutcome::kFinished;
+// False also when the record's date does not tell the name of its dataset.
+bool AnalysisRun::WasImported(const CaptureRecord& record) {
+    bool imported = false;
+    errors_.Try(kCheckStep, [&] {
+        const std::string dataset = "Databases\\" + DatasetName(record.captured);
+        imported = services_.files.Exists(services_.files.Path(dataset));
+    });
+    return imported;
 }
 
-void AnalysisRun::ReadApplications(RunFiles& files, Tally& tally) {
+bool AnalysisRun::Generate() {
+    int step = kModeStep;
+    try {
+        if (find_ != nullptr) errors_.Try(kModeStep, [&] { find_->Start(); });
+        inputs_.display.ShowStatusTab();
+        inputs_.display.ShowSelectedCount(Grouped(inputs_.tree.counts.SelectedCount));
+        status_.StartRun();
+
+        step = kOpenStep;
+        services_.log.WriteLog("Generate: Opening temp data files...");
+        RemoveCaptureRecord(services_.files);  // first: it marks the files as complete
+        RunFiles files(services_.files);
+
+        step = kReadApplicationsStep;
+        services_.log.WriteLog(std::to_string(inputs_.tree.counts.SelectedCount) +
+                               " application(s) selected to Zorvel");
+        ReadApplications(files);
+
+        step = kCloseStep;
+        services_.status.SetIdle();
+        services_.log.WriteLog("Generate: Closing temp data files...");
+        files.Close();
+        WriteCapture();
+        return true;
+    } catch (...) {
+        const Error error = CurrentError();
+        const std::string mode_word(RunModeWord(mode()));
+        errors_.Report(error, step, " - the " + mode_word + " has ended, its data files are incomplete");
+        services_.status.SetStatus('R', "The " + mode_word + " has ended: " + error.description());
+        return false;
+    }
+}
+
+void AnalysisRun::ReadApplications(RunFiles& files) {
     ApplicationReader reader(inputs_, files, status_, errors_, find_);
-    std::optional<std::string> last_container;
-    bool multiple_containers = false;
     for (const AppRecord& application : inputs_.tree.AppList) {
         if (!application.Selected) continue;
-        ++tally.processed;
-        const ApplicationReader::Outcome outcome = reader.Read(application, tally.processed);
-        multiple_containers =
-            multiple_containers || (last_container && *last_container != reader.container_name());
-        last_container = reader.container_name();
-        if (outcome == ApplicationReader::Outcome::kNotFound) ++tally.not_found;
-        if (outcome == ApplicationReader::Outcome::kFailed) ++tally.failed;
-        if (outcome == ApplicationReader::Outcome::kNotFound) services_.ui.ProcessEvents();
+        ++tally_.processed;
+        const ApplicationReader::Outcome outcome = reader.Read(application, tally_.processed);
+        tally_.parse_errors = reader.parse_errors();
+        if (outcome == ApplicationReader::Outcome::kFailed) {
+            ++tally_.failed;
+        } else {
+            tally_.tree = reader.tree_name();
+            if (!tally_.container.empty() && tally_.container != reader.container_name()) {
+                tally_.multiple_containers = true;
+            }
+            tally_.container = reader.container_name();
+        }
+        if (outcome == ApplicationReader::Outcome::kNotFound) {
+            ++tally_.not_found;
+            services_.ui.ProcessEvents();
+        }
         if (services_.activity.UserInterrupt) break;
-        if (outcome != ApplicationReader::Outcome::kNotFound) PauseAfter(tally.processed);
+        if (outcome != ApplicationReader::Outcome::kNotFound) PauseAfter(tally_.processed);
     }
-    tally.parse_errors = reader.parse_errors();
-    tally.tree = reader.tree_name();
-    tally.container = multiple_containers ? "[Multiple OUs]" : reader.container_name();
 }
 
 void AnalysisRun::PauseAfter(std::int32_t processed) {
@@ -151,20 +166,20 @@ void AnalysisRun::PauseAfter(std::int32_t processed) {
                 [&] { Pause(services_.clock, services_.ui, NumericValue(controls.txtThrottle)); });
 }
 
-void AnalysisRun::WriteCapture(const Tally& tally) {
+void AnalysisRun::WriteCapture() {
     CaptureRecord record;
     record.captured = DateAndTime(services_.clock.Now());
-    record.tree = tally.tree;
-    record.container = tally.container;
-    record.app_count = Digits(tally.processed - tally.not_found - tally.failed);
+    record.tree = tally_.tree;
+    record.container = tally_.multiple_containers ? "[Multiple OUs]" : tally_.container;
+    record.app_count = Digits(tally_.processed - tally_.not_found - tally_.failed);
     for (std::size_t i = 0; i < kCounterCount; ++i)
         record.totals[i] = Digits(status_.counters.run[i]);
     record.mode = RunModeWord(mode());
     WriteCaptureRecord(services_.files, record);
 }
 
-void AnalysisRun::OfferImport(const Tally& tally) {
-    const std::string summary = SummaryText(tally.parse_errors, tally.not_found);
+void AnalysisRun::OfferImport() {
+    const std::string summary = SummaryText(tally_.parse_errors, tally_.not_found);
     import_wanted_ = inputs_.display.OfferImport(
         summary, summary + "\r\rWould you like to import the generated data now?");
     if (import_wanted_) return;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "analysis/application_reader.h"
 
@@ -15,7 +16,7 @@ std::string_view RunModeWord(RunMode mode);
 // How a run ended.
 enum class RunOutcome {
     kAbandoned,  // the user kept the data of the last run
-    kFailed,     // its files could not be written; there is no capture record
+    kFailed,     // it could not write its files or reach the directory; there is no capture record
     kFinished,   // its data is complete for the applications that it read
 };
 
@@ -30,6 +31,8 @@ class AnalysisRun {
 
     // After a Zorvelrun that finished: whether the user wants its data imported at once.
     bool import_wanted() const { return import_wanted_; }
+    // How many applications could not be read, other than those that no longer exist. Each was reported.
+    std::int32_t failed_applications() const { return tally_.failed; }
 
   private:
     // What the run learns of its applications.
@@ -39,16 +42,18 @@ class AnalysisRun {
         std::int32_t failed = 0;
         std::int32_t parse_errors = 0;
         std::string tree;
-        std::string container;
+        std::string container;  // of the application read last
+        bool multiple_containers = false;
     };
 
     bool MayReplaceLastRun();
-    RunOutcome Generate();
-    // Reads the selected applications. Raises OutputErrors.
-    void ReadApplications(RunFiles& files, Tally& tally);
+    bool WasImported(const CaptureRecord& record);
+    // Makes the data files and the capture record; false when the run had to end, which was reported.
+    bool Generate();
+    void ReadApplications(RunFiles& files);
     void PauseAfter(std::int32_t processed);
-    void WriteCapture(const Tally& tally);
-    void OfferImport(const Tally& tally);
+    void WriteCapture();
+    void OfferImport();
     RunMode mode() const { return find_ != nullptr ? RunMode::kFind : RunMode::kZorvelrun; }
 
     RunInputs inputs_;
@@ -56,7 +61,7 @@ class AnalysisRun {
     FindRun* find_;
     RunStatus status_;
     RunErrors errors_;
-    int step_ = 0;  // of the run, for error reports
+    Tally tally_;
     bool import_wanted_ = false;
 };
 

@@ -46,6 +46,22 @@ class StreamHandle {
     int handle_;
 };
 
+// Tells a Find run of a stream's begin and end, also when it cannot be read.
+class FindScope {
+  public:
+    FindScope(FindRun* find, std::string_view application_name, std::string_view stream_label) : find_(find) {
+        if (find_ != nullptr) find_->BeginStream(application_name, stream_label);
+    }
+    ~FindScope() {
+        if (find_ != nullptr) find_->EndStream();
+    }
+    FindScope(const FindScope&) = delete;
+    FindScope& operator=(const FindScope&) = delete;
+
+  private:
+    FindRun* find_;
+};
+
 }  // namespace
 
 ApplicationReader::ApplicationReader(const RunInputs& inputs, RunFiles& files, RunStatus& status,
@@ -85,7 +101,10 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
     // Without its names nothing can be written of an application: every record begins with them.
     const bool named = errors_.Try(kLine, [&] {
         tree_name_ = directory.TreeNameOf(path);
-        container_name_ = directory.FullName(application.Container);
+        if (application.Container != container_) {
+            container_name_ = directory.FullName(application.Container);
+            container_ = application.Container;
+        }
         full_name_ = directory.FullName(path);
     });
     if (!named) return Outcome::kFailed;
@@ -97,6 +116,7 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
     } catch (...) {
         const Error error = CurrentError();
         if (error.number() == errors::kNoSuchObject) return Outcome::kNotFound;
+        if (EndsRun(error)) throw;
         // Without the object there is nothing to judge: no record is better than a wrong one.
         errors_.Report(error, kLine, " - continuing");
         return Outcome::kFailed;
@@ -143,7 +163,7 @@ void ApplicationReader::CheckAttribute(const std::string& attribute, std::string
         const std::int32_t signature = ConvertToSig(value);
         if (CheckMacroReplacements(value)) {
             AddIssue(attribute == "APP:PATH" ? "Path to Executable" : "Working Directory", value,
-                     "FILEPORTABLE");
+                     kPortableIssue);
         }
         signatures_.Add(Signature::kApplication, signature);
     } else if (attribute == "APP:PARAMETERS") {
@@ -160,7 +180,7 @@ void ApplicationReader::CheckAttribute(const std::string& attribute, std::string
 }
 
 void ApplicationReader::ReadStreams() {
-    services_.status.SetStatus('Y', std::string_view("Zorvelling Streams.."));
+    services_.status.SetStatus('Y', "Zorvelling Streams..");
     bool go_on = true;
     double progress = 0;
     for (const StreamRow& stream : kStreamTable) {
@@ -176,15 +196,10 @@ bool ApplicationReader::ReadStream(const StreamRow& stream) {
         'Y', "Querying eDirectory for '" + parse_.application_name + "' " + std::string(stream.label));
     status_.RefreshStatusCounts();
     if (!OpenAndRead(stream, bytes_)) return true;
-    if (find_ != nullptr) find_->BeginStream(name_, stream.label);
-    bool go_on = true;
-    if (stream.file == nullptr) {
-        WriteNotes(stream);
-    } else {
-        go_on = ParseStream(stream);
-    }
-    if (find_ != nullptr) find_->EndStream();
-    return go_on;
+    const FindScope scope(find_, name_, stream.label);
+    if (stream.file != nullptr) return ParseStream(stream);
+    WriteNotes(stream);
+    return true;
 }
 
 bool ApplicationReader::OpenAndRead(const StreamRow& stream, std::string& bytes) {

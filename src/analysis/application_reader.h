@@ -49,7 +49,7 @@ class ApplicationReader {
     enum class Outcome { kRead, kNotFound, kFailed };
 
     // Reads an application and writes all of its records. `number` is its place in the run.
-    // Raises OutputErrors only; any other error is reported and what can still be read is read.
+    // Raises only errors that end the run; any other is reported and what can still be read is read.
     Outcome Read(const AppRecord& application, std::int32_t number);
 
     // The tree and the container (full name) of the application read last.
@@ -84,7 +84,8 @@ class ApplicationReader {
     std::string_view name_;
     std::string tree_name_;
     std::string full_name_;
-    std::string container_name_;
+    std::string container_;       // path
+    std::string container_name_;  // full name
     Entry entry_;
     AssociationLists associations_;
     SignatureSet signatures_;

@@ -3,14 +3,13 @@
 #include <optional>
 #include <utility>
 
+#include "analysis/run_errors.h"
 #include "platform/error.h"
 #include "shell/formats.h"
 
 namespace zorvel {
 namespace {
 
-constexpr std::string_view kGenericKind = "Generic NDS Object (default)";
-constexpr std::string_view kWorkstationGroupClass = "zenWorkstationGroup";
 constexpr std::string_view kMemberAttribute = "Member";
 
 // What `read` gives, or nothing when it raises the error `number`.
@@ -46,9 +45,9 @@ void AssociationReader::Read(std::string_view full_name, const std::vector<std::
     for (const std::string& value : values) {
         try {
             ReadValue(full_name, value, lists);
-        } catch (const OutputError&) {
-            throw;
-        } catch (const Error& error) {
+        } catch (...) {
+            const Error error = CurrentError();
+            if (EndsRun(error)) throw;
             report_(error);
         }
     }
@@ -70,16 +69,15 @@ void AssociationReader::ReadValue(std::string_view full_name, std::string_view v
     if (kind == "User") {
         ++lists.users;
         ShowProgress(lists);
-        files_.WriteAssociation(full_name, directory_.FullName(trustee->path), "", association_type::kUser);
+        files_.WriteAssociation(full_name, directory_.FullNameOf(*trustee), "", association_type::kUser);
     } else if (kind == "Group") {
         ReadGroup(full_name, *trustee, lists);
     } else if (kind == "Organizational Unit") {
-        ++lists.container_count;
-        const std::string& container = lists.containers.emplace_back(directory_.FullName(trustee->path));
+        const std::string& container = lists.containers.emplace_back(directory_.FullNameOf(*trustee));
         files_.WriteAssociation(full_name, "", container, association_type::kContainer);
     } else if (kind == "NCP Server") {
         lists.workstations.push_back(trustee->short_name);
-        lists.workstations.push_back(directory_.FullName(trustee->path));
+        lists.workstations.push_back(directory_.FullNameOf(*trustee));
         files_.WriteAssociation(full_name, "", trustee->short_name, association_type::kWorkstation);
     } else {
         services_.log.WriteLog("ERROR: Unexpected ACL attribute name '" + kind + "' - ignoring");
@@ -87,9 +85,8 @@ void AssociationReader::ReadValue(std::string_view full_name, std::string_view v
 }
 
 void AssociationReader::ReadGroup(std::string_view full_name, const Entry& group, AssociationLists& lists) {
-    ++lists.group_count;
+    const std::string group_name = lists.groups.emplace_back(directory_.FullNameOf(group));
     ShowProgress(lists);
-    const std::string group_name = lists.groups.emplace_back(directory_.FullName(group.path));
     const auto members = UnlessError(errors::kNoSuchValue,
                                      [&] { return directory_.AttributeValues(group, kMemberAttribute); });
     if (!members) return;
@@ -98,15 +95,15 @@ void AssociationReader::ReadGroup(std::string_view full_name, const Entry& group
             UnlessError(errors::kNoSuchObject, [&] { return directory_.LookUp(member_name); });
         if (!member) continue;
         ++lists.users;
-        files_.WriteAssociation(full_name, directory_.FullName(member->path), group_name,
+        files_.WriteAssociation(full_name, directory_.FullNameOf(*member), group_name,
                                 association_type::kGroup);
     }
 }
 
 void AssociationReader::ShowProgress(const AssociationLists& lists) {
-    services_.status.SetStatus('Y',
-                               "Determining Application Associations.  Users:" + GroupedOrZero(lists.users) +
-                                   ", Groups: " + GroupedOrZero(lists.group_count));
+    services_.status.SetStatus(
+        'Y', "Determining Application Associations.  Users:" + GroupedOrZero(lists.users) +
+                 ", Groups: " + GroupedOrZero(static_cast<std::int64_t>(lists.groups.size())));
     progress_.RefreshStatusCounts();
 }
 

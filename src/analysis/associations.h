@@ -15,14 +15,12 @@
 namespace zorvel {
 
 // The lists of one application, one name a line (workstations: two lines each, own name and full name), and
-// the counts.
+// how many users it reaches.
 struct AssociationLists {
     std::vector<std::string> groups;
     std::vector<std::string> containers;
     std::vector<std::string> workstations;
     std::int32_t users = 0;  // direct users and the members of groups
-    std::int32_t group_count = 0;
-    std::int32_t container_count = 0;
 };
 
 class AssociationReader {
@@ -33,7 +31,7 @@ class AssociationReader {
 
     // Adds the associations of one access control list to `lists` and writes a row for each. `values` begin
     // with the full name of a trustee, up to the first comma. Trustees and members that no longer exist are
-    // passed over. Raises OutputErrors only.
+    // passed over. Raises only errors that end the run.
     void Read(std::string_view full_name, const std::vector<std::string>& values, AssociationLists& lists);
 
   private:

@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+#include "directory/directory.h"
+
 namespace zorvel {
 
 std::string JoinValues(const std::vector<std::string>& values) {
@@ -29,9 +31,9 @@ std::string DecodeOctets(std::string digits) {
 
 std::string AttributeText(std::string_view syntax, const std::vector<std::string>& values) {
     if (values.empty()) return {};
-    if (syntax == "Long" || syntax == "Int") return values.front();
-    if (syntax == "String" || syntax == "NWPath" || syntax == kAclSyntax) return JoinValues(values);
-    if (syntax == "NWOctetString") return DecodeOctets(JoinValues(values));
+    if (syntax == kLongSyntax || syntax == "Int") return values.front();
+    if (syntax == kStringSyntax || syntax == kPathSyntax || syntax == kAclSyntax) return JoinValues(values);
+    if (syntax == kOctetStringSyntax) return DecodeOctets(JoinValues(values));
     return {};
 }
 

@@ -7,10 +7,6 @@
 
 namespace zorvel {
 
-// Syntax names that a run treats in a way of their own.
-inline constexpr std::string_view kStreamSyntax = "NWStream";
-inline constexpr std::string_view kAclSyntax = "NWACL";
-
 // The values joined by line feeds.
 std::string JoinValues(const std::vector<std::string>& values);
 

@@ -71,9 +71,25 @@ void WriteCaptureRecord(const Files& files, const CaptureRecord& record) {
     for (const std::string& total : record.totals)
         line += total + ',';
     line += record.mode + "\r\n";
-    OutputFile file = files.Create(files.Path(data_files::kCaptureDetails.name));
-    file.Write(line);
-    file.Close();
+    const std::string path = files.Path(data_files::kCaptureDetails.name);
+    OutputFile file = files.Create(path);
+    try {
+        file.Write(line);
+        file.Close();
+    } catch (const OutputError&) {
+        files.Remove(path);  // an empty record would still say that the run finished
+        throw;
+    }
+}
+
+void RemoveCaptureRecord(const Files& files) {
+    const std::string path = files.Path(data_files::kCaptureDetails.name);
+    if (!files.Exists(path)) return;
+    try {
+        files.Remove(path);
+    } catch (const Error& error) {
+        throw OutputError(error);
+    }
 }
 
 std::string DatasetName(std::string_view captured) {

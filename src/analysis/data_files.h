@@ -17,9 +17,10 @@ namespace zorvel {
 
 // How the records of a data file lie in it.
 enum class RecordStyle {
-    kLines,     // one field a line, ended by CR LF; values may hold line feeds
-    kCommaRow,  // one record a line, fields separated by commas, text fields between quotes, inner quotes
-                // doubled
+    kLines,  // one field a line, ended by CR LF; values may hold line feeds
+    // One record a line, fields separated by commas; texts between quotes, inner quotes doubled. The capture
+    // record has quotes only where it needs them.
+    kCommaRow,
 };
 
 struct DataFile {
@@ -82,7 +83,10 @@ struct CaptureRecord {
 // The capture record, or nothing when the last run did not finish. Raises a file error, or 62 for a short
 // record.
 std::optional<CaptureRecord> ReadCaptureRecord(const Files& files);
+// Writes the capture record whole, or raises an OutputError and leaves none.
 void WriteCaptureRecord(const Files& files, const CaptureRecord& record);
+// Deletes the capture record, if there is one. Raises an OutputError.
+void RemoveCaptureRecord(const Files& files);
 
 // The name of the dataset database of a run: "Zorvel_" + YYMMDDHHMMSS + ".MDB".
 // Raises error 13 when `captured` is not a date and time.

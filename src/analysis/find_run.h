@@ -13,7 +13,8 @@ class FindRun : public Finder {
     virtual void Start() = 0;
     // A stream of an application is about to be searched, and has been.
     virtual void BeginStream(std::string_view application_name, std::string_view stream_label) = 0;
-    virtual void EndStream() = 0;
+    // EndStream deals with its own errors.
+    virtual void EndStream() noexcept = 0;
     // The run has ended: the results are completed and shown with their total.
     virtual void Finish() = 0;
 };

@@ -5,6 +5,10 @@
 
 namespace zorvel {
 
+bool EndsRun(const Error& error) {
+    return error.IsOutputError() || error.number() == errors::kDirectoryUnreadable;
+}
+
 RunErrors::RunErrors(Services& services) : services_(services) {}
 
 void RunErrors::Report(const Error& error, int line, std::string_view consequence) {

@@ -1,26 +1,31 @@
 // How a run deals with errors that it does not expect: it reports them and goes on.
 #pragma once
 
+#include <string_view>
+
 #include "platform/error.h"
 #include "shell/services.h"
 
 namespace zorvel {
+
+// True for an error that leaves a run nothing to do: a failure of its files, or of the whole directory.
+bool EndsRun(const Error& error);
 
 class RunErrors {
   public:
     explicit RunErrors(Services& services);
 
     // Runs one step of the run; `line` is its number, for the report. An error is reported and the answer is
-    // false. An OutputError is raised: without its files a run has no use.
+    // false, except for one that ends the run, which is raised.
     template <typename Operation>
     bool Try(int line, Operation operation) {
         try {
             operation();
             return true;
-        } catch (const OutputError&) {
-            throw;
         } catch (...) {
-            Report(CurrentError(), line, " - continuing");
+            const Error error = CurrentError();
+            if (EndsRun(error)) throw;
+            Report(error, line, " - continuing");
             return false;
         }
     }

@@ -18,19 +18,7 @@ void WriteLines(OutputFile& file, std::initializer_list<std::string_view> fields
         WriteFieldLine(file, field);
 }
 
-// The capture record marks a complete set of files, so it goes before the first of them is touched.
-void RemoveCaptureRecord(const Files& files) {
-    const std::string path = files.Path(data_files::kCaptureDetails.name);
-    if (!files.Exists(path)) return;
-    try {
-        files.Remove(path);
-    } catch (const Error& error) {
-        throw OutputError(error);
-    }
-}
-
 std::vector<OutputFile> CreateStreamFiles(const Files& files) {
-    RemoveCaptureRecord(files);
     std::vector<OutputFile> created;
     for (const StreamRow& stream : kStreamTable) {
         if (stream.file != nullptr) created.push_back(CreateDataFile(files, *stream.file));

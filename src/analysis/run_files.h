@@ -24,7 +24,7 @@ inline constexpr std::string_view kWorkstation = "WS";
 // Every failure to create, write or close a file is an OutputError.
 class RunFiles final : public IssueWriter {
   public:
-    // Deletes the capture record of the last run, then creates all files empty.
+    // Creates all files empty.
     explicit RunFiles(const Files& files);
 
     // The file of a stream's entries; the stream must have one.

@@ -2,6 +2,9 @@
 #include <CLI/CLI.hpp>
 
 #include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "batch/command.h"
@@ -9,19 +12,31 @@
 #include "directory/selection_file.h"
 #include "platform/code_page.h"
 #include "platform/error.h"
+#include "shell/formats.h"
 
 namespace zorvel {
 namespace {
 
-// The container that `path` names, in its exact spelling or, failing that, in any case; nothing when there is
-// none.
-const OURecord* FindContainer(const TreeLists& tree, std::string_view path) {
-    if (const std::size_t number = tree.FindOU(path); number != 0) return &tree.OUList[number - 1];
-    for (const OURecord& container : tree.OUList) {
-        if (EqualIgnoringCase(container.Path, path)) return &container;
+// Finds the containers that paths name: in their exact spelling or, failing that, in any case.
+class ContainerFinder {
+  public:
+    explicit ContainerFinder(const TreeLists& tree) : tree_(tree) {}
+
+    // The number of the container, or 0.
+    std::size_t Find(const std::string& path) {
+        if (const std::size_t number = tree_.FindOU(path); number != 0) return number;
+        for (; indexed_ < tree_.OUList.size(); ++indexed_) {
+            by_upper_path_.try_emplace(UpperCase(tree_.OUList[indexed_].Path), indexed_ + 1);
+        }
+        const auto found = by_upper_path_.find(UpperCase(path));
+        return found == by_upper_path_.end() ? 0 : found->second;
     }
-    return nullptr;
-}
+
+  private:
+    const TreeLists& tree_;
+    std::unordered_map<std::string, std::size_t> by_upper_path_;
+    std::size_t indexed_ = 0;
+};
 
 class AnalyseCommand final : public BatchCommand {
   public:
@@ -59,19 +74,23 @@ class AnalyseCommand final : public BatchCommand {
     ExitStatus Select(BatchSession& session) {
         TreeLists& tree = session.controller().session().tree;
         if (!selection_.empty()) return SelectFromFile(session, tree);
-        if (all_) {
-            for (AppRecord& application : tree.AppList)
-                tree.Select(application, true);
-        }
+        std::unordered_set<std::string_view> chosen;
+        ContainerFinder finder(tree);
         for (const std::string& argument : containers_) {
             const std::string path = FromUtf8(argument);
-            const OURecord* container = FindContainer(tree, path);
-            if (container == nullptr) return session.Fail("there is no container '" + path + "'");
-            for (AppRecord& application : tree.AppList) {
-                if (application.Container == container->Path) tree.Select(application, true);
-            }
+            const std::size_t number = finder.Find(path);
+            if (number == 0) return session.Fail("there is no container '" + path + "'");
+            chosen.insert(tree.OUList[number - 1].Path);
         }
-        return tree.counts.SelectedCount > 0 ? kDone : session.Fail("there is no application to analyse");
+        for (AppRecord& application : tree.AppList) {
+            tree.Select(application, all_ || chosen.count(application.Container) != 0);
+        }
+        return CheckSelection(session);
+    }
+
+    static ExitStatus CheckSelection(BatchSession& session) {
+        const bool any = session.controller().session().tree.counts.SelectedCount > 0;
+        return any ? kDone : session.Fail("there is no application to analyse");
     }
 
     ExitStatus SelectFromFile(BatchSession& session, TreeLists& tree) {
@@ -80,9 +99,9 @@ class AnalyseCommand final : public BatchCommand {
             const std::int32_t selected = SelectSaved(tree, selection);
             session.window().Tell(SelectionLoadedText(selected, selection), MessageIcon::kInformation);
         } catch (const Error& error) {
-            return session.Fail(error.description() + ": " + error.detail());
+            return session.Fail(error.detail());
         }
-        return tree.counts.SelectedCount > 0 ? kDone : session.Fail("there is no application to analyse");
+        return CheckSelection(session);
     }
 
     ExitStatus Analyse(BatchSession& session) {
@@ -92,12 +111,15 @@ class AnalyseCommand final : public BatchCommand {
             case RunOutcome::kAbandoned:
                 return session.Fail("the data of the last run was kept; --yes replaces it");
             case RunOutcome::kFailed:
-                return session.Fail("the data files could not be written");
+                return session.Fail("the run could not be finished");
             case RunOutcome::kFinished:
                 break;
         }
-        if (!run.import_wanted()) return session.Ended(kDone);
-        return session.Ended(ImportLastRun(session, comment_));
+        ExitStatus status = run.import_wanted() ? ImportLastRun(session, comment_) : kDone;
+        if (run.failed_applications() > 0) {
+            status = session.Fail(Grouped(run.failed_applications()) + " application(s) could not be read");
+        }
+        return session.Ended(status);
     }
 
     std::string tree_;

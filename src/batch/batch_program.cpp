@@ -29,7 +29,8 @@ ExitStatus RunCommand(BatchCommand& command, const BatchOptions& options, std::o
         return out ? status : session.Fail("standard output could not be written");
     } catch (...) {
         const Error error = CurrentError();
-        err << "zorvel-batch: " << ToUtf8(error.description() + ". " + error.detail()) << std::endl;
+        err << "zorvel-batch: " << ToUtf8(error.detail().empty() ? error.description() : error.detail())
+            << std::endl;
         return kFailed;
     }
 }

@@ -19,6 +19,7 @@ bool BatchSession::StartUp(const TreeRequest& request, RunPace pace) {
     controller_.emplace(
         files_, clock_, window_, window_,
         [](const Files& files, Log& log) { return std::make_unique<MemoryDirectory>(files, log); }, settings);
+    controller_->services().log.on_detail = [this](std::string_view detail) { window_.Fail(detail); };
     window_.on_interrupt = [this] { controller_->PressEscape(); };
     return controller_->StartUp(command_line_, request);
 }
@@ -33,7 +34,7 @@ ExitStatus BatchSession::StartWithTree(const std::string& tree, bool refresh, Ru
     const Session& session = controller_->session();
     if (session.trees.empty()) return Fail("no tree was found");
     if (session.current_tree.empty()) return Fail("there is no tree '" + tree + "'");
-    if (!session.tree_loaded) return Fail("the tree '" + session.current_tree + "' could not be loaded; Zorvel.log says why");
+    if (!session.tree_loaded) return Fail("the tree '" + session.current_tree + "' could not be loaded");
     return kDone;
 }
 

@@ -50,12 +50,12 @@ Answer BatchWindow::Show(const MessageBox& box) {
 }
 
 void BatchWindow::ShowStatus(StatusPicture /*picture*/, std::string_view text) {
-    if (manners_.show_progress) ShowProgress(progress_prefix_ + std::string(text));
+    if (ProgressIsDue()) ShowProgress(progress_prefix_ + std::string(text));
 }
 
 void BatchWindow::Status(std::string_view /*application*/, std::string_view section,
                          std::string_view activity, std::string_view count) {
-    if (!manners_.show_progress) return;
+    if (!ProgressIsDue()) return;
     std::string line(section);
     for (const std::string_view text : {activity, count}) {
         line += ' ';
@@ -64,10 +64,15 @@ void BatchWindow::Status(std::string_view /*application*/, std::string_view sect
     ShowProgress(line);
 }
 
-void BatchWindow::ShowProgress(const std::string& line) {
+bool BatchWindow::ProgressIsDue() {
+    if (!manners_.show_progress) return false;
     const auto now = std::chrono::steady_clock::now();
-    if (now - last_progress_ < kProgressInterval) return;
+    if (now - last_progress_ < kProgressInterval) return false;
     last_progress_ = now;
+    return true;
+}
+
+void BatchWindow::ShowProgress(const std::string& line) {
     err_ << "\r\x1b[K" << ToUtf8(std::string_view(line).substr(0, kProgressWidth)) << std::flush;
     progress_shown_ = true;
 }

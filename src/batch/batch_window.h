@@ -80,6 +80,7 @@ class BatchWindow final : public UserInterface, public MainWindow, public RunDis
     void EnableGenerate(bool /*enabled*/) override {}
 
   private:
+    bool ProgressIsDue();
     void ShowProgress(const std::string& line);
     void ClearProgress();
 

@@ -14,6 +14,21 @@ namespace zorvel {
 inline constexpr std::string_view kContainerClasses = "Organizational Unit,Organization,Country,Locality";
 inline constexpr std::string_view kApplicationClass = "App:Application";
 
+// Other classes that the program treats in a way of their own.
+inline constexpr std::string_view kAliasClass = "Alias";
+inline constexpr std::string_view kWorkstationGroupClass = "zenWorkstationGroup";
+// The kind of objects whose class has none of its own.
+inline constexpr std::string_view kGenericKind = "Generic NDS Object (default)";
+
+// The names of the syntaxes that attributes have.
+inline constexpr std::string_view kLongSyntax = "Long";
+inline constexpr std::string_view kStringSyntax = "String";
+inline constexpr std::string_view kPathSyntax = "NWPath";
+inline constexpr std::string_view kOctetStringSyntax = "NWOctetString";
+inline constexpr std::string_view kAclSyntax = "NWACL";
+inline constexpr std::string_view kStreamSyntax = "NWStream";
+inline constexpr std::string_view kOtherSyntax = "Other";
+
 // What the tree's root is called, as short name, full name and class.
 inline constexpr std::string_view kRootName = "[Root]";
 
@@ -65,6 +80,8 @@ class Directory {
 
     // The full name of a path, also of one that does not exist; existing objects give their own spelling.
     virtual std::string FullName(std::string_view path) = 0;
+    // The full name of an object that the directory gave, without a look-up by its path.
+    virtual std::string FullNameOf(const Entry& entry) = 0;
     // The tree a path belongs to.
     virtual std::string TreeNameOf(std::string_view path) = 0;
     // The object that a path, or a full name of the current object's tree, names. Raises error 601.
@@ -74,8 +91,7 @@ class Directory {
 
     // The names of the attributes the object holds, in directory order.
     virtual std::vector<std::string> AttributeNames(const Entry& entry) = 0;
-    // The syntax of an attribute: "Long", "String", "NWPath", "NWOctetString", "NWACL", "NWStream" or
-    // "Other".
+    // The name of an attribute's syntax, one of those above.
     virtual std::string AttributeSyntax(const Entry& entry, std::string_view attribute) = 0;
     // The values of an attribute as texts, in directory order. Raises error 603 when there is none.
     virtual std::vector<std::string> AttributeValues(const Entry& entry, std::string_view attribute) = 0;

@@ -1,7 +1,8 @@
 #include "directory/entry_store.h"
 
 #include <algorithm>
-#include <array>
+#include <cstring>
+#include <utility>
 
 #include "platform/code_page.h"
 #include "platform/error.h"
@@ -10,130 +11,204 @@ namespace zorvel {
 namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
-constexpr std::size_t kLarge =
+constexpr std::size_t kLargeText =
     kBlockSize / 8;  // what is larger gets a block of its own, so that little is wasted
 constexpr std::size_t kFirstTable = 1024;
-
-// Numbers are stored seven bits a byte, the lowest first; the high bit says that more follow.
 constexpr std::size_t kMaxNumberSize = 10;
 
-std::size_t WriteNumber(std::uint64_t number, char* to) {
-    std::size_t size = 0;
-    for (; number >= 0x80; number >>= 7)
-        to[size++] = static_cast<char>(number | 0x80);
-    to[size++] = static_cast<char>(number);
-    return size;
+// A packed text is a number and its bytes, or a number and a pointer to its bytes; the number is twice the
+// size, plus one for a pointer.
+void AppendText(ByteBuffer& to, std::string_view text) {
+    AppendNumber(to, std::uint64_t{text.size()} * 2);
+    to.Append(text);
 }
 
-std::uint64_t ReadNumber(const char*& from) {
-    std::uint64_t number = 0;
-    for (unsigned shift = 0;; shift += 7) {
-        const auto byte = static_cast<unsigned char>(*from++);
-        number |= static_cast<std::uint64_t>(byte & 0x7F) << shift;
-        if (byte < 0x80) return number;
+void AppendPointer(ByteBuffer& to, std::string_view text) {
+    AppendNumber(to, std::uint64_t{text.size()} * 2 + 1);
+    const char* const bytes = text.data();
+    to.Append({reinterpret_cast<const char*>(&bytes), sizeof bytes});
+}
+
+// The packed text at `at`, which moves past it.
+std::string_view TakeText(const char*& at) {
+    const std::uint64_t head = TakeNumber(at);
+    const auto size = static_cast<std::size_t>(head / 2);
+    const char* bytes = at;
+    if (head % 2 == 0) {
+        at += size;
+    } else {
+        std::memcpy(&bytes, at, sizeof bytes);
+        at += sizeof bytes;
     }
+    return {bytes, size};
 }
 
-// FNV-1a over the upper-case name, begun with the parent's number; the final step spreads it over the low
-// bits.
-std::uint32_t HashOf(EntryIndex parent, std::string_view name) {
+// FNV-1a over the name as `fold` changes its bytes, begun with the parent's number; the final step spreads it
+// over the low bits.
+template <typename Fold>
+std::uint32_t HashOf(EntryIndex parent, std::string_view name, Fold fold) {
     std::uint64_t hash = 0xCBF29CE484222325 ^ (parent * 0x9E3779B97F4A7C15);
     for (const char character : name) {
-        hash = (hash ^ static_cast<unsigned char>(UpperChar(character))) * 0x100000001B3;
+        hash = (hash ^ static_cast<unsigned char>(fold(character))) * 0x100000001B3;
     }
     return static_cast<std::uint32_t>(hash ^ hash >> 32);
+}
+
+std::uint32_t NameHash(EntryIndex parent, std::string_view name) {
+    return HashOf(parent, name, UpperChar);
+}
+
+std::uint32_t FoldedHash(EntryIndex parent, std::string_view folded) {
+    return HashOf(parent, folded, [](char byte) { return byte; });
+}
+
+// Upper case of the letters that the code page holds; every other byte of the UTF-8 text stays.
+std::string FoldUtf8(std::string_view utf8) {
+    const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; };
+    std::string folded;
+    folded.reserve(utf8.size());
+    for (std::size_t at = 0; at < utf8.size();) {
+        std::size_t end = at + 1;
+        while (end < utf8.size() && continues(utf8[end]))
+            ++end;
+        const std::string_view sequence = utf8.substr(at, end - at);
+        const std::string character = FromUtf8(sequence);
+        const bool coded = character.size() == 1 && character != "?";
+        folded += coded ? ToUtf8(UpperCase(character)) : sequence;
+        at = end;
+    }
+    return folded;
 }
 
 }  // namespace
 
 void PackedValues::Append(std::uint32_t attribute, std::string_view value) {
-    std::array<char, 2 * kMaxNumberSize> head{};
-    std::size_t size = WriteNumber(attribute, head.data());
-    size += WriteNumber(value.size(), head.data() + size);
-    bytes_.append(head.data(), size);
-    bytes_ += value;
+    AppendNumber(bytes_, attribute);
+    AppendText(bytes_, value);
+}
+
+void PackedValues::AppendLarge(std::uint32_t attribute, ByteBuffer value) {
+    AppendNumber(bytes_, attribute);
+    AppendPointer(bytes_, value.view());
+    large_.push_back(std::move(value));
+}
+
+void PackedValues::Clear() {
+    bytes_.Clear();
+    large_.clear();
 }
 
 bool PackedValues::Take(std::string_view& bytes, std::uint32_t& attribute, std::string_view& value) {
     if (bytes.empty()) return false;
     const char* at = bytes.data();
-    attribute = static_cast<std::uint32_t>(ReadNumber(at));
-    const std::size_t size = ReadNumber(at);
-    value = {at, size};
-    bytes.remove_prefix(static_cast<std::size_t>(at - bytes.data()) + size);
+    attribute = static_cast<std::uint32_t>(TakeNumber(at));
+    value = TakeText(at);
+    bytes.remove_prefix(static_cast<std::size_t>(at - bytes.data()));
     return true;
 }
 
-EntryStore::EntryStore() : entries_(1), table_(kFirstTable) {}
+void NumberTable::Insert(std::uint32_t hash, std::uint32_t number) {
+    if ((used_ + 1) * 4 > slots_.size() * 3) {
+        std::vector<Slot> old(std::max(slots_.size() * 2, kFirstTable));
+        old.swap(slots_);
+        for (const Slot& slot : old) {
+            if (slot.number != kNone) Put(slot);
+        }
+    }
+    Put({hash, number});
+    ++used_;
+}
+
+void NumberTable::Put(const Slot& slot) {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t at = slot.hash & mask;
+    while (slots_[at].number != kNone)
+        at = (at + 1) & mask;
+    slots_[at] = slot;
+}
+
+EntryStore::EntryStore() : entries_(1) {}
 
 std::string_view EntryStore::Stored(const char* text) {
-    if (text == nullptr) return {};
-    const std::size_t size = ReadNumber(text);
-    return {text, size};
+    return text == nullptr ? std::string_view() : TakeText(text);
 }
 
 const char* EntryStore::Store(std::string_view bytes) {
-    std::array<char, kMaxNumberSize> head{};
-    const std::size_t head_size = WriteNumber(bytes.size(), head.data());
-    const std::size_t size = head_size + bytes.size();
-    std::string& block = BlockFor(size);
+    ByteBuffer& block = BlockFor(kMaxNumberSize + bytes.size());
     const std::size_t at = block.size();
-    block.append(head.data(), head_size);
-    block += bytes;
+    AppendText(block, bytes);
+    return block.data() + at;
+}
+
+// Stores a large text without copying its bytes.
+const char* EntryStore::Keep(ByteBuffer bytes) {
+    ByteBuffer& block = BlockFor(kMaxNumberSize + sizeof(char*));
+    const std::size_t at = block.size();
+    AppendPointer(block, bytes.view());
+    large_blocks_.push_back(std::move(bytes));
     return block.data() + at;
 }
 
 // A block that takes `size` bytes more.
-std::string& EntryStore::BlockFor(std::size_t size) {
-    const bool large = size > kLarge;
-    std::deque<std::string>& blocks = large ? large_blocks_ : blocks_;
-    if (large || blocks.empty() || blocks.back().capacity() - blocks.back().size() < size) {
-        blocks.emplace_back().reserve(large ? size : kBlockSize);
+ByteBuffer& EntryStore::BlockFor(std::size_t size) {
+    const bool large = size > kLargeText;
+    std::vector<ByteBuffer>& blocks = large ? large_blocks_ : blocks_;
+    if (large || blocks.empty() || blocks.back().room() < size) {
+        blocks.emplace_back().Reserve(large ? size : kBlockSize);
     }
     return blocks.back();
 }
 
-// The slot of the table that holds a child, or the empty slot where it would stand.
-std::size_t EntryStore::SlotOf(EntryIndex parent, std::string_view name, std::uint32_t hash) const {
-    const std::size_t mask = table_.size() - 1;
-    for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
-        const auto [slot_hash, entry] = table_[slot];
-        if (entry == kNoEntry) return slot;
-        if (slot_hash != hash || entries_[entry].parent != parent) continue;
-        if (EqualIgnoringCase(this->name(entry), name)) return slot;
-    }
-}
-
-void EntryStore::GrowTable() {
-    std::vector<Slot> old(table_.size() * 2);
-    old.swap(table_);
-    const std::size_t mask = table_.size() - 1;
-    for (const Slot& taken : old) {
-        if (taken.entry == kNoEntry) continue;
-        std::size_t slot = taken.hash & mask;
-        while (table_[slot].entry != kNoEntry)
-            slot = (slot + 1) & mask;
-        table_[slot] = taken;
-    }
-}
-
-EntryIndex EntryStore::Add(EntryIndex parent, std::string_view name, bool findable) {
+EntryIndex EntryStore::AddNameless(EntryIndex parent) {
     if (entries_.size() >= kNoEntry) throw Error(errors::kOutOfMemory);
-    if ((table_used_ + 1) * 4 > table_.size() * 3) GrowTable();
     const EntryIndex entry = size();
-    Record& record = entries_.emplace_back();
-    record.parent = parent;
+    entries_.emplace_back().parent = parent;
+    return entry;
+}
+
+void EntryStore::SetName(EntryIndex entry, std::string_view name) {
+    Record& record = entries_[entry];
     record.name = Store(name);
-    if (!findable) return entry;
-    const std::uint32_t hash = HashOf(parent, name);
-    table_[SlotOf(parent, name, hash)] = {hash, entry};
-    ++table_used_;
+    names_.Insert(NameHash(record.parent, name), entry);
     const auto backslashes = static_cast<std::size_t>(std::count(name.begin(), name.end(), '\\'));
     if (backslashes > 0) {
-        std::size_t& most = backslashes_[parent];
+        std::size_t& most = backslashes_[record.parent];
         most = std::max(most, backslashes);
     }
+}
+
+EntryIndex EntryStore::Add(EntryIndex parent, std::string_view name) {
+    const EntryIndex entry = AddNameless(parent);
+    SetName(entry, name);
     return entry;
+}
+
+EntryIndex EntryStore::AddForeign(EntryIndex parent, std::string_view utf8_name) {
+    const EntryIndex entry = AddNameless(parent);
+    foreign_.Insert(FoldedHash(parent, FoldUtf8(utf8_name)),
+                    static_cast<std::uint32_t>(foreign_names_.size()));
+    foreign_names_.push_back({entry, Store(utf8_name)});
+    return entry;
+}
+
+void EntryStore::NameForeign() {
+    // By the object that has a text to itself, the number that the next one with that text tries first.
+    std::unordered_map<EntryIndex, std::uint32_t> next_numbers;
+    for (const auto& [entry, utf8_name] : foreign_names_) {
+        const EntryIndex parent = entries_[entry].parent;
+        const std::string text = FromUtf8(Stored(utf8_name));
+        const EntryIndex owner = FindChild(parent, text);
+        if (owner == kNoEntry) {
+            SetName(entry, text);
+            continue;
+        }
+        std::uint32_t& number = next_numbers.try_emplace(owner, 2).first->second;
+        std::string numbered;
+        do {
+            numbered = text + '~' + std::to_string(number++);
+        } while (FindChild(parent, numbered) != kNoEntry);
+        SetName(entry, numbered);
+    }
 }
 
 void EntryStore::Place(EntryIndex entry) {
@@ -145,12 +220,32 @@ void EntryStore::Place(EntryIndex entry) {
     parent.last_child = entry;
 }
 
-void EntryStore::SetValues(EntryIndex entry, const PackedValues& values) {
-    if (!values.bytes().empty()) entries_[entry].values = Store(values.bytes());
+void EntryStore::SetValues(EntryIndex entry, PackedValues& values) {
+    for (ByteBuffer& value : values.large_)
+        large_blocks_.push_back(std::move(value));
+    ByteBuffer& bytes = values.bytes_;
+    if (bytes.size() >= PackedValues::kLarge) {
+        bytes.CutTo(0, bytes.size());
+        entries_[entry].values = Keep(std::move(bytes));
+    } else if (!bytes.empty()) {
+        entries_[entry].values = Store(bytes.view());
+    }
+    values.Clear();
 }
 
 EntryIndex EntryStore::FindChild(EntryIndex parent, std::string_view name) const {
-    return table_[SlotOf(parent, name, HashOf(parent, name))].entry;
+    return names_.Find(NameHash(parent, name), [&](EntryIndex entry) {
+        return entries_[entry].parent == parent && EqualIgnoringCase(this->name(entry), name);
+    });
+}
+
+EntryIndex EntryStore::FindForeign(EntryIndex parent, std::string_view utf8_name) const {
+    const std::string folded = FoldUtf8(utf8_name);
+    const std::uint32_t found = foreign_.Find(FoldedHash(parent, folded), [&](std::uint32_t index) {
+        const auto& [entry, stored] = foreign_names_[index];
+        return entries_[entry].parent == parent && FoldUtf8(Stored(stored)) == folded;
+    });
+    return found == NumberTable::kNone ? kNoEntry : foreign_names_[found].entry;
 }
 
 std::size_t EntryStore::BackslashesBelow(EntryIndex parent) const {

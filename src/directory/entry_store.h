@@ -9,6 +9,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "directory/byte_buffer.h"
+
 namespace zorvel {
 
 using EntryIndex = std::uint32_t;
@@ -18,20 +20,60 @@ inline constexpr EntryIndex kNoEntry = 0xFFFFFFFF;
 // The values of one object, one after the other, as they are stored.
 class PackedValues {
   public:
+    // From how many bytes on a value is worth a buffer of its own.
+    static constexpr std::size_t kLarge = std::size_t{1024} * 1024;
+
     // Appends a value of `attribute` (a number that the owner of the store understands).
     void Append(std::uint32_t attribute, std::string_view value);
-    std::string_view bytes() const { return bytes_; }
-    void Clear() { bytes_.clear(); }
+    // Likewise, but keeps the buffer of the value instead of a copy.
+    void AppendLarge(std::uint32_t attribute, ByteBuffer value);
+    void Clear();
 
     // Takes the first value off stored `bytes`; false when there is none left.
     static bool Take(std::string_view& bytes, std::uint32_t& attribute, std::string_view& value);
 
   private:
-    std::string bytes_;
+    friend class EntryStore;
+
+    ByteBuffer bytes_;
+    std::vector<ByteBuffer> large_;
+};
+
+// Numbers by the hash of what they stand for: open addressing over a power of two of slots. The hash stands
+// beside the number, so that searches do not touch the objects that they pass over.
+class NumberTable {
+  public:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+    // The number with this hash for which `matches`, a function of a number, says true; kNone without one.
+    template <typename Matches>
+    std::uint32_t Find(std::uint32_t hash, const Matches& matches) const {
+        if (slots_.empty()) return kNone;
+        const std::size_t mask = slots_.size() - 1;
+        for (std::size_t at = hash & mask; slots_[at].number != kNone; at = (at + 1) & mask) {
+            if (slots_[at].hash == hash && matches(slots_[at].number)) return slots_[at].number;
+        }
+        return kNone;
+    }
+    // Adds a number; Find gives the first added of those that match.
+    void Insert(std::uint32_t hash, std::uint32_t number);
+
+  private:
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t number = kNone;
+    };
+
+    void Put(const Slot& slot);
+
+    std::vector<Slot> slots_;
+    std::size_t used_ = 0;
 };
 
 // Objects are numbered in the order in which they are added; the root is there from the start. An object
 // belongs to its parent's children only when it has been placed, so that their order is the order of placing.
+// A foreign name is one with characters that the code page lacks. Objects with such names are told apart by
+// the names in UTF-8, and get a text of the code page, unlike those of all their siblings, at the end.
 class EntryStore {
   public:
     EntryStore();
@@ -39,13 +81,20 @@ class EntryStore {
     // The number of objects, the root included.
     EntryIndex size() const { return static_cast<EntryIndex>(entries_.size()); }
 
-    // Adds an object. One that is not `findable` is never returned by FindChild. `name` is not empty.
-    // Raises error 7 when the numbers are used up.
-    EntryIndex Add(EntryIndex parent, std::string_view name, bool findable = true);
+    // Adds an object whose name no sibling has. `name` is not empty. Raises error 7 when the numbers are used
+    // up.
+    EntryIndex Add(EntryIndex parent, std::string_view name);
+    // Likewise, for an object with a foreign name in UTF-8. It has no name until NameForeign.
+    EntryIndex AddForeign(EntryIndex parent, std::string_view utf8_name);
+    // Names the objects that AddForeign added: the text with "?" for what the code page lacks and, when a
+    // sibling has that name, "~2", "~3", ... behind it, the object first added first. Call it once, when all
+    // objects have been added.
+    void NameForeign();
     // Makes an object the last child of its parent.
     void Place(EntryIndex entry);
     bool IsPlaced(EntryIndex entry) const { return entries_[entry].placed; }
-    void SetValues(EntryIndex entry, const PackedValues& values);
+    // Gives an object its values, which are no longer in `values` then.
+    void SetValues(EntryIndex entry, PackedValues& values);
     // A number of the owner's, 0 at first.
     void SetClass(EntryIndex entry, std::uint32_t class_number) {
         entries_[entry].class_number = class_number;
@@ -53,6 +102,8 @@ class EntryStore {
 
     // The child of `parent` with a name, in any case; kNoEntry when there is none. Placed or not.
     EntryIndex FindChild(EntryIndex parent, std::string_view name) const;
+    // Likewise by a foreign name in UTF-8; the case of letters that the code page holds does not matter.
+    EntryIndex FindForeign(EntryIndex parent, std::string_view utf8_name) const;
     // The greatest number of "\" in the name of a child of `parent`.
     std::size_t BackslashesBelow(EntryIndex parent) const;
 
@@ -72,28 +123,28 @@ class EntryStore {
         EntryIndex next_sibling = kNoEntry;
         std::uint32_t class_number = 0;
         bool placed = false;
-        const char* name = nullptr;    // the number of bytes, and the bytes
-        const char* values = nullptr;  // likewise; null when there are none
+        const char* name = nullptr;    // a packed text; null when there is none
+        const char* values = nullptr;  // likewise
     };
-
-    // The hash stands beside the number, so that searches do not touch the objects that they pass over.
-    struct Slot {
-        std::uint32_t hash = 0;
-        EntryIndex entry = kNoEntry;
+    struct ForeignName {
+        EntryIndex entry;
+        const char* utf8_name;  // a packed text
     };
 
     static std::string_view Stored(const char* text);
     const char* Store(std::string_view bytes);
-    std::string& BlockFor(std::size_t size);
-    std::size_t SlotOf(EntryIndex parent, std::string_view name, std::uint32_t hash) const;
-    void GrowTable();
+    const char* Keep(ByteBuffer bytes);
+    ByteBuffer& BlockFor(std::size_t size);
+    EntryIndex AddNameless(EntryIndex parent);
+    void SetName(EntryIndex entry, std::string_view name);
 
     std::deque<Record> entries_;
     // Filled within what was reserved for them, so that the bytes stay where they are.
-    std::deque<std::string> blocks_;
-    std::deque<std::string> large_blocks_;
-    std::vector<Slot> table_;  // open addressing by parent and upper-case name; a power of two
-    std::size_t table_used_ = 0;
+    std::vector<ByteBuffer> blocks_;
+    std::vector<ByteBuffer> large_blocks_;
+    NumberTable names_;  // objects by parent and upper-case name
+    std::vector<ForeignName> foreign_names_;
+    NumberTable foreign_;  // indexes of foreign_names_, by parent and folded name
     std::unordered_map<EntryIndex, std::size_t> backslashes_;  // for the parents of names that hold any
 };
 

@@ -84,14 +84,15 @@ LdifReader::Line LdifReader::ReadLine() {
         if (first < 0) return Line::kEnd;
         if (first == ' ') Fail(next_line_, "A continuation line that continues nothing");
         const bool keep = first != '#';
-        line_.clear();
-        folds_.clear();
+        line_.Clear();
+        folds_.Clear();
+        std::size_t last_fold = 0;
         first_line_ = next_line_;
         TakePhysicalLine(keep);
         if (keep && line_.empty()) return Line::kBlank;
         while (file_.Peek() == ' ') {
             file_.Skip(1);
-            if (keep) folds_.push_back(line_.size());
+            if (keep) AppendNumber(folds_, line_.size() - std::exchange(last_fold, line_.size()));
             TakePhysicalLine(keep);
         }
         if (keep) return Line::kText;
@@ -105,7 +106,7 @@ void LdifReader::TakePhysicalLine(bool keep) {
         const std::string_view bytes = file_.Available();
         if (bytes.empty()) break;
         const std::size_t end = bytes.find('\n');
-        if (keep) line_.append(bytes.substr(0, end));
+        if (keep) line_.Append(bytes.substr(0, end));
         if (end == std::string_view::npos) {
             file_.Skip(bytes.size());
             continue;
@@ -113,33 +114,41 @@ void LdifReader::TakePhysicalLine(bool keep) {
         file_.Skip(end + 1);
         break;
     }
-    if (line_.size() > before && line_.back() == '\r') line_.pop_back();
+    if (line_.size() > before && line_.view().back() == '\r') line_.RemoveLast();
     ++next_line_;
 }
 
 // The physical line of the character at `offset` of the unfolded line.
 std::int64_t LdifReader::LineAt(std::size_t offset) const {
-    return first_line_ + (std::upper_bound(folds_.begin(), folds_.end(), offset) - folds_.begin());
+    std::int64_t line = first_line_;
+    const char* at = folds_.data();
+    const char* const end = at + folds_.size();
+    for (std::size_t fold = 0; at != end; ++line) {
+        fold += TakeNumber(at);
+        if (fold > offset) break;
+    }
+    return line;
 }
 
 // Splits the current line into its name and the place and form of its value.
 void LdifReader::ParseLine() {
-    const std::size_t colon = line_.find(':');
-    const std::string_view description = std::string_view(line_).substr(0, colon);
+    const std::string_view line = line_.view();
+    const std::size_t colon = line.find(':');
+    const std::string_view description = line.substr(0, colon);
     const auto* bad = std::find_if_not(description.begin(), description.end(), IsNameCharacter);
     if (bad != description.end() || description.empty() || !IsLetterOrDigit(description.front())) {
         Fail(LineAt(static_cast<std::size_t>(bad == description.end() ? 0 : bad - description.begin())),
              "Not the name of an attribute");
     }
-    if (colon == std::string::npos) Fail(first_line_, "A line without a colon");
+    if (colon == std::string_view::npos) Fail(first_line_, "A line without a colon");
     field_ = description.substr(0, description.find(';'));
     value_at_ = colon + 1;
     form_ = ValueForm::kPlain;
-    if (value_at_ < line_.size() && (line_[value_at_] == ':' || line_[value_at_] == '<')) {
-        form_ = line_[value_at_] == ':' ? ValueForm::kBase64 : ValueForm::kUrl;
+    if (value_at_ < line.size() && (line[value_at_] == ':' || line[value_at_] == '<')) {
+        form_ = line[value_at_] == ':' ? ValueForm::kBase64 : ValueForm::kUrl;
         ++value_at_;
     }
-    value_at_ = std::min(line_.find_first_not_of(' ', value_at_), line_.size());
+    value_at_ = std::min(line.find_first_not_of(' ', value_at_), line.size());
 }
 
 // The value of the current line; base64 is decoded where it stands.
@@ -149,34 +158,34 @@ std::string_view LdifReader::Value() {
             std::size_t fault = 0;
             const auto size = DecodeBase64({line_.data() + value_at_, line_.size() - value_at_}, fault);
             if (!size) Fail(LineAt(value_at_ + fault), "Not base64");
-            return std::string_view(line_).substr(value_at_, *size);
+            return line_.view().substr(value_at_, *size);
         }
         case ValueForm::kUrl:
             return UrlValue(value_at_);
         case ValueForm::kPlain:
             break;
     }
-    return std::string_view(line_).substr(value_at_);
+    return line_.view().substr(value_at_);
 }
 
 // The bytes of the file that the URL at `at` of the current line names.
 std::string_view LdifReader::UrlValue(std::size_t at) {
-    const std::optional<std::string> path = PathOfUrl(Trimmed(std::string_view(line_).substr(at)));
+    const std::optional<std::string> path = PathOfUrl(Trimmed(line_.view().substr(at)));
     if (!path) Fail(first_line_, "Not a URL of a local file");
     // Anything but a plain file could block or never end.
     std::error_code error;
     if (!std::filesystem::is_regular_file(*path, error)) Fail(first_line_, "The URL names no file");
-    url_value_.clear();
+    url_value_.Clear();
     try {
         InputFile file(*path, *path);
         for (std::string_view bytes = file.Available(); !bytes.empty(); bytes = file.Available()) {
-            url_value_ += bytes;
+            url_value_.Append(bytes);
             file.Skip(bytes.size());
         }
     } catch (const Error& failure) {
         Fail(first_line_, "The file of the URL cannot be read: " + failure.description());
     }
-    return url_value_;
+    return url_value_.view();
 }
 
 bool LdifReader::NextRecord() {
@@ -222,6 +231,12 @@ bool LdifReader::NextAttribute(LdifAttribute& attribute) {
         return true;
     }
     return false;
+}
+
+ByteBuffer LdifReader::TakeValue(const LdifAttribute& attribute) {
+    ByteBuffer& buffer = form_ == ValueForm::kUrl ? url_value_ : line_;
+    buffer.CutTo(static_cast<std::size_t>(attribute.value.data() - buffer.data()), attribute.value.size());
+    return std::move(buffer);
 }
 
 }  // namespace zorvel

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "directory/byte_buffer.h"
 #include "platform/input_file.h"
 
 namespace zorvel {
@@ -32,6 +32,9 @@ class LdifReader {
     std::int64_t dn_line() const { return dn_line_; }
     // Reads the next value of the current record; false when there is none left.
     bool NextAttribute(LdifAttribute& attribute);
+    // The value that NextAttribute just gave, in its buffer instead of a copy. The texts of `attribute` are
+    // gone then.
+    ByteBuffer TakeValue(const LdifAttribute& attribute);
 
     // Raises error 600 for something wrong on `line` of the file.
     [[noreturn]] void Fail(std::int64_t line, std::string_view reason) const;
@@ -52,14 +55,15 @@ class LdifReader {
     InputFile file_;
     std::int64_t next_line_ = 1;  // the number of the physical line to be read next
 
-    // The current line, unfolded, and where in it each continuation began.
-    std::string line_;
-    std::vector<std::size_t> folds_;
+    // The current line, unfolded, and where in it each continuation began: numbers, each the distance from
+    // the one before.
+    ByteBuffer line_;
+    ByteBuffer folds_;
     std::int64_t first_line_ = 0;
     std::string_view field_;  // its name without options
     ValueForm form_ = ValueForm::kPlain;
     std::size_t value_at_ = 0;
-    std::string url_value_;
+    ByteBuffer url_value_;
 
     bool in_record_ = false;
     bool has_attributes_ = false;

@@ -17,8 +17,6 @@ namespace {
 
 constexpr int kFailure = 1;
 constexpr std::uint32_t kContext = 1;
-constexpr std::string_view kAlias = "Alias";
-constexpr std::string_view kGenericKind = "Generic NDS Object (default)";
 
 // Under which kind name the directory knows the objects of a class; all other classes are of the generic
 // kind.
@@ -27,7 +25,7 @@ struct ClassKind {
     std::string_view kind_name;
 };
 constexpr std::array<ClassKind, 10> kKinds = {{{kApplicationClass, kApplicationClass},
-                                               {kAlias, kAlias},
+                                               {kAliasClass, kAliasClass},
                                                {"User", "User"},
                                                {"Group", "Group"},
                                                {"NCP Server", "NCP Server"},
@@ -66,8 +64,7 @@ int MemoryDirectory::NWCallsInit() {
             trees_.push_back({std::move(tree), nullptr, 0, {}, false});
         return 0;
     } catch (const Error& error) {
-        const bool of_the_file = error.number() == errors::kInvalidCall;
-        log_.WriteLog("ERROR: " + error.detail() + (of_the_file ? "" : ": " + error.description()));
+        LogDetail(log_, error);
         return kFailure;
     }
 }
@@ -149,7 +146,7 @@ void MemoryDirectory::SetCurrentObject(std::string_view path) {
         try {
             files_.Open(tree->config.ldif);
         } catch (const Error& error) {
-            FailTree(*tree, error.With(error.detail() + ": " + error.description()));
+            FailTree(*tree, error);
         }
     }
     current_object_ = path;
@@ -164,16 +161,15 @@ std::string MemoryDirectory::CurrentObject() const {
 void MemoryDirectory::SetClassFilter(std::string_view classes) {
     CheckFaults();
     class_filter_ = SplitAtCommas(classes);
+    const std::vector<std::string> containers = SplitAtCommas(kContainerClasses);
+    aliases_pass_ = std::any_of(class_filter_.begin(), class_filter_.end(), [&](const std::string& name) {
+        return std::find(containers.begin(), containers.end(), name) != containers.end();
+    });
 }
 
 bool MemoryDirectory::PassesFilter(std::string_view class_name) const {
-    if (class_filter_.empty()) return true;
-    if (std::find(class_filter_.begin(), class_filter_.end(), class_name) != class_filter_.end()) return true;
-    const auto is_container = [](const std::string& name) {
-        const std::vector<std::string> containers = SplitAtCommas(kContainerClasses);
-        return std::find(containers.begin(), containers.end(), name) != containers.end();
-    };
-    return class_name == kAlias && std::any_of(class_filter_.begin(), class_filter_.end(), is_container);
+    if (class_filter_.empty() || (aliases_pass_ && class_name == kAliasClass)) return true;
+    return std::find(class_filter_.begin(), class_filter_.end(), class_name) != class_filter_.end();
 }
 
 // The object that a path, or a full name of the current object's tree, names.
@@ -260,6 +256,12 @@ std::string MemoryDirectory::FullName(std::string_view path) {
     return full_name;
 }
 
+std::string MemoryDirectory::FullNameOf(const Entry& entry) {
+    CheckFaults();
+    const Place place = Locate(entry);
+    return place.tree->objects->FullName(place.entry);
+}
+
 std::string MemoryDirectory::TreeNameOf(std::string_view path) {
     CheckFaults();
     const std::optional<PathParts> parts = SplitPath(path);
@@ -281,20 +283,27 @@ ObjectDescription MemoryDirectory::Describe(const Entry& entry) {
     return {std::string(kGenericKind), class_name};
 }
 
-const EntryAttributes& MemoryDirectory::AttributesOf(const Place& place) {
-    if (read_serial_ != place.tree->serial || read_entry_ != place.entry) {
-        read_attributes_ = place.tree->objects->ReadAttributes(place.entry);
-        read_serial_ = place.tree->serial;
-        read_entry_ = place.entry;
-    }
-    return read_attributes_;
+bool MemoryDirectory::IsRead(const Place& place) const {
+    return read_serial_ == place.tree->serial && read_entry_ == place.entry;
+}
+
+// The stored values of an attribute; none when the object does not hold it.
+std::vector<std::string_view> MemoryDirectory::ValuesOf(const Place& place, std::uint32_t attribute) const {
+    if (!IsRead(place)) return place.tree->objects->ReadAttribute(place.entry, attribute);
+    const auto found = read_attributes_.values.find(attribute);
+    return found == read_attributes_.values.end() ? std::vector<std::string_view>() : found->second;
 }
 
 std::vector<std::string> MemoryDirectory::AttributeNames(const Entry& entry) {
     CheckFaults();
     const Place place = Locate(entry);
+    if (!IsRead(place)) {
+        read_attributes_ = place.tree->objects->ReadAttributes(place.entry);
+        read_serial_ = place.tree->serial;
+        read_entry_ = place.entry;
+    }
     std::vector<std::string> names;
-    for (const std::uint32_t attribute : AttributesOf(place).order) {
+    for (const std::uint32_t attribute : read_attributes_.order) {
         names.push_back(place.tree->objects->AttributeName(attribute));
     }
     return names;
@@ -313,10 +322,9 @@ std::vector<std::string> MemoryDirectory::AttributeValues(const Entry& entry, st
     const Place place = Locate(entry);
     const MemoryTree& objects = *place.tree->objects;
     const std::uint32_t number = objects.FindAttribute(attribute);
-    const EntryAttributes& attributes = AttributesOf(place);
-    const auto found = attributes.values.find(number);
-    if (found == attributes.values.end()) throw Error(errors::kNoSuchValue);
-    return ValueTexts(objects, objects.AttributeSyntax(number), found->second);
+    const std::vector<std::string_view> values = ValuesOf(place, number);
+    if (values.empty()) throw Error(errors::kNoSuchValue);
+    return ValueTexts(objects, objects.AttributeSyntax(number), values);
 }
 
 int MemoryDirectory::NWDSOpenStream(std::uint32_t /*context_handle*/, std::string_view name,
@@ -326,11 +334,9 @@ int MemoryDirectory::NWDSOpenStream(std::uint32_t /*context_handle*/, std::strin
     if (!place) return kFailure;
     const std::shared_ptr<const MemoryTree>& objects = place->tree->objects;
     const std::uint32_t number = objects->FindAttribute(attribute);
-    const EntryAttributes& attributes = AttributesOf(*place);
-    const auto found = attributes.values.find(number);
-    if (found == attributes.values.end() || objects->AttributeSyntax(number) != Syntax::kStream)
-        return kFailure;
-    const std::string_view bytes = found->second.front();
+    const std::vector<std::string_view> values = ValuesOf(*place, number);
+    if (values.empty() || objects->AttributeSyntax(number) != Syntax::kStream) return kFailure;
+    const std::string_view bytes = values.front();
     file_handle = ++last_handle_;
     streams_.insert_or_assign(file_handle, OpenStream{objects, bytes, bytes.size()});
     return 0;

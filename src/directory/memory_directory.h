@@ -59,6 +59,7 @@ class MemoryDirectory final : public Directory {
 
     // Also takes a full name of the current object's tree.
     std::string FullName(std::string_view path) override;
+    std::string FullNameOf(const Entry& entry) override;
     std::string TreeNameOf(std::string_view path) override;
     Entry LookUp(std::string_view path_or_name) override;
     ObjectDescription Describe(const Entry& entry) override;
@@ -109,7 +110,8 @@ class MemoryDirectory final : public Directory {
     Place Locate(const Entry& entry) const;
     Entry MakeEntry(const Place& place) const;
     bool PassesFilter(std::string_view class_name) const;
-    const EntryAttributes& AttributesOf(const Place& place);
+    bool IsRead(const Place& place) const;
+    std::vector<std::string_view> ValuesOf(const Place& place, std::uint32_t attribute) const;
     OpenStream& StreamOf(int file_handle);
 
     const Files& files_;
@@ -121,6 +123,7 @@ class MemoryDirectory final : public Directory {
     std::string current_object_;
     std::string current_tree_;
     std::vector<std::string> class_filter_;
+    bool aliases_pass_ = false;
 
     // The text that was last looked up; a run opens all streams of an object under the same one.
     struct {
@@ -128,7 +131,8 @@ class MemoryDirectory final : public Directory {
         std::string text;
         EntryIndex entry = kNoEntry;
     } found_;
-    // The attributes of the object that was last asked for; a run asks for all of them, one after the other.
+    // The attributes of the object whose names were last asked for; a run asks for all of its values then,
+    // one after the other, and for single ones of other objects in between.
     std::uint32_t read_serial_ = 0;
     EntryIndex read_entry_ = kNoEntry;
     EntryAttributes read_attributes_;

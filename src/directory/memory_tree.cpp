@@ -16,17 +16,9 @@ constexpr std::string_view kObjectClass = "objectClass";
 constexpr std::size_t kNoRank = std::numeric_limits<std::size_t>::max();
 
 // The classes that an object can be known by; of several, the first here.
-constexpr std::array<std::string_view, 11> kRankedClasses = {kApplicationClass,
-                                                             "Alias",
-                                                             "User",
-                                                             "Group",
-                                                             "NCP Server",
-                                                             "Workstation",
-                                                             "zenWorkstationGroup",
-                                                             "Organizational Unit",
-                                                             "Organization",
-                                                             "Country",
-                                                             "Locality"};
+constexpr std::array<std::string_view, 11> kRankedClasses = {
+    kApplicationClass,      kAliasClass,           "User",         "Group",   "NCP Server", "Workstation",
+    kWorkstationGroupClass, "Organizational Unit", "Organization", "Country", "Locality"};
 
 // The classes with a number of their own: the root's, and those of containers that are made from an RDN type.
 constexpr std::array<std::string_view, 6> kFixedClasses = {kUnknownClass,         kRootName, "Organization",
@@ -57,6 +49,7 @@ MemoryTree::MemoryTree(EntryStore store, Schema schema, const std::vector<std::s
     : store_(std::move(store)), schema_(std::move(schema)) {
     for (const std::string_view name : kFixedClasses)
         ClassNumber(std::string(name));
+    store_.NameForeign();
     NameAttributes(ldap_names);
     ChooseClasses();
     PlaceMissingContainers();
@@ -80,8 +73,8 @@ void MemoryTree::NameAttributes(const std::vector<std::string>& ldap_names) {
         const Schema::Attribute* const known = schema_.FindAttribute(ldap_name);
         Schema::Attribute attribute =
             known != nullptr ? *known : Schema::Attribute{ldap_name, Syntax::kString};
-        const auto [place, added] = attribute_names_.try_emplace(
-            UpperCase(attribute.nds_name), static_cast<std::uint32_t>(attributes_.size()));
+        const auto [place, added] =
+            attribute_names_.try_emplace(attribute.nds_name, static_cast<std::uint32_t>(attributes_.size()));
         if (added) attributes_.push_back(std::move(attribute));
         attribute_of_.push_back(place->second);
     }
@@ -204,8 +197,19 @@ EntryAttributes MemoryTree::ReadAttributes(EntryIndex entry) const {
     return attributes;
 }
 
+std::vector<std::string_view> MemoryTree::ReadAttribute(EntryIndex entry, std::uint32_t attribute) const {
+    std::vector<std::string_view> found;
+    std::string_view values = store_.values(entry);
+    std::uint32_t number = 0;
+    std::string_view value;
+    while (PackedValues::Take(values, number, value)) {
+        if (attribute_of_[number] == attribute) found.push_back(value);
+    }
+    return found;
+}
+
 std::uint32_t MemoryTree::FindAttribute(std::string_view nds_name) const {
-    const auto found = attribute_names_.find(UpperCase(nds_name));
+    const auto found = attribute_names_.find(nds_name);
     return found == attribute_names_.end() ? kNoAttribute : found->second;
 }
 
@@ -213,15 +217,23 @@ std::string MemoryTree::FullNameOfDN(std::string_view dn) const {
     std::vector<NamingComponent> components;
     if (!ParseDN(dn, components) || components.empty()) return FromUtf8(dn);
     EntryIndex entry = kRootEntry;
-    for (auto component = components.rbegin(); component != components.rend() && entry != kNoEntry;
-         ++component) {
-        entry = component->exact ? store_.FindChild(entry, component->name) : kNoEntry;
+    bool foreign = false;
+    for (auto component = components.rbegin(); component != components.rend(); ++component) {
+        const bool coded = component->utf8_name.empty();
+        foreign |= !coded;
+        if (entry == kNoEntry) continue;
+        entry = coded ? store_.FindChild(entry, component->name)
+                      : store_.FindForeign(entry, component->utf8_name);
     }
     if (entry != kNoEntry) return FullName(entry);
-    std::string full_name;
-    for (const NamingComponent& component : components)
-        AppendToFullName(full_name, component.name);
-    return full_name;
+    for (;;) {
+        std::string full_name;
+        for (const NamingComponent& component : components)
+            AppendToFullName(full_name, component.name);
+        // Without the characters that were lost, the text can be the name of another object.
+        if (!foreign || FindFullName(full_name) == kNoEntry) return full_name;
+        components.front().name += "~1";
+    }
 }
 
 }  // namespace zorvel

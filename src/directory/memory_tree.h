@@ -48,6 +48,8 @@ class MemoryTree {
     EntryIndex NextSibling(EntryIndex entry) const { return store_.next_sibling(entry); }
 
     EntryAttributes ReadAttributes(EntryIndex entry) const;
+    // The values of one attribute as stored; none when the object does not hold it.
+    std::vector<std::string_view> ReadAttribute(EntryIndex entry, std::uint32_t attribute) const;
     const std::string& AttributeName(std::uint32_t attribute) const {
         return attributes_[attribute].nds_name;
     }
@@ -56,8 +58,8 @@ class MemoryTree {
     std::uint32_t FindAttribute(std::string_view nds_name) const;
     static constexpr std::uint32_t kNoAttribute = 0xFFFFFFFF;
 
-    // The full name of the object with a DN, with its own spelling when it exists. Text that is no DN stays
-    // as it is.
+    // The full name of the object with a DN, with its own spelling when it exists; else a full name that no
+    // object has. Text that is no DN stays as it is.
     std::string FullNameOfDN(std::string_view dn) const;
 
   private:
@@ -75,9 +77,9 @@ class MemoryTree {
     EntryStore store_;
     Schema schema_;
     std::vector<Schema::Attribute> attributes_;
-    std::vector<std::uint32_t> attribute_of_;  // by the number that the store uses
-    TextMap<std::uint32_t> attribute_names_;   // upper-case NDS name -> index in attributes_
-    std::vector<std::string> classes_;         // by class number
+    std::vector<std::uint32_t> attribute_of_;    // by the number that the store uses
+    AnyCaseMap<std::uint32_t> attribute_names_;  // NDS name -> index in attributes_
+    std::vector<std::string> classes_;           // by class number
     TextMap<std::uint32_t> class_numbers_;
     TextMap<ClassChoice> class_choices_;  // by the text of an objectClass value
 };

@@ -28,11 +28,12 @@ bool IsTypeCharacter(char character) {
            (character >= '0' && character <= '9') || character == '-' || character == '.';
 }
 
-// Sets the name of a component and notes whether the code page holds all of it.
+// Sets the name of a component, and keeps the UTF-8 when the code page does not hold all of it.
 void SetName(NamingComponent& component, std::string_view utf8) {
     component.name = FromUtf8(utf8);
-    component.exact = std::count(component.name.begin(), component.name.end(), '?') ==
-                      std::count(utf8.begin(), utf8.end(), '?');
+    const bool exact = std::count(component.name.begin(), component.name.end(), '?') ==
+                       std::count(utf8.begin(), utf8.end(), '?');
+    component.utf8_name = exact ? std::string_view() : utf8;
 }
 
 bool TakeComponent(const LDAPRDN rdn, NamingComponent& component) {

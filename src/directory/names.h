@@ -10,9 +10,9 @@ namespace zorvel {
 
 // One naming component of a DN (a relative DN) as text of the code page.
 struct NamingComponent {
-    std::string type;   // the attribute type of its (first) value, as spelled
-    std::string name;   // the value without escapes; several values are joined with "+"
-    bool exact = true;  // false when characters without a code were lost
+    std::string type;       // the attribute type of its (first) value, as spelled
+    std::string name;       // the value without escapes; several values are joined with "+"
+    std::string utf8_name;  // the name in UTF-8 when characters without a code were lost, else empty
 };
 
 // Takes a DN (RFC 4514, UTF-8) apart, leaf first. False when it is not a DN. The empty DN has no component.

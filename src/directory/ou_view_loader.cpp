@@ -90,10 +90,10 @@ void OUViewLoader::ReadTree(std::string_view tree) {
     RecurseDirectory(root_number);
 
     const Files& files = services_.files;
-    services_.status.SetStatus('Y', std::string_view("Updating Tree Cache..."));
+    services_.status.SetStatus('Y', "Updating Tree Cache...");
     services_.log.WriteLog("Writing fresh Tree cache, '" + TreeCachePath(files, tree) + "'");
     WriteTreeCache(files, tree, services_.clock.Now(), lists_);
-    services_.status.SetStatus('Y', std::string_view("Updating Applications Cache..."));
+    services_.status.SetStatus('Y', "Updating Applications Cache...");
     services_.log.WriteLog("Writing fresh Applications Cache, '" + AppCachePath(files, tree) + "'");
     WriteAppCache(files, tree, services_.clock.Now(), lists_);
     services_.log.WriteLog("Finished updating Application Cache file");

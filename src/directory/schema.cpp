@@ -7,6 +7,7 @@
 #include <memory>
 #include <utility>
 
+#include "directory/directory.h"
 #include "platform/code_page.h"
 
 namespace zorvel {
@@ -95,22 +96,22 @@ std::unique_ptr<Definition, Free> Parse(Definition* (*parse)(const char*, int*, 
 std::string_view SyntaxName(Syntax syntax) {
     switch (syntax) {
         case Syntax::kLong:
-            return "Long";
+            return kLongSyntax;
         case Syntax::kString:
         case Syntax::kName:
-            return "String";
+            return kStringSyntax;
         case Syntax::kPath:
-            return "NWPath";
+            return kPathSyntax;
         case Syntax::kOctetString:
-            return "NWOctetString";
+            return kOctetStringSyntax;
         case Syntax::kACL:
-            return "NWACL";
+            return kAclSyntax;
         case Syntax::kStream:
-            return "NWStream";
+            return kStreamSyntax;
         case Syntax::kOther:
             break;
     }
-    return "Other";
+    return kOtherSyntax;
 }
 
 std::string Schema::AddAttributeType(std::string_view definition) {

@@ -42,11 +42,6 @@ void TreeLists::Clear() {
     classes_.clear();
 }
 
-void TreeLists::Reserve(std::size_t containers, std::size_t applications) {
-    OUList.reserve(containers);
-    AppList.reserve(applications);
-}
-
 std::size_t TreeLists::AddOU(const OURecord& record) {
     if (FindOU(record.Path) != 0) {
         throw Error(errors::kInvalidCall)

@@ -64,9 +64,6 @@ class TreeLists {
 
     // Empties both lists and sets AppCount and SelectedCount to 0.
     void Clear();
-    // Makes room for the number of records that a cache announces.
-    void Reserve(std::size_t containers, std::size_t applications);
-
     // Appends a container and returns its number. The texts are copied.
     // Raises error 5 when a container with that path exists.
     std::size_t AddOU(const OURecord& record);

@@ -57,7 +57,12 @@ class TreeLoader {
         values_.Clear();
         LdifAttribute attribute;
         while (reader_.NextAttribute(attribute)) {
-            values_.Append(AttributeNumber(attribute.name), attribute.value);
+            const std::uint32_t number = AttributeNumber(attribute.name);
+            if (attribute.value.size() < PackedValues::kLarge) {
+                values_.Append(number, attribute.value);
+            } else {
+                values_.AppendLarge(number, reader_.TakeValue(attribute));
+            }
         }
         store_.SetValues(entry, values_);
     }
@@ -95,29 +100,36 @@ class TreeLoader {
         EntryIndex entry = kRootEntry;
         for (std::size_t at = components_.size(); at-- > leaf;) {
             const NamingComponent& component = components_[at];
-            const EntryIndex child = store_.FindChild(entry, component.name);
-            entry = child != kNoEntry ? child : store_.Add(entry, component.name);
-            if (child == kNoEntry) store_.SetClass(entry, MemoryTree::ContainerClassNumber(component.type));
+            const EntryIndex known = FindChild(entry, component);
+            entry = known != kNoEntry ? known : AddChild(entry, component);
+            if (known == kNoEntry) store_.SetClass(entry, MemoryTree::ContainerClassNumber(component.type));
         }
         return entry;
     }
 
     // The object of the current record, added unless an earlier record named it as a parent.
     EntryIndex TakeEntry(EntryIndex parent, const NamingComponent& component) {
-        const EntryIndex known = store_.FindChild(parent, component.name);
-        if (known == kNoEntry) return store_.Add(parent, component.name);
-        // Names that differ only in characters without a code are the same text here, yet different objects.
-        if (!component.exact && store_.IsPlaced(known)) return store_.Add(parent, component.name, false);
-        return known;
+        const EntryIndex known = FindChild(parent, component);
+        return known != kNoEntry ? known : AddChild(parent, component);
+    }
+
+    EntryIndex FindChild(EntryIndex parent, const NamingComponent& component) const {
+        return component.utf8_name.empty() ? store_.FindChild(parent, component.name)
+                                           : store_.FindForeign(parent, component.utf8_name);
+    }
+
+    EntryIndex AddChild(EntryIndex parent, const NamingComponent& component) {
+        return component.utf8_name.empty() ? store_.Add(parent, component.name)
+                                           : store_.AddForeign(parent, component.utf8_name);
     }
 
     std::uint32_t AttributeNumber(std::string_view name) {
-        upper_name_ = name;
-        MakeUpperCase(upper_name_);
-        const auto [place, added] =
-            attribute_numbers_.try_emplace(upper_name_, static_cast<std::uint32_t>(attribute_names_.size()));
-        if (added) attribute_names_.emplace_back(name);
-        return place->second;
+        const auto known = attribute_numbers_.find(name);
+        if (known != attribute_numbers_.end()) return known->second;
+        const auto number = static_cast<std::uint32_t>(attribute_names_.size());
+        attribute_names_.emplace_back(name);
+        attribute_numbers_.emplace(name, number);
+        return number;
     }
 
     void LoadBundledSchema() {
@@ -136,8 +148,7 @@ class TreeLoader {
     Schema schema_;
     bool has_schema_ = false;
     std::vector<std::string> attribute_names_;  // by number, as first spelled
-    TextMap<std::uint32_t> attribute_numbers_;  // by upper-case name
-    std::string upper_name_;
+    AnyCaseMap<std::uint32_t> attribute_numbers_;
     PackedValues values_;
     std::vector<NamingComponent> components_;
     std::string last_parent_dn_;
@@ -151,8 +162,8 @@ std::unique_ptr<MemoryTree> LoadTree(const Files& files, std::string_view path) 
         return TreeLoader(files, path).Load();
     } catch (const Error& error) {
         if (error.number() == errors::kDirectoryUnreadable) throw;
-        const std::string where = error.detail().empty() ? std::string(path) : error.detail();
-        throw Error(errors::kDirectoryUnreadable).With(where + ": " + error.description());
+        const Error told = error.detail().empty() ? error.At(std::string(path)) : error;
+        throw Error(errors::kDirectoryUnreadable).With(told.detail());
     }
 }
 

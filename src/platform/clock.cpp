@@ -38,7 +38,6 @@ DateTime SystemClock::Now() const {
 }
 
 double SystemClock::Timer() const {
-    // day.
     const double now = SecondsSinceEpoch();
     if (now < midnight_ || now >= midnight_ + kSecondsPerDay) midnight_ = now - TimeOfDay(now);
     return now - midnight_;

@@ -58,21 +58,25 @@ Error Error::With(std::string detail) const {
     return copy;
 }
 
+Error Error::At(const std::string& path) const {
+    return With(path + ": " + description());
+}
+
 Error FileError(int error_code, const std::string& path) {
     switch (error_code) {
         case ENOENT:
-            return Error(errors::kFileNotFound).With(path);
+            return Error(errors::kFileNotFound).At(path);
         case ENOTDIR:
-            return Error(errors::kPathNotFound).With(path);
+            return Error(errors::kPathNotFound).At(path);
         case ENOSPC:
         case EDQUOT:
         case EFBIG:
-            return Error(errors::kDiskFull).With(path);
+            return Error(errors::kDiskFull).At(path);
         case EACCES:
         case EPERM:
-            return Error(errors::kPermissionDenied).With(path);
+            return Error(errors::kPermissionDenied).At(path);
         default:
-            return Error(errors::kPathFileAccess).With(path);
+            return Error(errors::kPathFileAccess).At(path);
     }
 }
 

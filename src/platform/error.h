@@ -40,22 +40,30 @@ class Error : public std::runtime_error {
     std::int32_t number() const noexcept { return number_; }
     std::string description() const { return what(); }
 
-    // Where the trouble lies and what it is ("file, line 12: ..."); empty when the description says it all.
+    // A sentence for the log: where the trouble lies and what it is ("file, line 12: ..."); empty when there
+    // is no more to say than the description does.
     const std::string& detail() const noexcept { return detail_; }
     // This error with `detail` added to it.
     Error With(std::string detail) const;
+    // This error with the detail `path` + ": " + description.
+    Error At(const std::string& path) const;
+
+    // True for an OutputError, also after it was copied as an Error.
+    bool IsOutputError() const noexcept { return output_; }
 
   private:
     std::int32_t number_;
     std::string detail_;
+
+  protected:
+    bool output_ = false;
 };
 
 // A failure to write a file. Loops that go on after other errors stop at this one: what they would produce is
 // lost.
 class OutputError : public Error {
   public:
-    using Error::Error;
-    explicit OutputError(const Error& error) : Error(error) {}
+    explicit OutputError(const Error& error) : Error(error) { output_ = true; }
 };
 
 // The standard description of error `number`, or "Application-defined or object-defined error".

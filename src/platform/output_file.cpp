@@ -17,7 +17,7 @@ OutputFile::OutputFile(const std::filesystem::path& path, std::string name, Mode
                          0666)) {
     if (descriptor_ >= 0) return;
     // Creating a file fails with "not found" only when its folder is missing.
-    if (errno == ENOENT) throw OutputError(Error(errors::kPathNotFound).With(name_));
+    if (errno == ENOENT) throw OutputError(Error(errors::kPathNotFound).At(name_));
     throw OutputError(FileError(errno, name_));
 }
 

@@ -21,6 +21,11 @@ void Log::Close() {
     file_.reset();
 }
 
+void Log::WriteDetail(std::string_view detail) {
+    WriteLog("ERROR: " + std::string(detail));
+    if (on_detail) on_detail(detail);
+}
+
 void Log::WriteLog(std::string_view message) {
     if (!file_) return;
     const bool severe = BeginsIgnoringCase(message, "WARNING") || BeginsIgnoringCase(message, "ERROR");

@@ -1,6 +1,7 @@
 // The session log, Zorvel.log in the program folder.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,6 +28,10 @@ class Log {
     // "WARNING" or "ERROR" in any case. Does nothing while the log is closed. Lines that the disk no longer
     // takes are dropped.
     void WriteLog(std::string_view message);
+    // Appends the detail of an error as an ERROR line, and tells on_detail of it.
+    void WriteDetail(std::string_view detail);
+    // Called with each detail; set where there is nobody to read the log.
+    std::function<void(std::string_view)> on_detail;
 
   private:
     const Files& files_;

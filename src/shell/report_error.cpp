@@ -16,7 +16,7 @@ std::string LogUnexpectedError(Log& log, const Error& error, std::string_view wh
 }
 
 void LogDetail(Log& log, const Error& error) {
-    if (!error.detail().empty()) log.WriteLog("ERROR: " + error.detail());
+    if (!error.detail().empty()) log.WriteDetail(error.detail());
 }
 
 }  // namespace zorvel

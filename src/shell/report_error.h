@@ -1,7 +1,6 @@
 // How unexpected errors are worded, in the log and for the user.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 

@@ -76,7 +76,7 @@ void MainController::RunStartUp(std::string_view command_line, const TreeRequest
     Step(3, [&] { log_.Open(options_.session.AppendToLog); });
     Step(4, [&] { window_.SetCaption(Caption()); });
     LogHeading(command_line, options_read);  // steps 5 and 6
-    status_.SetStatus('Y', std::string_view("Initializing..."));
+    status_.SetStatus('Y', "Initializing...");
     Step(8, [&] { window_.LayOut(); });
     InitialiseDirectoryClient();  // step 9
     Step(10, [&] { window_.Show(); });
@@ -168,8 +168,8 @@ std::vector<std::string> MainController::LoadRuleList(std::string_view name) {
 
 void MainController::OpenFirstTree(const TreeRequest& request) {
     constexpr int kStep = 19;
+    log_.WriteLog("Finding Preferred Tree...");
     if (session_.trees.empty()) {
-        log_.WriteLog("Finding Preferred Tree...");
         Step(kStep + 1, [&] {
             window_.DisableDirectoryFunctions();
             window_.SetCurrentOU("No Trees found!");
@@ -180,7 +180,6 @@ void MainController::OpenFirstTree(const TreeRequest& request) {
     if (!request.open) return;
     std::size_t index = 0;
     if (request.name.empty()) {
-        log_.WriteLog("Finding Preferred Tree...");
         Step(kStep, [&] { index = PreferredTree(); });
     } else {
         const auto found = std::find(session_.trees.begin(), session_.trees.end(), request.name);

@@ -314,6 +314,9 @@ TEST_F(Run, WithoutItsFilesARunEndsAndLeavesNoCaptureRecord) {
     for (const Case& c :
          {Case{"full disk", [&] { std::filesystem::create_symlink("/dev/full", data / "Zorvel_Issues.CSV"); },
                "Error no. 61 (Disk full) occurred in butGenerate at Line 9"},
+          Case{"full disk at the end",
+               [&] { std::filesystem::create_symlink("/dev/full", data / "Zorvel_CaptureDetails.CSV"); },
+               "Error no. 61 (Disk full) occurred in butGenerate at Line 9"},
           Case{"in the way", [&] { std::filesystem::create_directory(data / "Zorvel_Macros.CSV"); },
                "Error no. 75 (Path/File access error) occurred in butGenerate at Line 6"},
           Case{"no folder", [&] {}, "Error no. 76 (Path not found) occurred in butGenerate at Line 6"}}) {
@@ -328,6 +331,22 @@ TEST_F(Run, WithoutItsFilesARunEndsAndLeavesNoCaptureRecord) {
     }
 }
 
+TEST_F(Run, ADirectoryThatFailsEndsTheRunOnce) {
+    Load(test::LdifApplication("A", "o=SITE", kHealthy) + test::LdifApplication("B", "o=SITE", kHealthy));
+    directory_.faults.error_600_everywhere = true;
+    EXPECT_EQ(Go(), RunOutcome::kFailed);
+    EXPECT_EQ(shell_.ui.boxes.size(), 1U);
+    EXPECT_FALSE(shell_.folder.Has("TempData/Zorvel_CaptureDetails.CSV"));
+    EXPECT_EQ(shell_.ui.statuses.back(), "The Zorvelrun has ended: The directory could not be read");
+}
+
+TEST_F(Run, ADamagedCaptureRecordIsNotTakenForImported) {
+    LoadApplication(kHealthy);
+    shell_.folder.Write("TempData/Zorvel_CaptureDetails.CSV", "yesterday,T1,SITE,1,,,,,,,Zorvelrun\r\n");
+    EXPECT_EQ(Go(), RunOutcome::kAbandoned);
+    EXPECT_THAT(shell_.ui.boxes.back().text, HasSubstr("(on yesterday) doesn't appear"));
+}
+
 // Notes what a Find run asks of its search.
 class FakeFindRun final : public FindRun {
   public:
@@ -336,7 +355,7 @@ class FakeFindRun final : public FindRun {
     void BeginStream(std::string_view name, std::string_view label) override {
         calls.push_back(std::string(name) + " " + std::string(label));
     }
-    void EndStream() override { calls.emplace_back("end"); }
+    void EndStream() noexcept override { calls.emplace_back("end"); }
     void Finish() override { calls.emplace_back("finish"); }
     bool MatchesStream(std::string_view stream) override {
         return stream.find("findme") != std::string_view::npos;

@@ -126,6 +126,24 @@ TEST(LdifReader, ReadsLinesOfAnyLengthWhole) {
     }
 }
 
+TEST(LdifReader, GivesValuesAwayInTheirBuffers) {
+    const TempFolder folder;
+    folder.Write("bytes", "url");
+    folder.Write("x.ldif", "dn: o=A\nx: plain\nx::\n QUJ\n DRA==\nx:< file://" +
+                               (folder.path() / "bytes").string() + "\nx:\n y\nx: kept\n");
+    LdifReader reader(InputFile(folder.path() / "x.ldif", "x.ldif"));
+    ASSERT_TRUE(reader.NextRecord());
+    LdifAttribute attribute;
+    for (const char* expected : {"plain", "ABCD", "url", "y"}) {
+        ASSERT_TRUE(reader.NextAttribute(attribute));
+        const ByteBuffer value = reader.TakeValue(attribute);
+        EXPECT_EQ(value.view(), expected);
+    }
+    ASSERT_TRUE(reader.NextAttribute(attribute));
+    EXPECT_EQ(attribute.value, "kept");
+    EXPECT_FALSE(reader.NextRecord());
+}
+
 TEST(LdifReader, NeverCrashesOnAFileCutShort) {
     const std::string whole =
         "version: 1\r\n\r\n# c\n d\ndn:: bz1B\nchangetype: add\nx:: QUJD\n RA==\n\ndn: o=B\nz;q: 1\n";

@@ -31,10 +31,22 @@ TEST(MemoryDirectory, FiltersChildrenByClass) {
     EXPECT_EQ(fixture.directory.CurrentObject(), R"(NDS:\\TREE\site)");
     EXPECT_EQ(ShortNames(fixture.directory, kContainerClasses), "APPS Link ");
     EXPECT_EQ(ShortNames(fixture.directory, kApplicationClass), "Word ");
+    EXPECT_EQ(ShortNames(fixture.directory, "User,Country"), "Link Joe ");
     EXPECT_EQ(ShortNames(fixture.directory, ""), "APPS Word Link Joe ");
     EXPECT_EQ(fixture.directory.CurrentEntry().path, R"(NDS:\\TREE\SITE)");
     fixture.directory.SetCurrentObject(R"(NDS:\\TREE\gone)");
     EXPECT_EQ(ErrorOf([&] { fixture.directory.Entries(); }), errors::kNoSuchObject);
+}
+
+TEST(MemoryDirectory, ReadsSingleValuesOfOtherObjectsInBetween) {
+    DirectoryFixture fixture(kTree);
+    MemoryDirectory& directory = fixture.directory;
+    const Entry word = directory.LookUp("Word.SITE");
+    const std::vector<std::string> names = directory.AttributeNames(word);
+    EXPECT_EQ(fixture.Values("Joe.SITE", "Object Class"), "user");
+    EXPECT_EQ(ErrorOf([&] { fixture.Values("Joe.SITE", "App:Path"); }), errors::kNoSuchValue);
+    EXPECT_EQ(fixture.Values("Word.SITE", "App:Path"), "x");
+    EXPECT_EQ(directory.AttributeNames(word), names);
 }
 
 TEST(MemoryDirectory, ReadsStreamsInPieces) {
@@ -79,6 +91,8 @@ TEST(MemoryDirectory, ReadsATreeAnewWhenItsFileChangedAndItsRootIsChosen) {
     EXPECT_EQ(directory.LookUp("New.SITE").class_name, "App:Application");
     EXPECT_EQ(ErrorOf([&] { directory.LookUp("Word.SITE"); }), errors::kNoSuchObject);
     EXPECT_EQ(ErrorOf([&] { directory.AttributeNames(old); }), errors::kNoSuchObject);
+    EXPECT_EQ(ErrorOf([&] { directory.FullNameOf(old); }), errors::kNoSuchObject);
+    EXPECT_EQ(directory.FullNameOf(directory.FindEntry(R"(NDS:\\TREE\site\NEW)")), "New.SITE");
     EXPECT_EQ(ErrorOf([&] { directory.Describe({~std::uint64_t{0}, "", "", ""}); }), errors::kNoSuchObject);
     std::string bytes;
     directory.ReadFile(handle, 4, bytes);
@@ -154,6 +168,7 @@ TEST(MemoryDirectory, FailsAsATestAsks) {
         [&] { directory.Entries(); },
         [&] { directory.FindEntry(entry.path); },
         [&] { directory.FullName(entry.path); },
+        [&] { directory.FullNameOf(entry); },
         [&] { directory.TreeNameOf(entry.path); },
         [&] { directory.LookUp(entry.path); },
         [&] { directory.Describe(entry); },

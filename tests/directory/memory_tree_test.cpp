@@ -159,17 +159,83 @@ TEST(MemoryTree, TheEmptyDnIsTheRoot) {
     EXPECT_EQ(fixture.Values("[Root]", "Description"), "all");
 }
 
-// What the code page cannot tell apart stays two objects; only the first is found by its name.
-TEST(MemoryTree, KeepsObjectsWhoseNamesTheCodePageCannotTellApart) {
-    DirectoryFixture fixture("dn: cn=\xD0\x96,o=S\ndescription: 1\n\ndn: cn=\xD0\x97,o=S\ndescription: 2\n");
+// Two organisational units, "??" both in the code page, and objects that name what stands in them.
+TEST(MemoryTree, TellsObjectsApartWhoseNamesTheCodePageCannot) {
+    const std::string japan = "ou=\xE6\x97\xA5\xE6\x9C\xAC,o=S";
+    const std::string china = "ou=\xE4\xB8\xAD\xE5\x9B\xBD,o=S";
+    DirectoryFixture fixture("dn: " + japan + "\nobjectClass: organizationalUnit\n\ndn: cn=App," + japan +
+                             "\nobjectClass: appApplication\ndescription: of Japan\n\ndn: " + china +
+                             "\nobjectClass: organizationalUnit\n\ndn: cn=App," + china +
+                             "\nobjectClass: appApplication\ndescription: of China\naCL: 1#entry#cn=APP," +
+                             china + "#[Entry Rights]\n\ndn: cn=All,o=S\nmember: cn=app," + china +
+                             "\nmember: " + japan + "\nmember: CN=App,OU=\\E4\\B8\\AD\\E5\\9B\\BD,o=s\n");
+    EXPECT_EQ(fixture.Walk(),
+              (Lines{R"(NDS:\\TREE\S (Organization))", R"(NDS:\\TREE\S\?? (Organizational Unit))",
+                     R"(NDS:\\TREE\S\??\App (App:Application))", R"(NDS:\\TREE\S\??~2 (Organizational Unit))",
+                     R"(NDS:\\TREE\S\??~2\App (App:Application))", R"(NDS:\\TREE\S\All (Unknown))"}));
+    EXPECT_EQ(fixture.Values(R"(NDS:\\TREE\s\??\app)", "Description"), "of Japan");
+    EXPECT_EQ(fixture.Values(R"(NDS:\\TREE\s\??~2\app)", "Description"), "of China");
+    EXPECT_EQ(fixture.Values("All.S", "Member"), "App.??~2.S|??.S|App.??~2.S");
+    EXPECT_EQ(fixture.Values("App.??~2.S", "ACL"), "App.??~2.S,[Entry Rights],1");
+}
+
+// Names that stand in the file as they are keep their spelling, wherever they stand in it.
+TEST(MemoryTree, NumbersNamesThatTheCodePageLacksAroundThoseOfTheirSiblings) {
+    DirectoryFixture fixture(
+        "dn: cn=\xD0\x96\xC3\xA9,o=S\ndescription: 1\n\ndn: cn=\xD0\x97\xC3\x89,o=S\ndescription: 2\n\n"
+        "dn: cn=?\xC3\xA9,o=S\ndescription: 3\n\ndn: cn=?\xC3\xA9~3,o=S\ndescription: 4\n\n"
+        "dn: cn=\xD0\x97\xC3\x89,o=T\ndescription: 5\n\n"
+        "dn: cn=All,o=S\nmember: cn=\xD0\x96\xC3\x89,o=S\nmember: cn=?\xC3\x89,o=S\n"
+        "member: cn=\xD0\x98\xC3\xA9,o=S\nmember: cn=\xD0\x98\xC3\xA9,o=U\n");
     fixture.directory.SetCurrentObject(R"(NDS:\\TREE\S)");
-    std::string descriptions;
+    std::string names;
     for (const Entry& entry : fixture.directory.Entries()) {
-        EXPECT_EQ(entry.short_name, "?");
-        descriptions += fixture.directory.AttributeValues(entry, "Description").front();
+        EXPECT_EQ(fixture.directory.LookUp(entry.path).id, entry.id) << entry.path;
+        names += entry.short_name + "|";
     }
-    EXPECT_EQ(descriptions, "12");
-    EXPECT_EQ(fixture.Values("?.S", "Description"), "1");
+    EXPECT_EQ(names, "?\xE9~2|?\xC9~4|?\xE9|?\xE9~3|All|");
+    EXPECT_EQ(fixture.Values("?\xC9.T", "Description"), "5");
+    // The third is no object, and must not be taken for "?\xE9" (nor the fourth for any).
+    EXPECT_EQ(fixture.Values("All.S", "Member"), "?\xE9~2.S|?\xE9.S|?\xE9~1.S|?\xE9.U");
+}
+
+TEST(MemoryTree, FindsEachOfAHundredThousandSiblingsWhoseNamesTheCodePageLacks) {
+    constexpr int kSiblings = 100'000;
+    std::string ldif;
+    for (int number = 0; number < kSiblings; ++number) {
+        ldif += "dn: cn=";
+        for (int digits = number, place = 0; place < 4; ++place, digits /= 32)
+            ldif += {'\xD0', static_cast<char>(0x90 + digits % 32)};
+        ldif += ",o=S\n\n";
+    }
+    DirectoryFixture fixture(ldif);
+    fixture.directory.SetCurrentObject(R"(NDS:\\TREE\S)");
+    const std::vector<Entry> entries = fixture.directory.Entries();
+    ASSERT_EQ(entries.size(), static_cast<std::size_t>(kSiblings));
+    EXPECT_EQ(entries.front().short_name, "????");
+    EXPECT_EQ(entries.back().short_name, "????~100000");
+    for (const Entry& entry : entries)
+        ASSERT_EQ(fixture.directory.LookUp(entry.path).id, entry.id);
+}
+
+// Values of some megabytes, of each form, between small ones and within an object that is large altogether.
+TEST(MemoryTree, KeepsValuesOfAnySize) {
+    const std::string large(3'000'000, 'x');
+    std::string base64;
+    for (int line = 0; line < 50'000; ++line)
+        base64 += "\n eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4eHh4";
+    std::string ldif = "dn: cn=x,o=S\ndescription: first\ndescription: " + large +
+                       "\nappCopyFiles::" + base64 +
+                       "\ndescription: last\n\ndn: cn=y,o=S\ndescription: of y\n";
+    for (int number = 0; number < 300; ++number)
+        ldif += "title: " + std::string(10'000, static_cast<char>('a' + number % 26)) + "\n";
+    DirectoryFixture fixture(ldif);
+    EXPECT_TRUE(fixture.Values("x.S", "Description") == "first|" + large + "|last");
+    EXPECT_TRUE(fixture.Values("x.S", "App:Copy Files") == large);
+    EXPECT_EQ(fixture.Values("y.S", "Description"), "of y");
+    const auto titles = fixture.directory.AttributeValues(fixture.directory.LookUp("y.S"), "Title");
+    ASSERT_EQ(titles.size(), 300U);
+    EXPECT_EQ(titles.back(), std::string(10'000, 'a' + 299 % 26));
 }
 
 TEST(MemoryTree, LoadsATreeThatIsTwentyThousandContainersDeep) {
@@ -187,6 +253,8 @@ TEST(MemoryTree, LoadsATreeThatIsTwentyThousandContainersDeep) {
 TEST(MemoryTree, TellsTheLineOfAFault) {
     const std::pair<const char*, const char*> cases[] = {
         {"dn: o=S\n\ndn: cn=a,o=S\n\ndn: CN=A, o=s\n", ", line 5: A DN that stands in the file before"},
+        {"dn: cn=\xD0\x96x,o=S\n\ndn: cn=\xD0\x97x,o=S\n\ndn: CN=\xD0\x96X,O=S\n",
+         ", line 5: A DN that stands in the file before"},
         {"dn:\n\ndn:\n", ", line 3: A DN that stands in the file before"},
         {"dn: cn=schema\n\ndn: cn=Schema\n", ", line 3: A DN that stands in the file before"},
         {"\ndn: nonsense\n", ", line 2: Not a DN"},
