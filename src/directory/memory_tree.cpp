@@ -218,12 +218,13 @@ std::string MemoryTree::FullNameOfDN(std::string_view dn) const {
     if (!ParseDN(dn, components) || components.empty()) return FromUtf8(dn);
     EntryIndex entry = kRootEntry;
     bool foreign = false;
-    for (auto component = components.rbegin(); component != components.rend(); ++component) {
-        const bool coded = component->utf8_name.empty();
+    for (std::size_t at = components.size(); at-- > 0;) {
+        const NamingComponent& component = components[at];
+        const bool coded = component.utf8_name.empty();
         foreign |= !coded;
         if (entry == kNoEntry) continue;
-        entry = coded ? store_.FindChild(entry, component->name)
-                      : store_.FindForeign(entry, component->utf8_name);
+        entry =
+            coded ? store_.FindChild(entry, component.name) : store_.FindForeign(entry, component.utf8_name);
     }
     if (entry != kNoEntry) return FullName(entry);
     for (;;) {

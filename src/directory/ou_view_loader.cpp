@@ -123,7 +123,7 @@ void OUViewLoader::RecurseDirectory(std::size_t root_number) {
             continue;
         }
         const Entry container = std::move(level.containers[level.next++]);
-        if (container.class_name != "Alias") enter(ReadContainer(container, level.number));
+        if (container.class_name != kAliasClass) enter(ReadContainer(container, level.number));
     }
 }
 
