@@ -18,7 +18,8 @@ constexpr int kReadFlag = 1;
 // A stream must be longer than its signature, 8 bytes, to hold anything.
 constexpr std::size_t kShortestStream = 9;
 // The share of the progress bar that each stream gets: the whole part of 100 / 11.
-constexpr double kProgressStep = static_cast<double>(100 / kStreamTable.size());
+constexpr std::size_t kWholeStep = 100 / kStreamTable.size();
+constexpr auto kProgressStep = static_cast<double>(kWholeStep);
 // The icon orders that the launcher accepts.
 constexpr double kLowestIconOrder = -1;
 constexpr double kHighestIconOrder = 999;

@@ -90,6 +90,8 @@ class EntryStore {
     // sibling has that name, "~2", "~3", ... behind it, the object first added first. Call it once, when all
     // objects have been added.
     void NameForeign();
+    // Changes the spelling of a name, not its letters.
+    void Respell(EntryIndex entry, std::string_view name) { entries_[entry].name = Store(name); }
     // Makes an object the last child of its parent.
     void Place(EntryIndex entry);
     bool IsPlaced(EntryIndex entry) const { return entries_[entry].placed; }

@@ -34,6 +34,15 @@ std::string_view Trimmed(std::string_view text) {
     return text;
 }
 
+// The same for a DN, whose last blank can be escaped and then belongs to it.
+std::string_view TrimmedDN(std::string_view text) {
+    const std::string_view trimmed = Trimmed(text);
+    const std::size_t last = trimmed.find_last_not_of('\\');
+    const std::size_t backslashes = trimmed.size() - (last == std::string_view::npos ? 0 : last + 1);
+    const bool escaped = backslashes % 2 == 1 && trimmed.data() + trimmed.size() < text.data() + text.size();
+    return escaped ? std::string_view(trimmed.data(), trimmed.size() + 1) : trimmed;
+}
+
 std::optional<int> HexDigit(char character) {
     if (character >= '0' && character <= '9') return character - '0';
     if (character >= 'a' && character <= 'f') return character - 'a' + 10;
@@ -203,7 +212,7 @@ bool LdifReader::NextRecord() {
         }
         if (!EqualIgnoringCase(field_, "dn")) Fail(first_line_, "A record that does not begin with its DN");
         if (form_ == ValueForm::kUrl) Fail(first_line_, "A DN cannot be a URL");
-        dn_ = Trimmed(Value());
+        dn_ = TrimmedDN(Value());
         dn_line_ = first_line_;
         in_record_ = true;
         has_attributes_ = false;

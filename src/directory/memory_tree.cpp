@@ -73,6 +73,7 @@ void MemoryTree::NameAttributes(const std::vector<std::string>& ldap_names) {
         const Schema::Attribute* const known = schema_.FindAttribute(ldap_name);
         Schema::Attribute attribute =
             known != nullptr ? *known : Schema::Attribute{ldap_name, Syntax::kString};
+        spelled_names_.push_back(attribute.nds_name);
         const auto [place, added] =
             attribute_names_.try_emplace(attribute.nds_name, static_cast<std::uint32_t>(attributes_.size()));
         if (added) attributes_.push_back(std::move(attribute));
@@ -191,7 +192,7 @@ EntryAttributes MemoryTree::ReadAttributes(EntryIndex entry) const {
     while (PackedValues::Take(values, number, value)) {
         const std::uint32_t attribute = attribute_of_[number];
         std::vector<std::string_view>& all = attributes.values[attribute];
-        if (all.empty()) attributes.order.push_back(attribute);
+        if (all.empty()) attributes.order.push_back(number);
         all.push_back(value);
     }
     return attributes;

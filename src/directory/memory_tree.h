@@ -19,7 +19,7 @@ inline constexpr std::string_view kUnknownClass = "Unknown";
 
 // The attributes of one object.
 struct EntryAttributes {
-    std::vector<std::uint32_t> order;  // in the order in which the object first names them
+    std::vector<std::uint32_t> order;  // as stored, in the order in which the object first names them
     // As stored, in their order; they stay valid as long as the tree.
     std::unordered_map<std::uint32_t, std::vector<std::string_view>> values;
 };
@@ -50,8 +50,9 @@ class MemoryTree {
     EntryAttributes ReadAttributes(EntryIndex entry) const;
     // The values of one attribute as stored; none when the object does not hold it.
     std::vector<std::string_view> ReadAttribute(EntryIndex entry, std::uint32_t attribute) const;
-    const std::string& AttributeName(std::uint32_t attribute) const {
-        return attributes_[attribute].nds_name;
+    // The name of an attribute of EntryAttributes::order: its NDS name, or as the object itself spells it.
+    const std::string& AttributeName(std::uint32_t stored_number) const {
+        return spelled_names_[stored_number];
     }
     Syntax AttributeSyntax(std::uint32_t attribute) const { return attributes_[attribute].syntax; }
     // The number of the attribute with an NDS name, in any case; kNoAttribute when no object holds it.
@@ -78,6 +79,7 @@ class MemoryTree {
     Schema schema_;
     std::vector<Schema::Attribute> attributes_;
     std::vector<std::uint32_t> attribute_of_;    // by the number that the store uses
+    std::vector<std::string> spelled_names_;     // likewise
     AnyCaseMap<std::uint32_t> attribute_names_;  // NDS name -> index in attributes_
     std::vector<std::string> classes_;           // by class number
     TextMap<std::uint32_t> class_numbers_;

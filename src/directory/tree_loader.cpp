@@ -68,7 +68,7 @@ class TreeLoader {
     }
 
     [[noreturn]] void FailDuplicate() {
-        reader_.Fail(reader_.dn_line(), "A DN that stands in the file before");
+        reader_.Fail(reader_.dn_line(), "An object of this path stands in the file before");
     }
 
     // The parent of the current record's object, kNoEntry for the root; `component` is the object's own name.
@@ -110,7 +110,11 @@ class TreeLoader {
     // The object of the current record, added unless an earlier record named it as a parent.
     EntryIndex TakeEntry(EntryIndex parent, const NamingComponent& component) {
         const EntryIndex known = FindChild(parent, component);
-        return known != kNoEntry ? known : AddChild(parent, component);
+        if (known == kNoEntry) return AddChild(parent, component);
+        // A record that named it as its parent may have spelled it otherwise; its own spelling counts.
+        const bool named_before = !store_.IsPlaced(known) && component.utf8_name.empty();
+        if (named_before && store_.name(known) != component.name) store_.Respell(known, component.name);
+        return known;
     }
 
     EntryIndex FindChild(EntryIndex parent, const NamingComponent& component) const {
@@ -147,8 +151,8 @@ class TreeLoader {
     EntryStore store_;
     Schema schema_;
     bool has_schema_ = false;
-    std::vector<std::string> attribute_names_;  // by number, as first spelled
-    AnyCaseMap<std::uint32_t> attribute_numbers_;
+    std::vector<std::string> attribute_names_;  // by number, as spelled
+    TextMap<std::uint32_t> attribute_numbers_;
     PackedValues values_;
     std::vector<NamingComponent> components_;
     std::string last_parent_dn_;

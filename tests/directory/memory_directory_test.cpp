@@ -49,6 +49,20 @@ TEST(MemoryDirectory, ReadsSingleValuesOfOtherObjectsInBetween) {
     EXPECT_EQ(directory.AttributeNames(word), names);
 }
 
+TEST(MemoryDirectory, SpellsObjectsAndAttributesAsTheirOwnRecordsDo) {
+    DirectoryFixture fixture(
+        "dn: cn=A,OU=apps\nfooBar: 1\n\ndn: ou=APPS\nobjectClass: organizationalUnit\nFOOBAR: 2\n\n"
+        "dn: ou=a\\ \nobjectClass: organizationalUnit\n");
+    EXPECT_EQ(fixture.directory.LookUp("a.apps").path, R"(NDS:\\TREE\APPS\A)");
+    EXPECT_EQ(fixture.directory.FullName(R"(NDS:\\TREE\apps\a)"), "A.APPS");
+    const std::vector<std::string> below = {"fooBar"};
+    EXPECT_EQ(fixture.directory.AttributeNames(fixture.directory.LookUp("A.APPS")), below);
+    const std::vector<std::string> above = {"Object Class", "FOOBAR"};
+    EXPECT_EQ(fixture.directory.AttributeNames(fixture.directory.LookUp("APPS")), above);
+    EXPECT_EQ(fixture.Values("APPS", "foobar"), "2");
+    EXPECT_EQ(fixture.directory.LookUp("a ").short_name, "a ");
+}
+
 TEST(MemoryDirectory, ReadsStreamsInPieces) {
     DirectoryFixture fixture(kTree);
     MemoryDirectory& directory = fixture.directory;

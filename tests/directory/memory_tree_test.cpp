@@ -252,11 +252,12 @@ TEST(MemoryTree, LoadsATreeThatIsTwentyThousandContainersDeep) {
 
 TEST(MemoryTree, TellsTheLineOfAFault) {
     const std::pair<const char*, const char*> cases[] = {
-        {"dn: o=S\n\ndn: cn=a,o=S\n\ndn: CN=A, o=s\n", ", line 5: A DN that stands in the file before"},
+        {"dn: o=S\n\ndn: cn=a,o=S\n\ndn: CN=A, o=s\n",
+         ", line 5: An object of this path stands in the file before"},
         {"dn: cn=\xD0\x96x,o=S\n\ndn: cn=\xD0\x97x,o=S\n\ndn: CN=\xD0\x96X,O=S\n",
-         ", line 5: A DN that stands in the file before"},
-        {"dn:\n\ndn:\n", ", line 3: A DN that stands in the file before"},
-        {"dn: cn=schema\n\ndn: cn=Schema\n", ", line 3: A DN that stands in the file before"},
+         ", line 5: An object of this path stands in the file before"},
+        {"dn:\n\ndn:\n", ", line 3: An object of this path stands in the file before"},
+        {"dn: cn=schema\n\ndn: cn=Schema\n", ", line 3: An object of this path stands in the file before"},
         {"\ndn: nonsense\n", ", line 2: Not a DN"},
         {"dn: cn=a,o\n", ", line 1: Not a DN"},
         {"dn: cn=schema\nobjectClasses: ( 1.2 NAME 'a' )\nattributeTypes: x\n",
