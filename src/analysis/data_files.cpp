@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/error.h"
 #include "shell/formats.h"
 
 namespace zorvel {
@@ -26,19 +25,34 @@ DataFileReader::DataFileReader(const Files& files, const DataFile& layout)
 
 bool DataFileReader::Next(std::vector<std::string>& record) {
     record.resize(fields_);
-    if (auto* lines = std::get_if<LineReader>(&reader_)) {
-        for (std::size_t i = 0; i < fields_; ++i) {
-            if (lines->Next(record[i])) continue;
-            if (i == 0) return false;
-            throw Error(errors::kPastEndOfFile).With(Place() + ": the file ends within a record");
-        }
-        return true;
+    if (auto* lines = std::get_if<LineReader>(&reader_)) return NextLines(*lines, record);
+    return NextRow(std::get<FieldReader>(reader_), record);
+}
+
+bool DataFileReader::NextLines(LineReader& lines, std::vector<std::string>& record) const {
+    for (std::size_t i = 0; i < fields_; ++i) {
+        const bool found = lines.Next(record[i]);
+        if (!found && i == 0) return false;
+        if (!found || !lines.line_ended()) throw Truncated();
     }
-    auto& fields = std::get<FieldReader>(reader_);
-    if (fields.AtEnd()) return false;
-    for (std::string& field : record)
-        field = fields.Next();
     return true;
+}
+
+bool DataFileReader::NextRow(FieldReader& fields, std::vector<std::string>& record) const {
+    if (fields.AtEnd()) return false;
+    for (std::size_t i = 0; i < fields_; ++i) {
+        record[i] = fields.Next();
+        if (fields.end() == FieldEnd::kFile) throw Truncated();
+        const bool last = i + 1 == fields_;
+        if (fields.end() == (last ? FieldEnd::kLine : FieldEnd::kComma)) continue;
+        throw Error(errors::kInvalidCall)
+            .With(Place() + ": the row has not the " + std::to_string(fields_) + " fields of its file");
+    }
+    return true;
+}
+
+Error DataFileReader::Truncated() const {
+    return Error(errors::kPastEndOfFile).With(Place() + ": the file ends within a record");
 }
 
 std::string DataFileReader::Place() const {

@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/error.h"
 #include "platform/files.h"
 #include "shell/text_records.h"
 
@@ -60,12 +61,17 @@ class DataFileReader {
     DataFileReader(const Files& files, const DataFile& layout);
 
     // Reads the next record, one text a field; false at the end of the file.
-    // Raises error 62 when the file ends within a record.
+    // Raises error 62 when the file ends within a record, or without the line end of its last one; error 5
+    // when a comma row has not exactly the layout's fields.
     bool Next(std::vector<std::string>& record);
     // "file, line N" of the record read last, for error texts.
     std::string Place() const;
 
   private:
+    bool NextLines(LineReader& lines, std::vector<std::string>& record) const;
+    bool NextRow(FieldReader& fields, std::vector<std::string>& record) const;
+    Error Truncated() const;
+
     std::size_t fields_;
     std::variant<FieldReader, LineReader> reader_;
 };
@@ -80,8 +86,8 @@ struct CaptureRecord {
     std::string mode;                   // "Zorvelrun" or "Find"
 };
 
-// The capture record, or nothing when the last run did not finish. Raises a file error, or 62 for a short
-// record.
+// The capture record, or nothing when the last run did not finish. Raises a file error, or 5 or 62 for a
+// record that is not whole.
 std::optional<CaptureRecord> ReadCaptureRecord(const Files& files);
 // Writes the capture record whole, or raises an OutputError and leaves none.
 void WriteCaptureRecord(const Files& files, const CaptureRecord& record);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 
 #include "batch/command.h"
 #include "database/catalogue.h"
@@ -11,12 +12,18 @@
 namespace zorvel {
 namespace {
 
-// `text` as one field of a line: what would end the field or the line becomes a blank.
+// True for the control characters of the code page, the five codes that it leaves open among them.
+bool IsControl(char character) {
+    return static_cast<unsigned char>(character) < 0x20 ||
+           std::string_view("\x7F\x81\x8D\x8F\x90\x9D").find(character) != std::string_view::npos;
+}
+
+// `text` as one field of a line: what could end the field or the line, or command a terminal, becomes a
+// blank.
 std::string Field(std::string_view text) {
-    std::string field = ToUtf8(text);
-    std::replace_if(
-        field.begin(), field.end(), [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
-    return field;
+    std::string field(text);
+    std::replace_if(field.begin(), field.end(), IsControl, ' ');
+    return ToUtf8(field);
 }
 
 class DatasetsCommand final : public BatchCommand {

@@ -13,7 +13,7 @@ ExitStatus ImportLastRun(BatchSession& session, const std::string& comment) {
     details.txtComments = FromUtf8(comment);
     switch (details.BeginImport(session.window())) {
         case ImportResult::kDone:
-            return session.Ended(kDone);
+            return kDone;  // also after an interruption: an import ends by itself
         case ImportResult::kAbandoned:
             return session.Fail("the dataset of this run was kept; --yes replaces it");
         case ImportResult::kFailed:

@@ -13,7 +13,7 @@ namespace {
 // A command that does one thing to one dataset.
 class MaintenanceCommand final : public BatchCommand {
   public:
-    using Operation = bool (DatabaseMaintenance::*)();
+    using Operation = MaintenanceResult (DatabaseMaintenance::*)();
 
     MaintenanceCommand(std::string name, std::string description, Operation operation)
         : name_(std::move(name)), description_(std::move(description)), operation_(operation) {}
@@ -31,7 +31,15 @@ class MaintenanceCommand final : public BatchCommand {
         maintenance.Open();
         const std::string dataset = FromUtf8(dataset_);
         if (!maintenance.SelectDataset(dataset)) return session.Fail("there is no dataset '" + dataset + "'");
-        return (maintenance.*operation_)() ? kDone : session.Fail("nothing was done to '" + dataset + "'");
+        switch ((maintenance.*operation_)()) {
+            case MaintenanceResult::kDone:
+                return kDone;
+            case MaintenanceResult::kDeclined:
+                return session.Fail("nothing was done to '" + dataset + "'");
+            case MaintenanceResult::kFailed:
+                break;
+        }
+        return session.Fail("the operation failed");
     }
 
   private:
@@ -44,8 +52,9 @@ class MaintenanceCommand final : public BatchCommand {
 }  // namespace
 
 std::unique_ptr<BatchCommand> MakeCompactCommand() {
-    return std::make_unique<MaintenanceCommand>("compact", "Rewrite a dataset without its unused space",
-                                                &DatabaseMaintenance::Compact);
+    return std::make_unique<MaintenanceCommand>(
+        "compact", "Rewrite a dataset without its unused space (asks first: needs --yes)",
+        &DatabaseMaintenance::Compact);
 }
 
 std::unique_ptr<BatchCommand> MakeDeleteCommand() {

@@ -25,6 +25,15 @@ std::string ShownTime(const std::string& stored) {
            stored.substr(11);
 }
 
+std::int32_t CountOf(const Rows& rows, const char* column, const std::string& dataset) {
+    try {
+        return WholeValue(rows.Text(column));
+    } catch (const Error& error) {
+        throw error.With("the catalogue's row of '" + CutForMessage(dataset) + "', " + column + ": " +
+                         error.description());
+    }
+}
+
 std::string WhereName(std::string_view name) {
     return " WHERE DBName='" + std::string(name) + '\'';
 }
@@ -42,10 +51,10 @@ std::vector<CatalogueRow> Catalogue::Read(std::string_view sql) const {
         row.Tree = rows.Text("Tree");
         row.OU = rows.Text("OU");
         row.Description = rows.Text("Description");
-        row.AppCount = WholeValue(rows.Text("AppCount"));
         row.DBName = rows.Text("DBName");
+        row.AppCount = CountOf(rows, "AppCount", row.DBName);
         for (std::size_t i = 0; i < kCountColumns.size(); ++i)
-            row.Counts[i] = WholeValue(rows.Text(kCountColumns[i]));
+            row.Counts[i] = CountOf(rows, kCountColumns[i], row.DBName);
     }
     return list;
 }

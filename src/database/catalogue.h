@@ -30,7 +30,8 @@ struct CatalogueRow {
 class Catalogue {
   public:
     // `master` is the open master catalogue and must outlive the object. Every operation raises 0x80004005
-    // when the store fails.
+    // when the store fails (61 on a full disk); List and Fetch raise error 6, whose detail names the row, for
+    // a count outside 32 bits.
     explicit Catalogue(Database& master);
 
     // All rows, newest run first.

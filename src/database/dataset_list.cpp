@@ -13,9 +13,10 @@ std::string ListItem(const CatalogueRow& row) {
     return row.Captured + std::string(kSeparator) + row.Description + std::string(kSeparator) + row.DBName;
 }
 
-std::vector<std::string> ListItems(const Catalogue& catalogue) {
+std::vector<std::string> ListItems(const std::vector<CatalogueRow>& rows) {
     std::vector<std::string> items;
-    for (const CatalogueRow& row : catalogue.List())
+    items.reserve(rows.size());
+    for (const CatalogueRow& row : rows)
         items.push_back(ListItem(row));
     return items;
 }

@@ -11,8 +11,8 @@ namespace zorvel {
 
 // The list item of a catalogue row: Captured + "  -  " + Description + "  -  " + DBName.
 std::string ListItem(const CatalogueRow& row);
-// The list items of all datasets, newest first.
-std::vector<std::string> ListItems(const Catalogue& catalogue);
+// The list items of `rows`, in their order.
+std::vector<std::string> ListItems(const std::vector<CatalogueRow>& rows);
 // The dataset of a list item: its text from the first "Zorvel_" on; the whole item when there is none.
 std::string DatasetOf(std::string_view item);
 

@@ -1,11 +1,19 @@
 #include "database/maintenance.h"
 
+#include <algorithm>
+
+#include "platform/code_page.h"
 #include "platform/store.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
 
 namespace zorvel {
 namespace {
+
+// The file that a compaction writes, beside the one that it is to replace.
+std::string CompactedCopy(const std::string& path) {
+    return path + "_New.mdb";
+}
 
 std::string NumberAndDescription(const Error& error) {
     return ' ' + std::to_string(error.number()) + " (" + error.description() + ')';
@@ -27,37 +35,60 @@ void DatabaseMaintenance::Open() {
 
 void DatabaseMaintenance::RefreshForm() {
     services_.log.WriteLog("DBMaint: Reading CaptureDetails from Master DB...");
+    Clear();
+    try {
+        Fill();
+    } catch (...) {
+        Clear();
+        throw;
+    }
+}
+
+void DatabaseMaintenance::Clear() {
     lstCapture.clear();
+    names_.clear();
     list_caption.clear();
     summary = {};
     dataset_.clear();
-    lstCapture = ListItems(catalogue_);
-    if (lstCapture.empty()) {
+    butDeleteEnabled = false;
+    butCompactEnabled = false;
+}
+
+void DatabaseMaintenance::Fill() {
+    const std::vector<CatalogueRow> rows = catalogue_.List();
+    if (rows.empty()) {
         services_.log.WriteLog("No Zorvel DBs in Master found to maintain...");
         services_.ui.Tell(
             "There are no Zorvel databases to maintain - please try again after Zorvelling and importing at "
             "least one NAL "
             "object",
             MessageIcon::kExclamation);
-        butDeleteEnabled = false;
-        butCompactEnabled = false;
         return;
     }
+    lstCapture = ListItems(rows);
+    for (const CatalogueRow& row : rows)
+        names_.push_back(row.DBName);
+    butDeleteEnabled = true;
+    butCompactEnabled = true;
     list_caption = "Please select Zorvel dataset to delete or compact (" +
                    Digits(static_cast<std::int64_t>(lstCapture.size())) + ' ' +
                    (lstCapture.size() == 1 ? "is" : "are") + " on file)";
-    Show(0);
+    Show(DatasetOf(lstCapture.front()));
 }
 
-void DatabaseMaintenance::Show(std::size_t index) {
-    dataset_ = DatasetOf(lstCapture.at(index));
+void DatabaseMaintenance::Show(const std::string& dataset) {
+    dataset_ = dataset;
     summary = {};
     summary = SummaryOf(catalogue_, dataset_);
 }
 
 void DatabaseMaintenance::Select(std::size_t index) {
+    Select(DatasetOf(lstCapture.at(index)));
+}
+
+void DatabaseMaintenance::Select(const std::string& dataset) {
     try {
-        Show(index);
+        Show(dataset);
     } catch (...) {
         services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "lstCapture"),
                           MessageIcon::kExclamation);
@@ -65,27 +96,27 @@ void DatabaseMaintenance::Select(std::size_t index) {
 }
 
 bool DatabaseMaintenance::SelectDataset(const std::string& dataset) {
-    for (std::size_t i = 0; i < lstCapture.size(); ++i) {
-        if (DatasetOf(lstCapture[i]) != dataset) continue;
-        Select(i);
-        return true;
-    }
-    return false;
+    const auto found = std::find_if(names_.begin(), names_.end(), [&dataset](const std::string& name) {
+        return EqualIgnoringCase(name, dataset);
+    });
+    if (found == names_.end()) return false;
+    Select(*found);
+    return true;
 }
 
-bool DatabaseMaintenance::Compact() {
-    if (dataset_.empty()) return false;
+MaintenanceResult DatabaseMaintenance::Compact() {
+    if (dataset_.empty()) return MaintenanceResult::kDeclined;
     step_ = 1;
     if (!services_.ui.Ask("Are you sure you wish to Compact the selected Zorvelrun dataset?",
                           MessageIcon::kExclamation, Answer::kNo)) {
-        return false;
+        return MaintenanceResult::kDeclined;
     }
     try {
         CompactFile(services_.files.Path("databases\\" + dataset_));
-        return true;
+        return MaintenanceResult::kDone;
     } catch (...) {
         ReportCompactFailure(CurrentError());
-        return false;
+        return MaintenanceResult::kFailed;
     }
 }
 
@@ -96,16 +127,18 @@ void DatabaseMaintenance::CompactFile(const std::string& path) {
     step_ = 3;
     services_.log.WriteLog("Attempting Compact on '" + path + "'");
     step_ = 4;
-    // The old file is there, so a copy beside it is what an earlier attempt left.
-    const std::string compacted = path + "_New.mdb";
-    if (files.Exists(compacted)) files.Remove(compacted);
+    const std::string compacted = CompactedCopy(path);
+    RequireUnused(files, path);
+    // Nobody else is at it, so a copy beside it is what an earlier attempt left.
+    RemoveUnfinished(files, compacted);
     Database::Compact(files.Resolve(path), path, files.Resolve(compacted));
     step_ = 5;
     services_.log.WriteLog("Deleting old backup DB '" + path + "'");
-    RemoveDatabase(files, path);
+    // The renaming deletes it: were it gone before, a program killed in between would leave no dataset.
+    RequireUnused(files, path);
     step_ = 6;
     services_.log.WriteLog("Renaming '" + path + "_new.mdb' to '" + path + "'");
-    files.Rename(compacted, path);
+    ReplaceDatabase(files, compacted, path);
     step_ = 7;
     services_.ui.Tell("The selected Zorvel database was successfully Compacted.\n\nOriginal size was " +
                           Grouped(old_size) + " bytes, new size is " +
@@ -133,12 +166,12 @@ void DatabaseMaintenance::ReportCompactFailure(const Error& error) {
     LogDetail(services_.log, error);
 }
 
-bool DatabaseMaintenance::Delete() {
-    if (dataset_.empty()) return false;
+MaintenanceResult DatabaseMaintenance::Delete() {
+    if (dataset_.empty()) return MaintenanceResult::kDeclined;
     step_ = 1;
     if (!services_.ui.Ask("Are you sure you wish to PERMANENTLY DELETE the selected Zorvelrun dataset?",
                           MessageIcon::kExclamation, Answer::kNo)) {
-        return false;
+        return MaintenanceResult::kDeclined;
     }
     try {
         step_ = 2;
@@ -148,12 +181,13 @@ bool DatabaseMaintenance::Delete() {
         const std::string path = services_.files.Path("databases\\" + dataset_);
         services_.log.WriteLog("Physically deleting '" + path + "'");
         RemoveDatabase(services_.files, path);
+        RemoveUnfinished(services_.files, CompactedCopy(path));
         step_ = 4;
         RefreshForm();
-        return true;
+        return MaintenanceResult::kDone;
     } catch (...) {
         ReportDeleteFailure(CurrentError());
-        return false;
+        return MaintenanceResult::kFailed;
     }
 }
 

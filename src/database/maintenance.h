@@ -12,6 +12,12 @@
 
 namespace zorvel {
 
+enum class MaintenanceResult {
+    kDone,
+    kDeclined,  // the user said no, or nothing is selected; nothing was changed
+    kFailed,    // the error was shown and logged; steps before it may have been done
+};
+
 class DatabaseMaintenance {
   public:
     DatabaseMaintenance(Services& services, Catalogue& catalogue);
@@ -20,33 +26,36 @@ class DatabaseMaintenance {
     void Open();
     // Selects the list item `index` (from 0) and fills the summary. An error is shown and logged.
     void Select(std::size_t index);
-    // Selects the first item of `dataset`; false when there is none.
+    // Selects the first item whose DBName is `dataset`, without regard to case; false when there is none.
     bool SelectDataset(const std::string& dataset);
-    // "Compact": rewrites the selected dataset without its unused space. True when it was done; an error is
-    // shown and logged.
-    bool Compact();
-    // "Delete": removes the selected dataset from the catalogue and deletes its file. True when it was done;
-    // an error is shown and logged.
-    bool Delete();
+    // "Compact": rewrites the selected dataset without its unused space. Its file is the old or the new one,
+    // whole, at every moment.
+    MaintenanceResult Compact();
+    // "Delete": removes the selected dataset from the catalogue and deletes its file.
+    MaintenanceResult Delete();
 
     // What the dialog shows.
     std::vector<std::string> lstCapture;
     std::string list_caption;  // of the list's frame
     DatasetSummary summary;
-    bool butCompactEnabled = true;
-    bool butDeleteEnabled = true;
+    bool butCompactEnabled = false;
+    bool butDeleteEnabled = false;
 
   private:
     void RefreshForm();
-    void Show(std::size_t index);
+    void Fill();
+    void Clear();
+    void Show(const std::string& dataset);
+    void Select(const std::string& dataset);
     void CompactFile(const std::string& path);
     void ReportCompactFailure(const Error& error);
     void ReportDeleteFailure(const Error& error);
 
     Services& services_;
     Catalogue& catalogue_;
-    std::string dataset_;  // selected; empty when there is none
-    int step_ = 0;         // of the operation, named in error texts
+    std::vector<std::string> names_;  // the DBName of each list item
+    std::string dataset_;             // selected; empty when there is none
+    int step_ = 0;                    // of the operation, named in error texts
 };
 
 }  // namespace zorvel

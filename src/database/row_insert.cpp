@@ -1,5 +1,6 @@
 #include "database/row_insert.h"
 
+#include "platform/error.h"
 #include "shell/formats.h"
 #include "streams/text_helpers.h"
 
@@ -90,8 +91,10 @@ RowInsert::RowInsert(const Database& dataset, std::string_view prefix, std::span
 void RowInsert::Insert(const std::string& key, const std::vector<std::string>& record) {
     values_[0] = key;
     for (std::size_t i = 0; i < rules_.size(); ++i) {
-        if (!MakeValue(rules_[i], record[i + 1], values_[i + 1]))
-            RejectStatement(dataset_, StatementText(key, record));
+        if (MakeValue(rules_[i], record[i + 1], values_[i + 1])) continue;
+        if (rules_[i].form == ValueForm::kBare)
+            throw Error(errors::kStore, "a value that has to be a number is none");
+        RejectStatement(dataset_, StatementText(key, record));
     }
     command_.Execute(values_);
 }

@@ -28,7 +28,7 @@ std::optional<std::string> LiteralValue(std::string_view text) {
 
 void RejectStatement(const Database& database, std::string_view sql) {
     database.Check(sql);
-    throw Error(errors::kStore, "an apostrophe in a value ends its text literal").With(std::string(sql));
+    throw Error(errors::kStore, "an apostrophe in a value ends its text literal").With(CutForMessage(sql));
 }
 
 }  // namespace zorvel

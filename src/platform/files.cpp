@@ -62,7 +62,7 @@ fs::path Files::Resolve(std::string_view path) const {
         rest.remove_prefix(std::min(length + 1, rest.size()));
         if (name.empty() || name == ".") continue;
         if (name.find_first_of(kForbidden) != std::string_view::npos || (ours && name == "..")) {
-            throw Error(errors::kPathNotFound).With(std::string(path));
+            throw Error(errors::kPathNotFound).At(std::string(path));
         }
         real = FindSpelling(real, ToUtf8(name));
     }
@@ -77,8 +77,8 @@ bool Files::Exists(std::string_view path) const {
 InputFile Files::Open(std::string_view path) const {
     const fs::path real = Resolve(path);
     std::error_code error;
-    if (fs::is_directory(real, error)) throw Error(errors::kPathFileAccess).With(std::string(path));
-    if (!fs::exists(real.parent_path(), error)) throw Error(errors::kPathNotFound).With(std::string(path));
+    if (fs::is_directory(real, error)) throw Error(errors::kPathFileAccess).At(std::string(path));
+    if (!fs::exists(real.parent_path(), error)) throw Error(errors::kPathNotFound).At(std::string(path));
     return InputFile(real, std::string(path));
 }
 
@@ -105,7 +105,11 @@ void Files::Copy(std::string_view from, std::string_view to) const {
 }
 
 void Files::Rename(std::string_view from, std::string_view to) const {
-    if (Exists(to)) throw Error(errors::kFileExists).With(std::string(to));
+    if (Exists(to)) throw Error(errors::kFileExists).At(std::string(to));
+    Replace(from, to);
+}
+
+void Files::Replace(std::string_view from, std::string_view to) const {
     std::error_code error;
     fs::rename(Resolve(from), Resolve(to), error);
     if (error) ThrowFileError(error, from);

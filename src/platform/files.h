@@ -46,6 +46,9 @@ class Files {
     void Copy(std::string_view from, std::string_view to) const;
     // Renames a file within its folder. Raises error 53, 58 (the new name exists), 70 or 75.
     void Rename(std::string_view from, std::string_view to) const;
+    // Puts a file in the place of another of its folder, at once: `to` is one or the other at every moment.
+    // Raises error 53, 70 or 75.
+    void Replace(std::string_view from, std::string_view to) const;
     // The size of a file in bytes. Raises error 53.
     std::uint64_t Size(std::string_view path) const;
     // The local time at which a file was last modified. Raises error 53.

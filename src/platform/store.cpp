@@ -24,8 +24,21 @@ constexpr int kBusyMilliseconds = 200;
 constexpr std::size_t kGroupStatements = 50'000;
 constexpr std::size_t kGroupBytes = 8'000'000;
 
-Error StoreError(const std::string& name, const std::string& reason) {
-    return Error(errors::kStore, reason).With(name + ": " + reason);
+// Keeps every other program out of the file, readers included, whatever way of writing it is set to.
+constexpr const char* kLockOut = "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT";
+
+constexpr std::size_t kMessageLength = 200;
+constexpr std::string_view kCutMark = "...";
+
+Error StoreError(const std::string& name, std::string_view reason) {
+    const std::string text = CutForMessage(reason);
+    return Error(errors::kStore, text).With(name + ": " + text);
+}
+
+Error EngineError(const std::string& name, const SQLite::Exception& error) {
+    const std::string reason = FromUtf8(error.what());
+    if (error.getErrorCode() == SQLITE_FULL) return Error(errors::kDiskFull).With(name + ": " + reason);
+    return StoreError(name, reason);
 }
 
 // Runs `action`; what the engine raises becomes the store's error.
@@ -34,7 +47,7 @@ auto Guarded(const std::string& name, Action action) {
     try {
         return action();
     } catch (const SQLite::Exception& error) {
-        throw StoreError(name, FromUtf8(error.what()));
+        throw EngineError(name, error);
     }
 }
 
@@ -107,6 +120,11 @@ class GroupLog {
 };
 
 }  // namespace
+
+std::string CutForMessage(std::string_view text) {
+    if (text.size() <= kMessageLength) return std::string(text);
+    return std::string(text.substr(0, kMessageLength - kCutMark.size())) += kCutMark;
+}
 
 namespace store_detail {
 
@@ -342,8 +360,8 @@ void Database::Compact(const std::filesystem::path& from, const std::string& nam
                        const std::filesystem::path& to) {
     Connection source(from, name, Access::kReadWrite);
     Guarded(name, [&] {
-        // Keeps others out until the copy is whole: what they wrote meanwhile would not be in it.
-        source.db().exec("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT");
+        // Until the copy is whole: what others wrote meanwhile would not be in it.
+        source.db().exec(kLockOut);
         SQLite::Statement vacuum(source.db(), "VACUUM INTO ?1");
         vacuum.bind(1, to.string());
         vacuum.exec();
@@ -366,22 +384,10 @@ void RemoveRecoveryFiles(const Files& files, std::string_view path) {
     }
 }
 
-// Raises an error when another program has the file locked; one that is no database is nobody's.
-void RequireUnused(const Files& files, std::string_view path) {
-    try {
-        SQLite::Database db(files.Resolve(path).string(), SQLite::OPEN_READWRITE, kBusyMilliseconds);
-        db.exec("BEGIN EXCLUSIVE; ROLLBACK");
-    } catch (const SQLite::Exception& error) {
-        const int code = error.getErrorCode();
-        if (code == SQLITE_BUSY || code == SQLITE_LOCKED)
-            throw StoreError(std::string(path), FromUtf8(error.what()));
-    }
-}
-
 }  // namespace
 
 void CopyDatabase(const Files& files, std::string_view from, std::string_view to) {
-    const std::string partial = std::string(to) + "_New.mdb";
+    const std::string partial = std::string(to) + ".partial";
     try {
         files.Copy(from, partial);
         RemoveRecoveryFiles(files, to);
@@ -392,9 +398,30 @@ void CopyDatabase(const Files& files, std::string_view from, std::string_view to
     }
 }
 
+void RequireUnused(const Files& files, std::string_view path) {
+    try {
+        SQLite::Database db(files.Resolve(path).string(), SQLite::OPEN_READWRITE, kBusyMilliseconds);
+        db.exec(kLockOut);
+    } catch (const SQLite::Exception& error) {
+        const int code = error.getErrorCode();
+        // A file that is no database is nobody's.
+        if (code == SQLITE_BUSY || code == SQLITE_LOCKED) throw EngineError(std::string(path), error);
+    }
+}
+
+void ReplaceDatabase(const Files& files, std::string_view from, std::string_view to) {
+    RemoveRecoveryFiles(files, to);
+    files.Replace(from, to);
+}
+
 void RemoveDatabase(const Files& files, std::string_view path) {
     if (files.Exists(path)) RequireUnused(files, path);
     files.Remove(path);
+    RemoveRecoveryFiles(files, path);
+}
+
+void RemoveUnfinished(const Files& files, std::string_view path) {
+    if (files.Exists(path)) files.Remove(path);
     RemoveRecoveryFiles(files, path);
 }
 

@@ -1,6 +1,6 @@
 // The relational store: one database a file, opened where it lies. Text is of the code page on this side and
-// UTF-8 in the file. Every failure is error 0x80004005 with the engine's reason as its description, and the
-// file in its detail.
+// UTF-8 in the file. A full disk is error 61; every other failure is error 0x80004005 with the engine's
+// reason as its description. The detail names the file.
 #pragma once
 
 #include <filesystem>
@@ -21,6 +21,10 @@ namespace zorvel {
 namespace store_detail {
 class Connection;
 }
+
+// `text` cut to 200 characters, "..." the last of them: what an error says of a statement or a value, however
+// long that is.
+std::string CutForMessage(std::string_view text);
 
 // The rows of a query, one after the other.
 class Rows {
@@ -112,8 +116,18 @@ class Database {
 // the target.
 void CopyDatabase(const Files& files, std::string_view from, std::string_view to);
 
+// Raises 0x80004005 when another program uses the database. What a killed program left unfinished in it is
+// undone, so that nothing but the file itself belongs to it afterwards.
+void RequireUnused(const Files& files, std::string_view path);
+
+// Puts a database that nobody uses in the place of another one, at once. Raises error 53, 70 or 75.
+void ReplaceDatabase(const Files& files, std::string_view from, std::string_view to);
+
 // Deletes a database file and what lies beside it for a recovery. Raises error 53 or 70, or 0x80004005 when
 // another program uses the database.
 void RemoveDatabase(const Files& files, std::string_view path);
+
+// Deletes what a killed program left of a database that it was making, if there is anything. Raises error 70.
+void RemoveUnfinished(const Files& files, std::string_view path);
 
 }  // namespace zorvel

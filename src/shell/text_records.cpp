@@ -22,6 +22,7 @@ FieldReader::FieldReader(InputFile file, FieldRules rules) : file_(std::move(fil
 void FieldReader::SkipLineEnd() {
     if (file_.Get() == '\r' && file_.Peek() == '\n') file_.Get();
     ++line_;
+    end_ = FieldEnd::kLine;
 }
 
 std::string FieldReader::QuotedField() {
@@ -39,8 +40,11 @@ std::string FieldReader::QuotedField() {
         file_.Get();
     if (file_.Peek() == ',') {
         file_.Get();
+        end_ = FieldEnd::kComma;
     } else if (IsLineEnd(file_.Peek())) {
         SkipLineEnd();
+    } else if (!AtEnd()) {
+        end_ = FieldEnd::kText;
     }
     return field;
 }
@@ -53,7 +57,10 @@ std::string FieldReader::PlainField() {
             break;
         }
         file_.Get();
-        if (byte == ',') break;
+        if (byte == ',') {
+            end_ = FieldEnd::kComma;
+            break;
+        }
         field += static_cast<char>(byte);
     }
     if (rules_.drop_trailing_blanks) field.erase(field.find_last_not_of(" \t") + 1);
@@ -63,6 +70,7 @@ std::string FieldReader::PlainField() {
 std::string FieldReader::Next() {
     if (AtEnd()) throw Error(errors::kPastEndOfFile).With(Place() + ": the file ends within a record");
     field_line_ = line_;
+    end_ = FieldEnd::kFile;
     while (IsBlank(file_.Peek()))
         file_.Get();
     return file_.Peek() == '"' ? QuotedField() : PlainField();
@@ -95,12 +103,14 @@ bool LineReader::Next(std::string& line) {
     std::string_view available = file_.Available();
     if (available.empty()) return false;
     ++line_number_;
+    line_ended_ = false;
     while (!available.empty()) {
         // A single character is found at a stretch, a set of them only byte by byte.
         const std::size_t length =
             ends_.size() == 1 ? available.find(ends_.front()) : available.find_first_of(ends_);
         line += available.substr(0, length);
         if (length != std::string_view::npos) {
+            line_ended_ = true;
             const bool carriage_return = available[length] == '\r';
             file_.Skip(length + 1);
             if (carriage_return && file_.Peek() == '\n') file_.Get();

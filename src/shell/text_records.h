@@ -16,6 +16,14 @@ struct FieldRules {
     bool drop_trailing_blanks = false;  // blanks at the end of an unquoted field are not part of it
 };
 
+// What a field of a FieldReader ended at.
+enum class FieldEnd {
+    kComma,
+    kLine,
+    kFile,  // the end of the file, without a line end
+    kText,  // text behind the closing quote, which is the next field
+};
+
 // Reads free-format fields: separated by commas or line ends, leading blanks skipped, a field that begins
 // with a quote running to the next quote (over line ends, too).
 class FieldReader {
@@ -30,6 +38,8 @@ class FieldReader {
     std::int32_t NextNumber();
     // Takes the rest of the line as it stands, without its end. Raises error 62 at the end of the file.
     std::string NextLine();
+    // What the field read last ended at.
+    FieldEnd end() const { return end_; }
 
     // "file, line N" of the field read last, for error texts.
     std::string Place() const;
@@ -41,6 +51,7 @@ class FieldReader {
 
     InputFile file_;
     FieldRules rules_;
+    FieldEnd end_ = FieldEnd::kFile;
     std::int64_t line_ = 1;        // the line to be read next
     std::int64_t field_line_ = 1;  // the line of the field read last
 };
@@ -60,12 +71,15 @@ class LineReader {
     bool Next(std::string& line);
     // The number of lines read.
     std::int64_t line_number() const { return line_number_; }
+    // False when the file ended within the line read last.
+    bool line_ended() const { return line_ended_; }
     const std::string& name() const { return file_.name(); }
 
   private:
     InputFile file_;
     std::string_view ends_;
     std::int64_t line_number_ = 0;
+    bool line_ended_ = true;
 };
 
 // Writes `field` and CR LF. CR LF and a lone CR inside the field become one LF, so that the field stays one

@@ -185,4 +185,11 @@ std::string_view FileValid(std::string_view target, std::string_view mode_text,
     return broken == kFileRules.end() ? kNoIssue : broken->code;
 }
 
+std::vector<std::string_view> AllFileIssueCodes() {
+    std::vector<std::string_view> codes;
+    for (const FileRule& rule : kFileRules)
+        codes.push_back(rule.code);
+    return codes;
+}
+
 }  // namespace zorvel

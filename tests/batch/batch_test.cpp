@@ -5,6 +5,7 @@
 
 #include <sstream>
 
+#include "database/make_databases.h"
 #include "support/program_folder.h"
 
 namespace zorvel {
@@ -27,6 +28,9 @@ class Batch : public testing::Test {
                           LdifOrganization("S\xC3\xA9") + LdifUnit("APPS", "o=S\xC3\xA9") +
                               LdifApplication("Word", "ou=APPS,o=S\xC3\xA9", "appIconOrder: 5000\n") +
                               LdifApplication("Calc", "ou=APPS,o=S\xC3\xA9") + LdifOrganization("EMPTY"));
+        std::filesystem::remove(folder_.path() / "Databases/ZorvelMaster.mdb");
+        MakeDatabases(ZORVEL_SOURCE_DIR "/src/database/schema.sql", folder_.path() / "Empty_Zorvel.mdb",
+                      folder_.path() / "Databases/ZorvelMaster.mdb");
     }
 
     Result Run(std::vector<std::string> arguments) {
@@ -89,7 +93,7 @@ TEST_F(Batch, WhatCannotBeDoneFailsWithItsReason) {
          {Case{{"analyse", "--container", "NDS:\\\\T1\\GONE"}, 1, "there is no container 'NDS:\\\\T1\\GONE'"},
           Case{{"analyse", "--container", "NDS:\\\\T1\\EMPTY"}, 1, "there is no application to analyse"},
           Case{{"analyse", "--tree", "T9", "--all"}, 1, "there is no tree 'T9'"},
-          Case{{"analyse", "--selection", "/nowhere"}, 1, "File not found: /nowhere"},
+          Case{{"analyse", "--selection", "/nowhere"}, 1, "/nowhere: File not found"},
           Case{{"analyse"}, 2, "[--all,--container,--selection] is required"},
           Case{{"analyse", "--all", "--pace", "-1"}, 2, "--pace"},
           Case{{"analyse", "--all", "--container", "x"}, 2, "2 were given"},
@@ -115,18 +119,21 @@ TEST_F(Batch, AnImportBecomesADatasetThatCanBeCompactedAndDeleted) {
     EXPECT_EQ(nothing.status, 1);
     EXPECT_THAT(nothing.err, HasSubstr("There is no record of a successful Zorvelrun having been done."));
 
-    const Result first = Run({"analyse", "--all", "--pace", "0", "--import", "--comment", "caf\xC3\xA9\tone"});
+    const Result first =
+        Run({"analyse", "--all", "--pace", "0", "--import", "--comment", "caf\xC3\xA9\tone"});
     EXPECT_EQ(first.status, 0) << first.err;
     const std::string line = Run({"datasets"}).out;
-    EXPECT_THAT(line, testing::MatchesRegex("[0-9/]+ [0-9:]+\tT1\tAPPS\\.S\xC3\xA9\t2\t[0-9]+\tZorvel_[0-9]+\\.MDB\tcaf"
-                                            "\xC3\xA9 one\n"));
+    EXPECT_THAT(line, testing::MatchesRegex(
+                          "[0-9/]+ [0-9:]+\tT1\tAPPS\\.S\xC3\xA9\t2\t[0-9]+\tZorvel_[0-9]+\\.MDB\tcaf"
+                          "\xC3\xA9 one\n"));
     const std::string dataset = line.substr(line.find("Zorvel_"), 23);
     EXPECT_TRUE(folder_.Has("Databases/" + dataset));
 
     EXPECT_EQ(Run({"import"}).status, 1);  // it is there already
     EXPECT_EQ(Run({"--yes", "import", "--comment", "again"}).status, 0);
     EXPECT_THAT(Run({"datasets"}).out, HasSubstr("\tagain\n"));
-    EXPECT_EQ(Run({"compact", dataset}).status, 0);
+    EXPECT_EQ(Run({"compact", dataset}).status, 1);  // asks, too
+    EXPECT_EQ(Run({"--yes", "compact", dataset}).status, 0);
     EXPECT_EQ(Run({"delete", dataset}).status, 1);  // the question's default is No
     EXPECT_TRUE(folder_.Has("Databases/" + dataset));
     EXPECT_EQ(Run({"--yes", "delete", dataset}).status, 0);

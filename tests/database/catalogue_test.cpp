@@ -37,7 +37,7 @@ class CatalogueOfThree : public testing::Test {
 
 TEST_F(CatalogueOfThree, ListsTheNewestRunFirst) {
     EXPECT_EQ(
-        ListItems(*folder_.catalogue),
+        ListItems(folder_.catalogue->List()),
         (std::vector<std::string>{"01/02/2026 09:00:00  -  it's the \xE9lite's  -  Zorvel_260201090000.MDB",
                                   "31/01/2026 10:00:00  -  first  -  Zorvel_260131100000.MDB",
                                   "28/12/2025 23:59:59  -    -  Zorvel_251228235959.MDB"}));

@@ -51,8 +51,8 @@ TEST_F(Maintenance, SaysThatThereIsNothingToMaintain) {
     EXPECT_FALSE(dialog.butDeleteEnabled);
     EXPECT_THAT(folder_.LogLines(), ElementsAre("    DBMaint: Reading CaptureDetails from Master DB...",
                                                 "    No Zorvel DBs in Master found to maintain..."));
-    EXPECT_FALSE(dialog.Compact());
-    EXPECT_FALSE(dialog.Delete());
+    EXPECT_EQ(dialog.Compact(), MaintenanceResult::kDeclined);
+    EXPECT_EQ(dialog.Delete(), MaintenanceResult::kDeclined);
 }
 
 TEST_F(Maintenance, ListsTheDatasetsAndSummarisesTheSelectedOne) {
@@ -79,14 +79,40 @@ TEST_F(Maintenance, ListsTheDatasetsAndSummarisesTheSelectedOne) {
     EXPECT_TRUE(folder_.ui.boxes.empty());
 }
 
+TEST_F(Maintenance, FindsADatasetByItsNameWhateverItsCommentSays) {
+    folder_.comment = "after Zorvel_ was updated";
+    Import();
+    DatabaseMaintenance& dialog = Opened();
+    EXPECT_TRUE(dialog.SelectDataset("zorvel_261116172805.mdb"));
+    EXPECT_EQ(dialog.summary.tree, "CORP_TREE");
+    Answer(Answer::kYes);
+    EXPECT_EQ(dialog.Delete(), MaintenanceResult::kDone);
+    EXPECT_FALSE(folder_.files.Exists(file_));
+}
+
+TEST_F(Maintenance, ShowsAnEmptyListAfterAnError) {
+    Import();
+    DatabaseMaintenance& dialog = Opened();
+    EXPECT_EQ(dialog.lstCapture.size(), 1U);
+    folder_.master->Execute("UPDATE Zorvel_CaptureDetails SET CountIssues=5000000000");
+    dialog.Open();
+    EXPECT_THAT(folder_.OnlyBox(), HasSubstr("(Overflow)"));
+    EXPECT_THAT(folder_.LogLines().back(),
+                HasSubstr("the catalogue's row of 'Zorvel_261116172805.MDB', CountIssues: Overflow"));
+    EXPECT_TRUE(dialog.lstCapture.empty());
+    EXPECT_EQ(dialog.list_caption, "");
+    EXPECT_FALSE(dialog.butDeleteEnabled);
+}
+
 TEST_F(Maintenance, CompactsTheSelectedDataset) {
     Import();
     folder_.Open(folder_.dataset).Execute("DELETE FROM Zorvel_AppDetails WHERE rowid > 10");
     folder_.folder.Write("Databases/" + folder_.dataset + "_New.mdb", "left by an earlier attempt");
+    folder_.folder.Write("Databases/" + folder_.dataset + "_New.mdb-journal", "and its journal");
     const auto old_size = static_cast<std::int64_t>(folder_.files.Size(file_));
     DatabaseMaintenance& dialog = Opened();
     Answer(Answer::kYes);
-    EXPECT_TRUE(dialog.Compact());
+    EXPECT_EQ(dialog.Compact(), MaintenanceResult::kDone);
     const auto new_size = static_cast<std::int64_t>(folder_.files.Size(file_));
     EXPECT_LT(new_size, old_size);
     ASSERT_EQ(folder_.ui.boxes.size(), 2U);
@@ -104,14 +130,15 @@ TEST_F(Maintenance, CompactsTheSelectedDataset) {
                     "    Renaming '" + file_ + "_new.mdb' to '" + file_ + "'"));
     EXPECT_EQ(folder_.Table("Zorvel_AppDetails", "Data").size(), 10U);
     EXPECT_FALSE(folder_.files.Exists(file_ + "_New.mdb"));
+    EXPECT_FALSE(folder_.files.Exists(file_ + "_New.mdb-journal"));
 }
 
 TEST_F(Maintenance, DoesNothingOnNo) {
     Import();
     DatabaseMaintenance& dialog = Opened();
     const std::vector<std::string> log = folder_.LogLines();
-    EXPECT_FALSE(dialog.Compact());
-    EXPECT_FALSE(dialog.Delete());
+    EXPECT_EQ(dialog.Compact(), MaintenanceResult::kDeclined);
+    EXPECT_EQ(dialog.Delete(), MaintenanceResult::kDeclined);
     EXPECT_EQ(folder_.LogLines(), log);
     EXPECT_TRUE(folder_.files.Exists(file_));
     EXPECT_EQ(folder_.catalogue->List().size(), 1U);
@@ -124,7 +151,7 @@ TEST_F(Maintenance, LeavesADatasetAsItWasThatAnotherProgramUses) {
     other.ExecuteScript("BEGIN EXCLUSIVE");
     DatabaseMaintenance& dialog = Opened();
     Answer(Answer::kYes);
-    EXPECT_FALSE(dialog.Compact());
+    EXPECT_EQ(dialog.Compact(), MaintenanceResult::kFailed);
     EXPECT_EQ(folder_.ui.boxes.back().text,
               "An error occurred when attempting to compact the Zorvel database - this may be because the "
               "database is "
@@ -135,7 +162,7 @@ TEST_F(Maintenance, LeavesADatasetAsItWasThatAnotherProgramUses) {
     EXPECT_THAT(folder_.LogLines().back(), HasSubstr("database is locked"));
     EXPECT_EQ(folder_.folder.Read("Databases/" + folder_.dataset), before);
     Answer(Answer::kYes);
-    EXPECT_FALSE(dialog.Delete());
+    EXPECT_EQ(dialog.Delete(), MaintenanceResult::kFailed);
     EXPECT_EQ(folder_.ui.boxes.back().text,
               "Error no. -2147467259 (database is locked) occurred in butDelete at Line 3");
     EXPECT_TRUE(folder_.files.Exists(file_));
@@ -146,7 +173,7 @@ TEST_F(Maintenance, TellsOfAnyOtherErrorOfACompaction) {
     folder_.files.Remove(file_);
     DatabaseMaintenance& dialog = Opened();
     Answer(Answer::kYes);
-    EXPECT_FALSE(dialog.Compact());
+    EXPECT_EQ(dialog.Compact(), MaintenanceResult::kFailed);
     EXPECT_EQ(folder_.ui.boxes.back().text,
               "Unexpected error 53 (File not found) occurred in Compact routine at Line 2");
     EXPECT_EQ(folder_.ui.boxes.back().icon, MessageIcon::kCritical);
@@ -161,11 +188,12 @@ TEST_F(Maintenance, DeletesEveryRowAndTheFileOfADatasetImportedTwice) {
     DatabaseMaintenance& dialog = Opened();
     EXPECT_EQ(dialog.lstCapture.size(), 2U);
     Answer(Answer::kYes);
-    EXPECT_TRUE(dialog.Compact());
+    EXPECT_EQ(dialog.Compact(), MaintenanceResult::kDone);
     folder_.ui.boxes.clear();
+    folder_.folder.Write("Databases/" + folder_.dataset + "_New.mdb", "left by an earlier attempt");
     const std::size_t logged = folder_.LogLines().size();
     Answer(Answer::kYes);
-    EXPECT_TRUE(dialog.Delete());
+    EXPECT_EQ(dialog.Delete(), MaintenanceResult::kDone);
     ASSERT_EQ(folder_.ui.boxes.size(), 2U);
     EXPECT_EQ(folder_.ui.boxes[0].text,
               "Are you sure you wish to PERMANENTLY DELETE the selected Zorvelrun dataset?");
@@ -176,6 +204,7 @@ TEST_F(Maintenance, DeletesEveryRowAndTheFileOfADatasetImportedTwice) {
     EXPECT_EQ(log[logged], "    Deleting 'Zorvel_261116172805.MDB' database details from the MasterDB");
     EXPECT_EQ(log[logged + 1], "    Physically deleting '" + file_ + "'");
     EXPECT_FALSE(folder_.files.Exists(file_));
+    EXPECT_FALSE(folder_.files.Exists(file_ + "_New.mdb"));
     EXPECT_TRUE(folder_.catalogue->List().empty());
     EXPECT_FALSE(dialog.butDeleteEnabled);
     EXPECT_EQ(dialog.summary.tree, "");
@@ -186,7 +215,7 @@ TEST_F(Maintenance, TellsWhichStepOfADeletionFailed) {
     folder_.files.Remove(file_);
     DatabaseMaintenance& dialog = Opened();
     Answer(Answer::kYes);
-    EXPECT_FALSE(dialog.Delete());
+    EXPECT_EQ(dialog.Delete(), MaintenanceResult::kFailed);
     EXPECT_EQ(folder_.ui.boxes.back().text, "Error no. 53 (File not found) occurred in butDelete at Line 3");
     EXPECT_EQ(folder_.ui.boxes.back().icon, MessageIcon::kNone);
     EXPECT_THAT(folder_.LogLines(),

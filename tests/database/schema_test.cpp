@@ -3,12 +3,15 @@
 
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "analysis/app_issue_slots.h"
 #include "database/dataset_folder.h"
 #include "database/key_allocator.h"
 #include "platform/error.h"
+#include "streams/file_rules.h"
 
 namespace zorvel {
 namespace {
@@ -82,17 +85,15 @@ TEST(Schema, GivesANewApplicationTheValuesOfClearFlags) {
 
 TEST(Schema, ExplainsEveryIssueCode) {
     const DatasetFolder folder;
-    std::set<std::string> codes = {
-        "APPNODESC",      "APPNOADMIN",    "APPNOASSOC",   "APPCOMPLEXINI", "APPCOMPLEXTEXT",
-        "APPCOMPLEXREG",  "INVALIDAN",     "INVALIDRO",    "FILEOLD",       "FILECOMP",
-        "FILESYSDLLFLAG", "FILEPREFETCH",  "FILETEMP",     "FILEVIRUSDEFS", "FILEICONCACHE",
-        "FILETEMPIF",     "FILELOCALTEMP", "FILEIEHIST",   "FILEIECONT",    "FILEPWL",
-        "FILEPERFMON",    "FILENAVQ",      "FILEEXCELAR",  "FILEPDOWN",     "FILEBAK",
-        "FILEPART",       "FILEDA0",       "FILEUSRCLASS", "FILENTUSER",    "FILEPAGEFILE",
-        "FILESWAP",       "FILEDUMP",      "FILEDELIS",    "FILEUNINST",    "FILEUNWISE",
-        "FILESCHEDLOG",   "FILECONFIGMSI", "FILEDLLCACHE", "FILEPERFDATA",  "FILEWINTEMP",
-        "FILEMACROSYTAX", "FILECUSTOM",    "FILEPORTABLE", "REGISTRYUNC",   "REGISTRYEXCLUDE",
-        "MACROUNC",       "MACROSTP"};
+    std::set<std::string> codes = {"INVALIDAN",       "INVALIDRO", "FILEPORTABLE", "REGISTRYUNC",
+                                   "REGISTRYEXCLUDE", "MACROUNC",  "MACROSTP"};
+    for (const std::string_view code : AllFileIssueCodes())
+        codes.emplace(code);
+    AppIssueSlots slots;
+    slots.Fill();
+    for (const AppIssueSlots::Slot& slot : slots.slots) {
+        if (!slot.code.empty()) codes.emplace(slot.code);
+    }
     const Database dataset = Template(folder);
     Rows rows = dataset.Query("SELECT * FROM Zorvel_Resolutions");
     while (rows.Next()) {

@@ -172,7 +172,9 @@ std::string RowsOnAFullDisk(const std::filesystem::path& path, bool grouped) {
         try {
             insert.Execute(std::array<std::string, 2>{std::to_string(i), std::string(2000, 'x')});
         } catch (const Error& error) {
-            EXPECT_EQ(error.description(), "database or disk is full");
+            EXPECT_EQ(error.number(), errors::kDiskFull);
+            EXPECT_EQ(error.description(), "Disk full");
+            EXPECT_EQ(error.detail(), "full: database or disk is full");
             failed = true;
         }
     }
@@ -217,8 +219,32 @@ TEST_F(Store, CopiesOverTheLeftoversOfAKilledProgram) {
     CopyDatabase(files_, path_, copy);
     EXPECT_EQ(folder_.Read("Databases/Copy.mdb"), folder_.Read("Databases/Data.mdb"));
     EXPECT_FALSE(folder_.Has("Databases/Copy.mdb-journal"));
-    EXPECT_FALSE(folder_.Has("Databases/Copy.mdb_New.mdb"));
+    EXPECT_TRUE(files_.List(files_.Path("Databases"), "Copy.mdb.", "").empty());
     EXPECT_EQ(ErrorOf([&] { CopyDatabase(files_, path_ + "x", copy); }).number(), errors::kFileNotFound);
+}
+
+TEST_F(Store, PutsADatabaseInThePlaceOfAnotherOnlyWhenNobodyUsesIt) {
+    Create().ExecuteScript("PRAGMA journal_mode=WAL; INSERT INTO T VALUES (1, 'old')");
+    const std::string copy = files_.Path(R"(Databases\Copy.mdb)");
+    Database::Compact(files_.Resolve(path_), path_, files_.Resolve(copy));
+    Database(files_.Resolve(copy), copy).Execute("UPDATE T SET Name='new'");
+    {
+        Database reader = Open();
+        Rows rows = reader.Query("SELECT * FROM T");
+        ASSERT_TRUE(rows.Next());
+        EXPECT_EQ(ErrorOf([&] { RequireUnused(files_, path_); }).description(), "database is locked");
+    }
+    RequireUnused(files_, path_);
+    ReplaceDatabase(files_, copy, path_);
+    EXPECT_EQ(Single(Open(), "Name"), "new");
+    EXPECT_FALSE(files_.Exists(copy));
+}
+
+TEST_F(Store, CutsLongReasonsShort) {
+    Database database = Create();
+    const Error error = ErrorOf([&] { database.Execute("DELETE FROM " + std::string(100'000, 'x')); });
+    EXPECT_EQ(error.description(), "no such table: " + std::string(182, 'x') + "...");
+    EXPECT_EQ(error.detail(), path_ + ": " + error.description());
 }
 
 TEST_F(Store, RemovesADatabaseWithItsLeftoversEvenWhenItIsDamaged) {

@@ -54,6 +54,23 @@ TEST_F(TextRecords, DataRowsGiveBackQuotesAndLoseBlanksAroundNumbers) {
     EXPECT_THAT(Fields(QuotedDoubling(hard) + ",1\r\n", rules), ElementsAre(hard, "1"));
 }
 
+TEST_F(TextRecords, ReadersTellWhatEndedAFieldOrALine) {
+    FieldReader fields(Open("a,\"b\" \r\n\"c\"d\n,e"), {.doubled_quotes = true});
+    std::vector<FieldEnd> ends;
+    while (!fields.AtEnd()) {
+        fields.Next();
+        ends.push_back(fields.end());
+    }
+    EXPECT_THAT(ends, ElementsAre(FieldEnd::kComma, FieldEnd::kLine, FieldEnd::kText, FieldEnd::kLine,
+                                  FieldEnd::kComma, FieldEnd::kFile));
+    LineReader lines(Open("a\rb\r\nc"), LineEnd::kCarriageReturn);
+    for (const bool ended : {true, true, false}) {
+        std::string line;
+        EXPECT_TRUE(lines.Next(line));
+        EXPECT_EQ(lines.line_ended(), ended) << line;
+    }
+}
+
 TEST_F(TextRecords, AShortFileIsAnErrorThatNamesItsLine) {
     FieldReader reader(Open("a\r\n\"b\nc\"\r\n12\r\n"));
     EXPECT_EQ(reader.NextLine(), "a");

@@ -216,7 +216,7 @@ TEST(StreamFailures, OfTheDiskGoToTheRun) {
     struct FullDisk final : IssueWriter {
         void WriteIssue(std::string_view, std::string_view, std::string_view, std::string_view,
                         std::string_view) override {
-            throw OutputError(errors::kDiskFull);
+            throw OutputError(Error(errors::kDiskFull));
         }
     } full;
     TestParser parser;
