@@ -83,7 +83,7 @@ void Analysis(benchmark::State& state) {
         void ShowCurrentApplication(std::string_view /*count*/, std::string_view /*name*/) override {}
         void ShowStreamProgress(double /*value*/) override {}
     } display;
-    for (auto iteration : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         const RunInputs inputs{tree.services, tree.directory, tree.lists, rules,
                                slots,         context,        display,    {0, 0}};
         AnalysisRun(inputs).Run();
@@ -101,7 +101,7 @@ BENCHMARK(Analysis)
 void WalkTree(benchmark::State& state) {
     Tree tree(static_cast<std::size_t>(state.range(0)), static_cast<std::size_t>(state.range(1)), 0);
     tree.loader.RefreshOUView("T1", true);
-    for (auto iteration : state)
+    for ([[maybe_unused]] auto iteration : state)
         tree.loader.RefreshOUView("T1", true);
     state.SetItemsProcessed(state.iterations() * state.range(1));
 }
@@ -111,7 +111,7 @@ BENCHMARK(WalkTree)->Args({10000, 50000})->Args({100000, 500000})->Unit(benchmar
 void LoadFromCache(benchmark::State& state) {
     Tree tree(static_cast<std::size_t>(state.range(0)), static_cast<std::size_t>(state.range(1)), 0);
     tree.loader.RefreshOUView("T1", true);
-    for (auto iteration : state)
+    for ([[maybe_unused]] auto iteration : state)
         tree.loader.RefreshOUView("T1", false);
     state.SetItemsProcessed(state.iterations() * state.range(1));
 }
@@ -121,7 +121,7 @@ BENCHMARK(LoadFromCache)->Args({10000, 50000})->Args({100000, 500000})->Unit(ben
 void FindApp(benchmark::State& state) {
     Tree tree(static_cast<std::size_t>(state.range(0)), static_cast<std::size_t>(state.range(1)), 0);
     tree.loader.RefreshOUView("T1", true);
-    for (auto iteration : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         for (const AppRecord& application : tree.lists.AppList) {
             benchmark::DoNotOptimize(tree.lists.FindApp(application.Container, application.Name));
         }

@@ -31,7 +31,7 @@ void ImportRun(benchmark::State& state) {
     NoDisplay display;
     CatalogueRow details;
     details.Captured = "16/11/2026 17:28:05";
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto iteration : state) {
         shell.ui.answers = {Answer::kYes};
         if (Import(shell.services, catalogue, display).Run(details) != ImportResult::kDone) {
             state.SkipWithError(shell.ui.boxes.back().text.c_str());

@@ -44,7 +44,9 @@ void LoadStreams(benchmark::State& state) {
     for (int number = 0; number < kApplications; ++number) {
         const std::string name = "App" + std::to_string(number);
         ldif += "dn: cn=" + name + ",ou=APPS,o=SITE\nobjectClass: appApplication\ncn: " + name + "\n";
-        ldif += FoldedValue("appCopyFiles", 60'000) + FoldedValue("appRegistrySettings", 120'000) + "\n";
+        ldif += FoldedValue("appCopyFiles", 60'000);
+        ldif += FoldedValue("appRegistrySettings", 120'000);
+        ldif += '\n';
     }
     Load(state, ldif, kApplications);
 }

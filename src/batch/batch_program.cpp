@@ -57,6 +57,7 @@ int RunBatchProgram(const std::vector<std::string>& arguments, const std::filesy
     commands.push_back(MakeCompactCommand());
     commands.push_back(MakeDeleteCommand());
     std::vector<std::pair<CLI::App*, BatchCommand*>> registered;
+    registered.reserve(commands.size());
     for (const auto& command : commands)
         registered.emplace_back(command->Register(program), command.get());
 

@@ -187,6 +187,7 @@ std::string_view FileValid(std::string_view target, std::string_view mode_text,
 
 std::vector<std::string_view> AllFileIssueCodes() {
     std::vector<std::string_view> codes;
+    codes.reserve(kFileRules.size());
     for (const FileRule& rule : kFileRules)
         codes.push_back(rule.code);
     return codes;

@@ -33,7 +33,7 @@ class Batch : public testing::Test {
                       folder_.path() / "Databases/ZorvelMaster.mdb");
     }
 
-    Result Run(std::vector<std::string> arguments) {
+    Result Run(const std::vector<std::string>& arguments) {
         std::ostringstream out;
         std::ostringstream err;
         const int status = RunBatchProgram(arguments, folder_.path(), false, out, err);

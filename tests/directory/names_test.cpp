@@ -66,7 +66,7 @@ TEST(Names, FullNamesEscapeDotsAndNothingElse) {
 std::string Found(std::initializer_list<const char*> definitions, std::initializer_list<const char*> names) {
     Schema schema;
     for (const char* definition : definitions) {
-        const std::string fault = schema.AddAttributeType(definition);
+        std::string fault = schema.AddAttributeType(definition);
         if (!fault.empty()) return fault;
     }
     schema.ResolveSyntaxes();
