@@ -13,7 +13,6 @@ namespace zorvel::test {
 namespace {
 
 using namespace std::string_literals;
-using ::testing::ElementsAre;
 
 constexpr std::string_view kApp = TestParser::kFullName;
 

@@ -66,7 +66,8 @@ TEST(Signature, SumsUpperCaseCodesAndLeavesTheTextInUpperCase) {
 TEST(Signature, RaisesOverflowBeyond32Bits) {
     EXPECT_EQ(AddSignature(2147483600, 47), 2147483647);
     EXPECT_THROW(AddSignature(2147483600, 48), Error);
-    std::string text(8421504, '\xDF');  // a code of 223 without an upper case of its own
+    std::string text;
+    text.resize(8421504, '\xDF');  // a code of 223 without an upper case of its own
     EXPECT_EQ(ConvertToSig(text), 8421504 * 223);
     text.append(2000000, '\xDF');
     EXPECT_THROW(ConvertToSig(text), Error);
