@@ -1,0 +1,15 @@
+#include "gui/qt_text.h"
+
+#include "platform/code_page.h"
+
+namespace zorvel {
+
+QString ToQString(std::string_view text) {
+    return QString::fromStdString(ToUtf8(text));
+}
+
+std::string FromQString(const QString& text) {
+    return FromUtf8(text.toStdString());
+}
+
+}  // namespace zorvel

@@ -1,0 +1,16 @@
+// Text between the core (single bytes of the code page) and the windows (UTF-16).
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace zorvel {
+
+// Text of the core as a window shows it; never fails.
+QString ToQString(std::string_view text);
+
+// What the user entered as text of the core; a character without a code becomes "?".
+std::string FromQString(const QString& text);
+
+}  // namespace zorvel
