@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 
+#include "gui/fit_text.h"
 #include "gui/qt_text.h"
 #include "ui_frm_cache_tree.h"
 
@@ -12,6 +13,7 @@ frmCacheTree::frmCacheTree(QWidget* parent)
       ui_(std::make_unique<Ui::frmCacheTree>()),
       labels_([this] { ShowLabels(); }) {
     ui_->setupUi(this);
+    FitText(*this, 72);
 }
 
 frmCacheTree::~frmCacheTree() = default;

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QStyle>
 
+#include "gui/fit_text.h"
 #include "ui_frm_welcome.h"
 
 namespace zorvel {
@@ -13,6 +14,7 @@ frmWelcome::frmWelcome(QWidget* parent) : QDialog(parent), ui_(std::make_unique<
     const int size = 2 * style()->pixelMetric(QStyle::PM_LargeIconSize);
     ui_->labIcon->setPixmap(QIcon(QStringLiteral(":/icons/zorvel.svg")).pixmap(size));
     connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
+    FitText(*this, 72);
 }
 
 frmWelcome::~frmWelcome() = default;

@@ -14,8 +14,8 @@ UpDown::UpDown(QWidget* parent) : QAbstractSpinBox(parent) {
 }
 
 QSize UpDown::sizeHint() const {
-    const int text_width =
-        fontMetrics().horizontalAdvance(QString::number(range_.maximum) + QStringLiteral("00"));
+    // The same for all ranges, so that boxes below each other line up.
+    const int text_width = fontMetrics().horizontalAdvance(QStringLiteral("0000000"));
     const QSize text_size(text_width, lineEdit()->sizeHint().height());
     QStyleOptionSpinBox option;
     initStyleOption(&option);
