@@ -55,7 +55,7 @@ void frmCaptureDetails::ShowStatusFrame() {
     ui_->butCancel->setEnabled(false);
     ui_->txtComments->setReadOnly(true);
     layout()->activate();
-    resize(width(), qMax(height() + ui_->frameStatus->sizeHint().height(), sizeHint().height()));
+    resize(width(), height() + ui_->frameStatus->sizeHint().height() + layout()->spacing());
     repaint();
 }
 
