@@ -51,11 +51,12 @@ void frmCaptureDetails::reject() {
 }
 
 void frmCaptureDetails::ShowStatusFrame() {
+    const int taller = height() + ui_->frameStatus->sizeHint().height() + layout()->spacing();
     ShowDetails();
     ui_->butCancel->setEnabled(false);
-    ui_->txtComments->setReadOnly(true);
+    ui_->txtComments->setEnabled(false);
     layout()->activate();
-    resize(width(), height() + ui_->frameStatus->sizeHint().height() + layout()->spacing());
+    resize(width(), taller);
     repaint();
 }
 

@@ -94,7 +94,7 @@ TEST_F(CaptureDetailsDialog, ImportsUnderTheTypedCommentAndCannotBeClosedMeanwhi
         EXPECT_FALSE(Control<QPushButton>(window, "butOk").isVisible());
         EXPECT_FALSE(window.close());
         QTest::keyClick(&window, Qt::Key_Escape);
-        QTest::keyClick(&comments, Qt::Key_Return);
+        QTest::keyClick(&window, Qt::Key_Return);
         QTest::mouseClick(&Control<QPushButton>(window, "butCancel"), Qt::LeftButton);
         EXPECT_TRUE(window.isVisible());
         EXPECT_EQ(Control<QProgressBar>(window, "pbarImport").maximum(), 8);
