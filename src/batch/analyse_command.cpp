@@ -96,7 +96,8 @@ class AnalyseCommand final : public BatchCommand {
     ExitStatus SelectFromFile(BatchSession& session, TreeLists& tree) {
         try {
             const SavedSelection selection = ReadSelection(InputFile(selection_, FromUtf8(selection_)));
-            const std::int32_t selected = SelectSaved(tree, selection);
+            TreeListsSelection target(tree);
+            const std::int32_t selected = SelectSaved(target, tree, selection);
             session.window().Tell(SelectionLoadedText(selected, selection), MessageIcon::kInformation);
         } catch (const Error& error) {
             return session.Fail(error.detail());

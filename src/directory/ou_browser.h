@@ -11,6 +11,7 @@
 
 #include "directory/directory.h"
 #include "directory/ou_nodes.h"
+#include "directory/selection_file.h"
 #include "directory/tree_lists.h"
 #include "platform/error.h"
 #include "shell/services.h"
@@ -36,7 +37,7 @@ enum class NodeColour {
     kChildToggled,  // dark grey: the check box of one of its children was used
 };
 
-class OUBrowser {
+class OUBrowser final : public SelectionTarget {
   public:
     // One line of the application list.
     struct Item {
@@ -79,13 +80,10 @@ class OUBrowser {
     // node, the counts and the titles up to date.
     void RefreshAppTitle();
 
-    // Clears every mark, every selected line and every bold node, without telling the display.
-    void ClearSelection();
-    // Selects application `app` (number in AppList), its line when that is in the list, and draws the node of
-    // its container bold, without telling the display.
-    void SelectApplication(std::size_t app);
-    // Tells the display of what ClearSelection and SelectApplication did.
-    void ShowSelection();
+    // SelectionTarget: a selection that is made as a whole, and shown when it is complete.
+    void ClearSelection() override;
+    void SelectApplication(std::size_t app) override;
+    void ShowSelection() override;
 
     const OUNodes& nodes() const { return nodes_; }
     const OURecord& Record(std::size_t number) const { return lists_.OUList[number - 1]; }

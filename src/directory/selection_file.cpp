@@ -1,34 +1,110 @@
 #include "directory/selection_file.h"
 
+#include "directory/cache_file.h"
 #include "shell/formats.h"
-#include "shell/text_records.h"
 
 namespace zorvel {
+namespace {
 
-SavedSelection ReadSelection(InputFile file) {
-    FieldReader reader(std::move(file));
+constexpr std::string_view kHeading = "Zorvel Application Selections Cache - Do not modify!";
+constexpr std::string_view kFolder = "TempData\\";
+constexpr std::string_view kExtension = ".AppSelection";
+
+// What the names of a tree's selection files begin with.
+std::string NamePrefix(std::string_view tree) {
+    return std::string(tree) + '-';
+}
+
+// `text` as one line: each line break becomes a blank.
+std::string OneLine(std::string_view text) {
+    std::string line;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' && text.substr(i + 1).starts_with('\n')) continue;
+        line += text[i] == '\r' || text[i] == '\n' ? ' ' : text[i];
+    }
+    return line;
+}
+
+// Takes what is left of the line of the field read last.
+std::string RestOfLine(FieldReader& reader) {
+    const bool within = reader.end() == FieldEnd::kComma || reader.end() == FieldEnd::kText;
+    return within && !reader.AtEnd() ? reader.NextLine() : std::string();
+}
+
+SavedSelection ReadHeader(FieldReader& reader) {
     SavedSelection selection;
     reader.NextLine();
     selection.saved = reader.Next();
-    selection.count = reader.NextNumber();
+    if (reader.end() == FieldEnd::kComma) selection.count = reader.NextNumber();
+    RestOfLine(reader);
     selection.comment = reader.Next();
-    for (std::int32_t i = 0; i < selection.count; ++i) {
-        std::string name = reader.Next();
-        selection.applications.emplace_back(std::move(name), reader.Next());
-    }
+    RestOfLine(reader);
     return selection;
 }
 
-std::int32_t SelectSaved(TreeLists& lists, const SavedSelection& selection) {
-    for (AppRecord& application : lists.AppList)
-        lists.Select(application, false);
+std::pair<std::string, std::string> ReadApplication(FieldReader& reader) {
+    std::string name = reader.Next();
+    // A name with a quote of its own ends there, and what follows is no container: the application will not
+    // be found, but the line is taken whole, so that those after it are.
+    if (reader.end() == FieldEnd::kText) return {std::move(name), RestOfLine(reader)};
+    std::string container = reader.Next();
+    RestOfLine(reader);
+    return {std::move(name), std::move(container)};
+}
+
+}  // namespace
+
+void TreeListsSelection::ClearSelection() {
+    for (AppRecord& application : lists_.AppList)
+        lists_.Select(application, false);
+}
+
+std::string SelectionPath(const Files& files, std::string_view tree, std::int64_t number) {
+    return files.Path(std::string(kFolder) + NamePrefix(tree) + SevenDigits(number) +
+                      std::string(kExtension));
+}
+
+std::vector<std::string> SelectionPaths(const Files& files, std::string_view tree) {
+    std::vector<std::string> paths = files.List(files.Path(kFolder), NamePrefix(tree), kExtension);
+    for (std::string& name : paths)
+        name = files.Path(std::string(kFolder) + name);
+    return paths;
+}
+
+void WriteSelection(const Files& files, const std::string& path, const DateTime& today,
+                    std::string_view comment, const TreeLists& lists) {
+    const auto count = static_cast<std::size_t>(lists.counts.SelectedCount);
+    WriteCacheFile(files, path, kHeading, today, count, [&](OutputFile& file) {
+        file.Write(Quoted(OneLine(comment)) + "\r\n");
+        for (const AppRecord& application : lists.AppList) {
+            if (application.Selected) WriteApplication(file, application);
+        }
+    });
+}
+
+SavedSelection ReadSelection(InputFile file) {
+    FieldReader reader(std::move(file));
+    SavedSelection selection = ReadHeader(reader);
+    for (std::int32_t i = 0; i < selection.count; ++i)
+        selection.applications.push_back(ReadApplication(reader));
+    return selection;
+}
+
+SavedSelection ReadSelectionHeader(InputFile file) {
+    FieldReader reader(std::move(file));
+    return ReadHeader(reader);
+}
+
+std::int32_t SelectSaved(SelectionTarget& target, const TreeLists& lists, const SavedSelection& selection) {
+    target.ClearSelection();
     std::int32_t selected = 0;
     for (const auto& [name, container] : selection.applications) {
-        const std::size_t number = lists.FindApp(container, name);
-        if (number == 0) continue;
-        lists.Select(lists.AppList[number - 1], true);
+        const std::size_t app = lists.FindApp(container, name);
+        if (app == 0) continue;
+        target.SelectApplication(app);
         ++selected;
     }
+    target.ShowSelection();
     return selected;
 }
 

@@ -1,8 +1,8 @@
 #include "directory/tree_cache.h"
 
-#include <functional>
 #include <limits>
 
+#include "directory/cache_file.h"
 #include "platform/error.h"
 #include "shell/formats.h"
 
@@ -27,20 +27,6 @@ void AtPlace(const FieldReader& reader, Read read) {
 [[noreturn]] void ThrowTooMany(std::int32_t announced) {
     throw Error(errors::kSubscript)
         .With("more records than the " + std::to_string(announced) + " announced in line 2");
-}
-
-void WriteCache(const Files& files, const std::string& path, std::string_view heading, const DateTime& today,
-                std::size_t count, const std::function<void(OutputFile&)>& write_records) {
-    OutputFile file = files.Create(path);
-    try {
-        file.Write(heading);
-        file.Write("\r\n" + ShortDate(today) + "," + PlainNumber(static_cast<std::int64_t>(count)) + "\r\n");
-        write_records(file);
-        file.Close();
-    } catch (const OutputError&) {
-        files.Remove(path);  // half a cache would pass for a whole one
-        throw;
-    }
 }
 
 }  // namespace
@@ -105,24 +91,23 @@ void ReadAppCache(const Files& files, std::string_view tree, TreeLists& lists) {
 
 void WriteTreeCache(const Files& files, std::string_view tree, const DateTime& today,
                     const TreeLists& lists) {
-    WriteCache(files, TreeCachePath(files, tree), kTreeCacheHeading, today, lists.OUList.size(),
-               [&](OutputFile& file) {
-                   for (const OURecord& record : lists.OUList) {
-                       file.Write(PlainNumber(record.AppsHere) + ',' + Quoted(record.Path) + ',' +
-                                  Quoted(record.Class) + ',' + Quoted(record.Parent) + ',' +
-                                  Quoted(record.Name) + ',' + PlainNumber(record.ChildCount) + ',' +
-                                  PlainNumber(record.ChildApps) + "\r\n");
-                   }
-               });
+    WriteCacheFile(files, TreeCachePath(files, tree), kTreeCacheHeading, today, lists.OUList.size(),
+                   [&](OutputFile& file) {
+                       for (const OURecord& record : lists.OUList) {
+                           file.Write(PlainNumber(record.AppsHere) + ',' + Quoted(record.Path) + ',' +
+                                      Quoted(record.Class) + ',' + Quoted(record.Parent) + ',' +
+                                      Quoted(record.Name) + ',' + PlainNumber(record.ChildCount) + ',' +
+                                      PlainNumber(record.ChildApps) + "\r\n");
+                       }
+                   });
 }
 
 void WriteAppCache(const Files& files, std::string_view tree, const DateTime& today, const TreeLists& lists) {
-    WriteCache(files, AppCachePath(files, tree), kAppCacheHeading, today, lists.AppList.size(),
-               [&](OutputFile& file) {
-                   for (const AppRecord& record : lists.AppList) {
-                       file.Write(Quoted(record.Name) + ',' + Quoted(record.Container) + "\r\n");
-                   }
-               });
+    WriteCacheFile(files, AppCachePath(files, tree), kAppCacheHeading, today, lists.AppList.size(),
+                   [&](OutputFile& file) {
+                       for (const AppRecord& record : lists.AppList)
+                           WriteApplication(file, record);
+                   });
 }
 
 }  // namespace zorvel

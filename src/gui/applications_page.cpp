@@ -165,6 +165,7 @@ void ApplicationsPage::ShowTitle() {
     const bool filtered = browser_->mode() == TreeViewMode::kFiltered;
     ui_->labBrowser->setText(ToQString(browser_->labBrowser()));
     ui_->labBrowser->setPalette(filtered ? FilteredPalette(palette()) : palette());
+    ui_->labBrowser->setAutoFillBackground(filtered);
     ui_->labCurrentOU->setText(ToQString(browser_->labCurrentOU));
     ui_->labCurrentOU->setToolTip(ui_->labCurrentOU->text());
     ui_->labApps->setText(ToQString(browser_->labApps));

@@ -4,9 +4,16 @@
 #include <utility>
 
 #include "analysis/analysis_run.h"
+#include "database/capture_details.h"
+#include "database/maintenance.h"
+#include "directory/saved_selections.h"
 #include "gui/applications_page.h"
 #include "gui/bar_status.h"
 #include "gui/frm_cache_tree.h"
+#include "gui/frm_capture_details.h"
+#include "gui/frm_db_maint.h"
+#include "gui/frm_load_selections.h"
+#include "gui/frm_save_selections.h"
 #include "gui/frm_welcome.h"
 #include "gui/options_page.h"
 #include "gui/qt_text.h"
@@ -78,12 +85,12 @@ void frmZorvel::ConnectMenus() {
         connect(action, &QAction::triggered, this,
                 [this, procedure, operation] { Handle(procedure, [&] { (this->*operation)(); }); });
     };
-    on(ui_->mnuFileExit_1, "frmSaveSelections", &frmZorvel::SaveSelections);
-    on(ui_->mnuFileExit_2, "frmLoadSelections", &frmZorvel::LoadSelections);
+    on(ui_->mnuFileExit_1, "frmSaveSelections", &frmZorvel::OpenSaveSelections);
+    on(ui_->mnuFileExit_2, "frmLoadSelections", &frmZorvel::OpenLoadSelections);
     // Ends the program at once, without the line that the exit button logs.
     connect(ui_->mnuFileExit_4, &QAction::triggered, this, [] { QCoreApplication::exit(); });
-    on(ui_->mnuDatabaseItem_1, "frmCaptureDetails", &frmZorvel::ImportLastRun);
-    on(ui_->mnuDatabaseItem_3, "frmDBMaint", &frmZorvel::MaintainDatabases);
+    on(ui_->mnuDatabaseItem_1, "frmCaptureDetails", &frmZorvel::OpenImport);
+    on(ui_->mnuDatabaseItem_3, "frmDBMaint", &frmZorvel::OpenMaintenance);
     const auto edit = [this](QAction* action, RuleListFile list) {
         connect(action, &QAction::triggered, this, [this, list] {
             Handle("mnuAdvancedItem procedure", [&] { controller_.EditRuleList(list); });
@@ -248,7 +255,7 @@ void frmZorvel::Generate() {
     AnalysisRun run(controller_.MakeRunInputs(*this));
     run.Run();
     status_page_->Flush();
-    if (run.import_wanted()) ImportLastRun();
+    if (run.import_wanted()) OpenImport();
 }
 
 void frmZorvel::ShowStatusTab() {
@@ -280,10 +287,34 @@ bool frmZorvel::OfferImport(const std::string& /*summary*/, const std::string& q
     return !close_wanted_ && user_.Ask(question, MessageIcon::kQuestion, Answer::kYes);
 }
 
-void frmZorvel::SaveSelections() {}
-void frmZorvel::LoadSelections() {}
-void frmZorvel::ImportLastRun() {}
-void frmZorvel::MaintainDatabases() {}
+void frmZorvel::OpenSaveSelections() {
+    Session& session = controller_.session();
+    SaveSelections selections(controller_.services(), session.tree, session.current_tree,
+                              TimerSeededFractions(controller_.services().clock));
+    frmSaveSelections(selections, this).exec();
+}
+
+void frmZorvel::OpenLoadSelections() {
+    Session& session = controller_.session();
+    LoadSelections selections(controller_.services(), session.tree, browser_, session.current_tree);
+    selections.Open();
+    frmLoadSelections(selections, this).exec();
+    browser_.RefreshAppTitle();
+}
+
+void frmZorvel::OpenImport() {
+    Catalogue catalogue(*controller_.session().MasterConnection);
+    CaptureDetails details(controller_.services(), catalogue);
+    if (details.Open()) frmCaptureDetails(details, this).exec();
+}
+
+void frmZorvel::OpenMaintenance() {
+    Catalogue catalogue(*controller_.session().MasterConnection);
+    DatabaseMaintenance maintenance(controller_.services(), catalogue);
+    maintenance.Open();
+    frmDBMaint(maintenance, this).exec();
+}
+
 void frmZorvel::ShowDocument(const char* /*file_name*/, const char* /*caption*/) {}
 
 void frmZorvel::closeEvent(QCloseEvent* event) {

@@ -95,10 +95,10 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     // The same, with its errors shown and logged as having occurred in `procedure`.
     void Handle(std::string_view procedure, const std::function<void()>& operation);
 
-    void SaveSelections();
-    void LoadSelections();
-    void ImportLastRun();
-    void MaintainDatabases();
+    void OpenSaveSelections();
+    void OpenLoadSelections();
+    void OpenImport();
+    void OpenMaintenance();
     void ShowDocument(const char* file_name, const char* caption);
 
     std::unique_ptr<Ui::frmZorvel> ui_;

@@ -128,6 +128,11 @@ std::string DateAndTime(const DateTime& time) {
     return ShortDate(time) + ' ' + LongTime(time);
 }
 
+std::string ShortYearDateAndTime(const DateTime& time) {
+    return Padded(time.day, 2) + '/' + Padded(time.month, 2) + '/' + Padded(time.year % 100, 2) + ' ' +
+           LongTime(time);
+}
+
 std::string TimeStamp(const DateTime& time) {
     return Padded(time.year % 100, 2) + Padded(time.month, 2) + Padded(time.day, 2) + Padded(time.hour, 2) +
            Padded(time.minute, 2) + Padded(time.second, 2);

@@ -42,6 +42,8 @@ std::string LongTime(const DateTime& time);
 std::string ShortTime(const DateTime& time);
 // "dd/mm/yyyy hh:mm:ss"
 std::string DateAndTime(const DateTime& time);
+// "dd/mm/yy hh:mm:ss"
+std::string ShortYearDateAndTime(const DateTime& time);
 // "YYMMDDHHMMSS" (the second MM being minutes)
 std::string TimeStamp(const DateTime& time);
 // Reads "dd/mm/yyyy", alone or followed by " hh:mm:ss". Raises error 13 when the text is no such date.

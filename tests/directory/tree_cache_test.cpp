@@ -223,7 +223,8 @@ TEST_F(TreeCache, ASavedSelectionSelectsWhatIsStillThere) {
     const std::string path = shell_.files.Path("TempData\\T1-1234567.AppSelection");
     const SavedSelection selection = ReadSelection(shell_.files.Open(path));
     EXPECT_EQ(selection.comment, "my, comment");
-    EXPECT_EQ(SelectSaved(lists_, selection), 2);
+    TreeListsSelection target(lists_);
+    EXPECT_EQ(SelectSaved(target, lists_, selection), 2);
     EXPECT_EQ(lists_.counts.SelectedCount, 2);
     EXPECT_FALSE(lists_.AppList[0].Selected);
     EXPECT_EQ(SelectionLoadedText(2, selection),

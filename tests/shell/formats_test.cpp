@@ -47,6 +47,7 @@ TEST(Formats, ANumberBoxIsReadUpToWhatIsNoNumber) {
 TEST(Formats, DatesAndTimesKeepTheirZeros) {
     const DateTime time{2026, 2, 3, 4, 5, 6};
     EXPECT_EQ(DateAndTime(time), "03/02/2026 04:05:06");
+    EXPECT_EQ(ShortYearDateAndTime(time), "03/02/26 04:05:06");
     EXPECT_EQ(ShortTime(time), "04:05");
     EXPECT_EQ(TimeStamp(time), "260203040506");
     EXPECT_EQ(ParseDateAndTime("03/02/2026 04:05:06"), time);

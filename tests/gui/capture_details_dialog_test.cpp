@@ -1,0 +1,164 @@
+// The window that confirms an import and shows it at work.
+#include <gmock/gmock.h>
+
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <string>
+#include <vector>
+
+#include "database/dataset_folder.h"
+#include "gui/controls.h"
+#include "gui/frm_capture_details.h"
+
+namespace zorvel {
+namespace {
+
+using test::Control;
+using test::ShowActive;
+using testing::Contains;
+using testing::ElementsAre;
+
+// Notes what the labels of a frame say each time it is painted.
+class PaintNotes final : public QObject {
+  public:
+    explicit PaintNotes(QWidget& window) : window_(window) {
+        Control<QFrame>(window, "frameStatus").installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            std::string note;
+            for (const char* name : {"labApp", "labSection", "labCount"})
+                note += Control<QLabel>(window_, name).text().toStdString() + '|';
+            note += Control<QLineEdit>(window_, "txtCurrent").text().toStdString();
+            if (notes.empty() || notes.back() != note) notes.push_back(note);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+    std::vector<std::string> notes;
+
+  private:
+    QWidget& window_;
+};
+
+class CaptureDetailsDialog : public testing::Test {
+  protected:
+    CaptureDetailsDialog() {
+        folder_.folder.Write(
+            "TempData/Zorvel_CaptureDetails.CSV",
+            "16/11/2026 17:28:05,<i>TREE</i>,APPS & all.SITE,1234,10,,30,40,50,60,Zorvelrun\r\n");
+        EXPECT_TRUE(details_.Open());
+    }
+
+    test::DatasetFolder folder_;
+    CaptureDetails details_{folder_.services, *folder_.catalogue};
+};
+
+TEST_F(CaptureDetailsDialog, ShowsTheLastRunAndWaits) {
+    details_.labWarning = "Note that";
+    frmCaptureDetails window(details_);
+    ShowActive(window);
+    EXPECT_EQ(window.windowTitle(), "Please confirm details of last Zorvelrun..");
+    const char* shown[] = {"16/11/2026 17:28:05", "<i>TREE</i>", "APPS & all.SITE", "1,234"};
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(Control<QLabel>(window, qPrintable(QString("labData_%1").arg(i))).text(), shown[i]);
+    EXPECT_TRUE(Control<QLabel>(window, "labWarning").isVisible());
+    EXPECT_FALSE(Control<QFrame>(window, "frameStatus").isVisible());
+    auto& comments = Control<QLineEdit>(window, "txtComments");
+    EXPECT_EQ(window.focusWidget(), &comments);
+    EXPECT_EQ(comments.selectedText(), "(Please enter your comments about this Zorvelrun)");
+    EXPECT_EQ(Control<QPushButton>(window, "butOk").text(), "&Begin Import");
+    QTest::mouseClick(&Control<QPushButton>(window, "butCancel"), Qt::LeftButton);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(window.result(), QDialog::Rejected);
+    EXPECT_TRUE(folder_.catalogue->List().empty());
+}
+
+TEST_F(CaptureDetailsDialog, ImportsUnderTheTypedCommentAndCannotBeClosedMeanwhile) {
+    frmCaptureDetails window(details_);
+    ShowActive(window);
+    EXPECT_FALSE(Control<QLabel>(window, "labWarning").isVisible());
+    const int height = window.height();
+    auto& comments = Control<QLineEdit>(window, "txtComments");
+    QTest::keyClicks(&comments, "it's mine");
+    int calls = 0;
+    int bar = -1;
+    folder_.ui.on_events = [&] {
+        ++calls;
+        EXPECT_EQ(window.windowTitle(), "Importing last Zorvelrun..");
+        EXPECT_GT(window.height(), height);
+        EXPECT_TRUE(Control<QFrame>(window, "frameStatus").isVisible());
+        EXPECT_FALSE(Control<QPushButton>(window, "butOk").isVisible());
+        EXPECT_FALSE(window.close());
+        QTest::keyClick(&window, Qt::Key_Escape);
+        QTest::keyClick(&window, Qt::Key_Return);
+        QTest::mouseClick(&Control<QPushButton>(window, "butCancel"), Qt::LeftButton);
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_EQ(Control<QProgressBar>(window, "pbarImport").maximum(), 8);
+        EXPECT_GE(Control<QProgressBar>(window, "pbarImport").value(), bar);
+        bar = Control<QProgressBar>(window, "pbarImport").value();
+    };
+    QTest::keyClick(&comments, Qt::Key_Return);
+    EXPECT_GE(calls, 10);
+    EXPECT_EQ(bar, 8);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(window.result(), QDialog::Accepted);
+    ASSERT_EQ(folder_.catalogue->List().size(), 1U);
+    EXPECT_EQ(folder_.catalogue->List()[0].Description, "it's mine");
+}
+
+TEST_F(CaptureDetailsDialog, PaintsTheLastStateOfEachSection) {
+    folder_.Write(data_files::kAppDetails, test::Records(450, {"Word.SITE", "Notes", "text"}));
+    folder_.Write(data_files::kMacros, test::Records(300, {"Word.SITE", "M", "v", "0", "p"}));
+    frmCaptureDetails window(details_);
+    ShowActive(window);
+    PaintNotes paints(window);
+    QTest::mouseClick(&Control<QPushButton>(window, "butOk"), Qt::LeftButton);
+    EXPECT_THAT(paints.notes,
+                Contains("|Initialization:||Creating fresh Zorvel database to receive import data ..."));
+    EXPECT_THAT(paints.notes, Contains("Word.SITE|Apps:|400 entries|Adding:Word.SITE ..."));
+    EXPECT_THAT(paints.notes, Contains("Word.SITE|Macros:|300 entries|Adding:M ..."));
+    EXPECT_THAT(paints.notes, Contains("|Registry:||Adding application registry entries to database.."));
+}
+
+TEST_F(CaptureDetailsDialog, PaintsALateStateByItself) {
+    folder_.Write(data_files::kAppDetails, test::Records(200, {"Word.SITE", "Notes", "text"}));
+    frmCaptureDetails window(details_);
+    ShowActive(window);
+    int waited = 0;
+    folder_.ui.on_events = [&] {
+        const auto& section = Control<QLabel>(window, "labSection");
+        if (section.text() != "Apps:" || ++waited != 3) return;
+        // Nothing more comes; the state of record 200 is shown all the same.
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return Control<QLabel>(window, "labCount").text() == "200 entries"; }));
+    };
+    QTest::mouseClick(&Control<QPushButton>(window, "butOk"), Qt::LeftButton);
+    EXPECT_GE(waited, 3);
+}
+
+TEST_F(CaptureDetailsDialog, ClosesAfterAFailureAndAfterANo) {
+    const auto import = [&] {
+        CaptureDetails details(folder_.services, *folder_.catalogue);
+        EXPECT_TRUE(details.Open());
+        frmCaptureDetails window(details);
+        ShowActive(window);
+        folder_.ui.boxes.clear();
+        QTest::mouseClick(&Control<QPushButton>(window, "butOk"), Qt::LeftButton);
+        EXPECT_FALSE(window.isVisible());
+        EXPECT_EQ(window.result(), QDialog::Rejected);
+    };
+    folder_.folder.Write("Databases/" + folder_.dataset, "is there");
+    import();
+    EXPECT_EQ(folder_.ui.boxes.back().text, "Last Zorvelrun data will not be imported ...");
+    folder_.files.Remove(folder_.files.Path("Databases\\" + folder_.dataset));
+    folder_.files.Remove(folder_.files.Path("Empty_Zorvel.mdb"));
+    import();
+    EXPECT_EQ(folder_.OnlyBox(), "Error no. 53 (File not found) occurred during Import at Line 5");
+}
+
+}  // namespace
+}  // namespace zorvel

@@ -1,0 +1,146 @@
+// The window that compacts and deletes datasets.
+#include <gmock/gmock.h>
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "database/dataset_folder.h"
+#include "gui/controls.h"
+#include "gui/frm_db_maint.h"
+
+namespace zorvel {
+namespace {
+
+using test::Control;
+using test::ShowActive;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class DBMaintDialog : public testing::Test {
+  protected:
+    // A dataset of the `day`th November with its file.
+    void Add(int day, const std::string& comment) {
+        CatalogueRow row;
+        row.Captured = std::to_string(day) + "/11/2026 08:00:00";
+        row.Tree = "TREE_" + std::to_string(day);
+        row.OU = "APPS & all.SITE";
+        row.Description = comment;
+        row.AppCount = 1234;
+        row.DBName = DatasetName(row.Captured);
+        folder_.catalogue->Add(row);
+        folder_.files.Copy(folder_.files.Path("Empty_Zorvel.mdb"), File(day));
+    }
+    std::string File(int day) const {
+        return folder_.files.Path("Databases\\" + DatasetName(std::to_string(day) + "/11/2026 08:00:00"));
+    }
+    frmDBMaint& Opened() {
+        maintenance_.Open();
+        ShowActive(window_.emplace(maintenance_));
+        return *window_;
+    }
+    QListWidget& List() { return Control<QListWidget>(*window_, "lstCapture"); }
+    // Presses a button with the mouse and answers its question.
+    void Press(const char* button, Answer answer) {
+        folder_.ui.boxes.clear();
+        folder_.ui.answers = {answer};
+        QTest::mouseClick(&Control<QPushButton>(*window_, button), Qt::LeftButton);
+    }
+    // The labels of the summary and the comments.
+    std::vector<std::string> Summary() {
+        std::vector<std::string> texts;
+        for (const char* name : {"labData_0", "labData_1", "labData_2", "labData_3", "labData_4"})
+            texts.push_back(Control<QLabel>(*window_, name).text().toStdString());
+        texts.push_back(Control<QPlainTextEdit>(*window_, "txtComments").toPlainText().toStdString());
+        return texts;
+    }
+
+    test::DatasetFolder folder_;
+    DatabaseMaintenance maintenance_{folder_.services, *folder_.catalogue};
+    std::optional<frmDBMaint> window_;
+};
+
+TEST_F(DBMaintDialog, ListsTheDatasetsAndSummarisesTheChosenOne) {
+    Add(16, "older");
+    Add(17, "<b>newer</b>");
+    frmDBMaint& window = Opened();
+    EXPECT_EQ(window.windowTitle(), "Database Maintenance");
+    EXPECT_EQ(Control<QGroupBox>(window, "frameCapture").title(),
+              "Please select Zorvel dataset to delete or compact (2 are on file)");
+    EXPECT_EQ(Control<QGroupBox>(window, "frameSummary").title(), "Dataset Summary");
+    EXPECT_EQ(List().item(1)->text(), "16/11/2026 08:00:00  -  older  -  Zorvel_261116080000.MDB");
+    EXPECT_EQ(List().currentRow(), 0);
+    EXPECT_EQ(window.focusWidget(), &List());
+    EXPECT_THAT(Summary(), ElementsAre("17/11/2026 08:00:00", "TREE_17", "APPS & all.SITE", "1,234", "0",
+                                       "<b>newer</b>"));
+    QTest::keyClick(&List(), Qt::Key_Down);
+    EXPECT_THAT(Summary(),
+                ElementsAre("16/11/2026 08:00:00", "TREE_16", "APPS & all.SITE", "1,234", "0", "older"));
+    QTest::mouseClick(&Control<QPushButton>(window, "butClose"), Qt::LeftButton);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(DBMaintDialog, DeletesTheChosenDatasetUntilNoneIsLeft) {
+    Add(16, "older");
+    Add(17, "newer");
+    frmDBMaint& window = Opened();
+    QTest::keyClick(&List(), Qt::Key_Down);
+    Press("butDelete", Answer::kNo);
+    EXPECT_EQ(List().count(), 2);
+    EXPECT_EQ(List().currentRow(), 1);
+    Press("butDelete", Answer::kYes);
+    EXPECT_FALSE(folder_.files.Exists(File(16)));
+    EXPECT_TRUE(folder_.files.Exists(File(17)));
+    EXPECT_EQ(List().count(), 1);
+    EXPECT_EQ(Summary()[1], "TREE_17");
+    EXPECT_THAT(Control<QGroupBox>(window, "frameCapture").title().toStdString(),
+                HasSubstr("(1 is on file)"));
+    Press("butDelete", Answer::kYes);
+    EXPECT_FALSE(folder_.files.Exists(File(17)));
+    EXPECT_EQ(List().count(), 0);
+    EXPECT_THAT(Summary(), ElementsAre("", "", "", "", "", ""));
+    EXPECT_THAT(folder_.ui.boxes.back().text, HasSubstr("There are no Zorvel databases to maintain"));
+    EXPECT_FALSE(Control<QPushButton>(window, "butDelete").isEnabled());
+    EXPECT_FALSE(Control<QPushButton>(window, "butCompact").isEnabled());
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(DBMaintDialog, KeepsTheChosenLineWhenADeletionFails) {
+    Add(16, "older");
+    Add(17, "newer");
+    Opened();
+    QTest::keyClick(&List(), Qt::Key_Down);
+    folder_.files.Remove(File(16));
+    Press("butDelete", Answer::kYes);
+    EXPECT_THAT(folder_.ui.boxes.back().text, HasSubstr("occurred in butDelete at Line 3"));
+    EXPECT_EQ(List().currentRow(), 1);
+    // What is chosen is what the next press is about.
+    Press("butDelete", Answer::kYes);
+    EXPECT_TRUE(folder_.files.Exists(File(17)));
+}
+
+TEST_F(DBMaintDialog, CompactsTheChosenDataset) {
+    Add(16, "older");
+    Add(17, "newer");
+    frmDBMaint& window = Opened();
+    QTest::keyClick(&List(), Qt::Key_Down);
+    EXPECT_EQ(Control<QPushButton>(window, "butCompact").text(), "C&ompact");
+    Press("butCompact", Answer::kYes);
+    EXPECT_THAT(folder_.ui.boxes.back().text,
+                HasSubstr("The selected Zorvel database was successfully Compacted."));
+    EXPECT_THAT(folder_.LogLines(),
+                testing::Contains("    Attempting Compact on '" +
+                                  folder_.files.Path("databases\\Zorvel_261116080000.MDB") + "'"));
+    EXPECT_EQ(List().currentRow(), 1);
+    EXPECT_TRUE(window.isVisible());
+}
+
+}  // namespace
+}  // namespace zorvel

@@ -1,0 +1,177 @@
+// The windows that save and load selections of applications.
+#include <gmock/gmock.h>
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "gui/controls.h"
+#include "gui/frm_load_selections.h"
+#include "gui/frm_save_selections.h"
+#include "gui/qt_text.h"
+#include "support/fakes.h"
+
+namespace zorvel {
+namespace {
+
+using test::Control;
+using test::ShowActive;
+using testing::HasSubstr;
+
+const std::string kFile = "TempData/T1-50000000.AppSelection";
+
+class SelectionDialogs : public testing::Test {
+  protected:
+    SelectionDialogs() {
+        lists_.AddApp("SITE", "Word");
+        lists_.AddApp("SITE", "Calc");
+        lists_.Select(lists_.AppList[0], true);
+    }
+
+    // A selection file with one application.
+    void WriteFile(const std::string& number, const std::string& comment, const std::string& application) {
+        shell_.folder.Write(
+            "TempData/T1-" + number + ".AppSelection",
+            "heading\r\n16/11/2026, 1\r\n\"" + comment + "\"\r\n\"" + application + "\",\"SITE\"\r\n");
+    }
+    frmLoadSelections& Loader() {
+        load_.Open();
+        ShowActive(loader_.emplace(load_));
+        return *loader_;
+    }
+    QString Comment() { return Control<QPlainTextEdit>(*loader_, "txtComment").toPlainText(); }
+
+    test::TestShell shell_;
+    TreeLists lists_;
+    TreeListsSelection target_{lists_};
+    SaveSelections save_{shell_.services, lists_, "T1", [] { return 0.5; }};
+    LoadSelections load_{shell_.services, lists_, target_, "T1"};
+    std::optional<frmLoadSelections> loader_;
+};
+
+TEST_F(SelectionDialogs, SavesUnderTheTypedComment) {
+    frmSaveSelections window(save_);
+    ShowActive(window);
+    EXPECT_EQ(Control<QLabel>(window, "labComment").text(), ToQString(SaveSelections::labComment));
+    auto& comment = Control<QLineEdit>(window, "txtComment");
+    EXPECT_EQ(window.focusWidget(), &comment);
+    QTest::keyClicks(&comment, "caf");
+    QTest::sendKeyEvent(QTest::Click, &comment, Qt::Key_Eacute, QStringLiteral("\u00E9"), {});
+    QTest::mouseClick(&Control<QPushButton>(window, "butSave"), Qt::LeftButton);
+    EXPECT_THAT(shell_.folder.Read(kFile), HasSubstr("\r\n\"caf\xE9\"\r\n\"Word\",\"SITE\"\r\n"));
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(window.result(), QDialog::Accepted);
+}
+
+TEST_F(SelectionDialogs, SavesOnEnterAndNotOnExit) {
+    for (const bool escape : {false, true}) {
+        frmSaveSelections window(save_);
+        ShowActive(window);
+        if (escape) {
+            QTest::keyClick(&window, Qt::Key_Escape);
+        } else {
+            QTest::mouseClick(&Control<QPushButton>(window, "butExit"), Qt::LeftButton);
+        }
+        EXPECT_FALSE(window.isVisible());
+        EXPECT_EQ(window.result(), QDialog::Rejected);
+        EXPECT_FALSE(shell_.folder.Has(kFile));
+    }
+    frmSaveSelections window(save_);
+    ShowActive(window);
+    QTest::keyClick(&Control<QLineEdit>(window, "txtComment"), Qt::Key_Return);
+    EXPECT_TRUE(shell_.folder.Has(kFile));
+}
+
+TEST_F(SelectionDialogs, KeepsTheCommentWhenSavingFails) {
+    std::filesystem::remove_all(shell_.folder.path() / "TempData");
+    frmSaveSelections window(save_);
+    ShowActive(window);
+    auto& comment = Control<QLineEdit>(window, "txtComment");
+    QTest::keyClicks(&comment, "mine");
+    QTest::mouseClick(&Control<QPushButton>(window, "butSave"), Qt::LeftButton);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(comment.text(), "mine");
+    EXPECT_EQ(shell_.ui.boxes.size(), 1U);
+}
+
+TEST_F(SelectionDialogs, ShowsTheCommentOfTheLineThatIsChosen) {
+    WriteFile("1000000", "of <b>word</b>", "Word");
+    WriteFile("2000000", "of calc", "Calc");
+    frmLoadSelections& window = Loader();
+    auto& list = Control<QListWidget>(window, "lstLoad");
+    EXPECT_EQ(Control<QLabel>(window, "labChoose").text(),
+              "Please choose a previously saved application selection from the list below");
+    EXPECT_EQ(list.count(), 2);
+    EXPECT_EQ(list.item(1)->text(), ToQString(load_.lstLoad[1]));
+    EXPECT_EQ(list.currentRow(), 0);
+    EXPECT_EQ(window.focusWidget(), &list);
+    EXPECT_EQ(Comment(), "of <b>word</b>");
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_EQ(Comment(), "of calc");
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(0)).center());
+    EXPECT_EQ(Comment(), "of <b>word</b>");
+    QTest::mouseClick(&Control<QPushButton>(window, "butExit"), Qt::LeftButton);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_TRUE(lists_.AppList[0].Selected);
+}
+
+TEST_F(SelectionDialogs, LoadsByButtonEnterOrDoubleClick) {
+    WriteFile("1000000", "of word", "Word");
+    WriteFile("2000000", "of calc", "Calc");
+    const auto load_second = [&](const std::function<void(frmLoadSelections&, QListWidget&)>& how) {
+        LoadSelections load(shell_.services, lists_, target_, "T1");
+        load.Open();
+        frmLoadSelections window(load);
+        ShowActive(window);
+        auto& list = Control<QListWidget>(window, "lstLoad");
+        QTest::keyClick(&list, Qt::Key_Down);
+        shell_.ui.boxes.clear();
+        shell_.ui.answers = {Answer::kYes};
+        how(window, list);
+        EXPECT_FALSE(window.isVisible());
+        EXPECT_EQ(window.result(), QDialog::Accepted);
+        EXPECT_EQ(shell_.ui.boxes.size(), 2U) << "its question and its result, once";
+        EXPECT_FALSE(lists_.AppList[0].Selected);
+        EXPECT_TRUE(lists_.AppList[1].Selected);
+        lists_.Select(lists_.AppList[0], true);
+    };
+    load_second([](frmLoadSelections& window, QListWidget&) {
+        QTest::mouseClick(&Control<QPushButton>(window, "butLoad"), Qt::LeftButton);
+    });
+    load_second([](frmLoadSelections&, QListWidget& list) { QTest::keyClick(&list, Qt::Key_Return); });
+    load_second([](frmLoadSelections&, QListWidget& list) {
+        const QPoint place = list.visualItemRect(list.item(1)).center();
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
+    });
+}
+
+TEST_F(SelectionDialogs, StaysWhenTheSelectionIsToBeKept) {
+    WriteFile("1000000", "of calc", "Calc");
+    frmLoadSelections& window = Loader();
+    QTest::keyClick(&Control<QListWidget>(window, "lstLoad"), Qt::Key_Return);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(lists_.AppList[0].Selected);
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(SelectionDialogs, HasNothingToLoadWithoutSavedSelections) {
+    frmLoadSelections& window = Loader();
+    EXPECT_EQ(Control<QListWidget>(window, "lstLoad").count(), 0);
+    EXPECT_EQ(Comment(), "");
+    EXPECT_FALSE(Control<QPushButton>(window, "butLoad").isEnabled());
+    QTest::keyClick(&window, Qt::Key_Return);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(shell_.ui.boxes.empty());
+}
+
+}  // namespace
+}  // namespace zorvel
