@@ -1,0 +1,139 @@
+// The main window at start-up and at its end.
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+
+#include "gui/main_window.h"
+
+namespace zorvel::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+class StartUpWindow : public MainWindowTest {};
+
+TEST_F(StartUpWindow, OpensThePreferredTreeAndWaitsForASelection) {
+    ASSERT_TRUE(Start());
+    EXPECT_THAT(window_->windowTitle().toStdString(), StartsWith("Zorvel v"));
+    EXPECT_EQ(Get<QComboBox>("comTree").currentText(), "T1");
+    EXPECT_EQ(Get<QComboBox>("comTree").count(), 2);
+    EXPECT_THAT(Nodes(), ElementsAre("[Root]", " ACME (1)", " SITE (0)", "  APPS (3)", "  EMPTY (0)",
+                                     "   DEEP (1)", "  BARE (0)"));
+    EXPECT_TRUE(tree().isExpanded(Node("[Root]")));
+    EXPECT_TRUE(tree().isExpanded(Node("SITE (0)"))) << "read from the directory, the first level is open";
+    EXPECT_FALSE(tree().isExpanded(Node("EMPTY (0)")));
+    EXPECT_THAT(Status().toStdString(),
+                StartsWith("Ready. 5 applications available, none selected. Tree last read on "));
+    EXPECT_EQ(tabs().currentIndex(), 0);
+    EXPECT_TRUE(tabs().isTabEnabled(1));
+    EXPECT_FALSE(tabs().isTabEnabled(2));
+    EXPECT_FALSE(tabs().isTabEnabled(3));
+    EXPECT_FALSE(Get<QAbstractButton>("butGenerate").isEnabled());
+    EXPECT_FALSE(Menu("mnuFileExit_1").isEnabled());
+    EXPECT_TRUE(Menu("mnuFileExit_2").isEnabled());
+    EXPECT_EQ(Text("labCurrentOU"), "(select from the OU browser)");
+    EXPECT_TRUE(boxes_.empty());
+}
+
+TEST_F(StartUpWindow, LoadedFromItsCacheShowsTheRootAloneExpanded) {
+    ASSERT_TRUE(Start());
+    ASSERT_TRUE(Start());
+    EXPECT_TRUE(tree().isExpanded(Node("[Root]")));
+    EXPECT_FALSE(tree().isExpanded(Node("SITE (0)")));
+    EXPECT_THAT(Status().toStdString(), HasSubstr("Using cached Tree from "));
+}
+
+TEST_F(StartUpWindow, SwitchesToAnotherTree) {
+    ASSERT_TRUE(Start());
+    ClickNode("ACME (1)");
+    ClickItem(0);
+    EXPECT_TRUE(Get<QAbstractButton>("butGenerate").isEnabled());
+    auto& trees = Get<QComboBox>("comTree");
+    trees.setFocus();
+    QTest::keyClick(&trees, Qt::Key_Down);
+    EXPECT_THAT(Nodes(), ElementsAre("[Root]", " ZETA (1)"));
+    EXPECT_THAT(Items(), ElementsAre("Tool")) << "the old lines stay until a node is clicked, unselected";
+    EXPECT_FALSE(Get<QAbstractButton>("butGenerate").isEnabled());
+    ClickNode("ZETA (1)");
+    EXPECT_THAT(Items(), ElementsAre("Zip"));
+}
+
+TEST_F(StartUpWindow, WithoutATreeStartsForItsOtherFunctions) {
+    folder_.Write("Directory.toml", "");
+    ASSERT_TRUE(Start());
+    ASSERT_EQ(boxes_.size(), 1U);
+    EXPECT_THAT(boxes_[0], StartsWith("Zorvel didn't find any Trees.\n\n"));
+    EXPECT_EQ(Text("labCurrentOU"), "No Trees found!");
+    EXPECT_EQ(Text("labApps"), "No applications in this branch");
+    for (int i = 0; i < 7; ++i)
+        EXPECT_FALSE(Get<QToolButton>(qPrintable(QString("butTreeControl_%1").arg(i))).isEnabled()) << i;
+    EXPECT_FALSE(Get<QComboBox>("comTree").isEnabled());
+    EXPECT_FALSE(Menu("mnuFileExit_2").isEnabled());
+    EXPECT_TRUE(Menu("mnuDatabaseItem_3").isEnabled());
+    EXPECT_EQ(Status(), "Ready. No applications available to Zorvel ! ");
+}
+
+TEST_F(StartUpWindow, TellsOfAnUnreadableTreeAndGoesOn) {
+    folder_.Write("Trees/T1.ldif", "dn: o=SITE\nobjectClass organization\n");
+    ASSERT_TRUE(Start());
+    EXPECT_THAT(boxes_, Contains(HasSubstr("600")));
+    auto& trees = Get<QComboBox>("comTree");
+    trees.setFocus();
+    QTest::keyClick(&trees, Qt::Key_Down);
+    EXPECT_THAT(Nodes(), ElementsAre("[Root]", " ZETA (1)"));
+    EXPECT_THAT(LogText(), HasSubstr("T1.ldif, line 2"));
+}
+
+TEST_F(StartUpWindow, EndsWhenSomethingItNeedsIsMissing) {
+    std::filesystem::remove(folder_.path() / "RegExclude.dat");
+    EXPECT_FALSE(Start());
+    EXPECT_THAT(boxes_,
+                ElementsAre("Error 53 (File not found) occurred during Zorvel initialisation at Line 17"));
+}
+
+TEST_F(StartUpWindow, WelcomesUntilTheUserSuppressesIt) {
+    std::filesystem::remove(folder_.path() / "TempData/welcome.nal");
+    OnDialog([](QDialog& dialog) { dialog.reject(); });
+    ASSERT_TRUE(Start());
+    EXPECT_FALSE(Menu("mnuHelpItem_5").isEnabled());
+    OnDialog([](QDialog& dialog) {
+        QTest::keyClick(dialog.findChild<QCheckBox*>(), Qt::Key_Space);
+        dialog.reject();
+    });
+    ASSERT_TRUE(Start());
+    EXPECT_EQ(folder_.Read("TempData/welcome.nal"),
+              "Welcome screen suppressed - delete this file to re-instate\r\n");
+    ASSERT_TRUE(Start()) << "no dialog is expected now";
+    ASSERT_TRUE(Menu("mnuHelpItem_5").isEnabled());
+    Menu("mnuHelpItem_5").trigger();
+    EXPECT_FALSE(std::filesystem::exists(folder_.path() / "TempData/welcome.nal"));
+    EXPECT_FALSE(Menu("mnuHelpItem_5").isEnabled());
+}
+
+TEST_F(StartUpWindow, LogsItsEndButNotThatByTheMenu) {
+    struct Case {
+        const char* name;
+        std::function<void()> leave;
+        bool logged;
+    };
+    const Case cases[] = {
+        {"exit button", [this] { Click("butExit"); }, true},
+        {"close box", [this] { window_->close(); }, true},
+        {"menu", [this] { Menu("mnuFileExit_4").trigger(); }, false},
+    };
+    for (const Case& one : cases) {
+        ASSERT_TRUE(Start());
+        one.leave();
+        const std::string log = LogText();
+        EXPECT_EQ(log.find("Exiting Zorvel at user request") != std::string::npos, one.logged) << one.name;
+    }
+}
+
+}  // namespace
+}  // namespace zorvel::test
