@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
 
 namespace zorvel {
 namespace {
@@ -85,11 +88,29 @@ constexpr Row kRows[] = {
 };
 static_assert(std::ranges::is_sorted(kRows, {}, &Row::name));
 
+// The first eight letters of a name as a number, in the order of the names: documents are half control words,
+// and numbers are compared faster.
+constexpr std::uint64_t Key(std::string_view name) {
+    std::uint64_t key = 0;
+    for (std::size_t at = 0; at < sizeof key; ++at)
+        key = key << 8 | (at < name.size() ? static_cast<unsigned char>(name[at]) : 0U);
+    return key;
+}
+
+constexpr auto kKeys = [] {
+    std::array<std::uint64_t, std::size(kRows)> keys{};
+    std::ranges::transform(kRows, keys.begin(), [](const Row& row) { return Key(row.name); });
+    return keys;
+}();
+static_assert(std::ranges::adjacent_find(kKeys) == kKeys.end(), "two names with the same key");
+
 }  // namespace
 
 RtfMeaning FindRtfWord(std::string_view name) {
-    const auto* row = std::ranges::lower_bound(kRows, name, {}, &Row::name);
-    return row != std::end(kRows) && row->name == name ? row->meaning : RtfMeaning{};
+    const auto* key = std::ranges::lower_bound(kKeys, Key(name));
+    if (key == kKeys.end()) return {};
+    const Row& row = kRows[key - kKeys.begin()];
+    return row.name == name ? row.meaning : RtfMeaning{};
 }
 
 }  // namespace zorvel
