@@ -51,5 +51,22 @@ TEST(Documents, TheLicenseIsTheProjects) {
     EXPECT_EQ(Words(text), "Zorvel License " + Words(ReadFile(ZORVEL_SOURCE_DIR "/LICENSE")));
 }
 
+TEST(Documents, CutAnywhereTheyReadUpToTheCut) {
+    for (const char* path :
+         {ZORVEL_PROGRAM_FOLDER "/About_Zorvel.rtf", ZORVEL_SOURCE_DIR "/program/Zorvel_License.rtf"}) {
+        const std::string rtf = ReadFile(path);
+        const std::string whole = test::PlainTextOf(rtf);
+        std::size_t longest = 0;
+        for (std::size_t length = 0; length < rtf.size(); ++length) {
+            std::string text = test::PlainTextOf(std::string_view(rtf).substr(0, length));
+            text.resize(text.size() - static_cast<std::size_t>(text.ends_with('\n')));
+            text.resize(text.size() - static_cast<std::size_t>(text.ends_with('{')));  // cut behind it
+            ASSERT_TRUE(whole.starts_with(text)) << path << " cut at " << length << ": " << text;
+            longest = std::max(longest, text.size());
+        }
+        EXPECT_EQ(longest, whole.size() - 1);  // the last line feed
+    }
+}
+
 }  // namespace
 }  // namespace zorvel
