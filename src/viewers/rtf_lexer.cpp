@@ -88,7 +88,9 @@ RtfToken RtfLexer::Word() {
     while (at_ < rtf_.size() && IsLetter(rtf_[at_]))
         ++at_;
     token.text = rtf_.substr(begin, at_ - begin);
-    const bool negative = at_ + 1 < rtf_.size() && rtf_[at_] == '-' && IsDigit(rtf_[at_ + 1]);
+    // A "-" before anything but a number is text; at the end of the input its number was cut off.
+    const bool negative =
+        at_ < rtf_.size() && rtf_[at_] == '-' && (at_ + 1 == rtf_.size() || IsDigit(rtf_[at_ + 1]));
     if (negative) ++at_;
     constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
     std::int64_t number = 0;
