@@ -56,6 +56,7 @@ int RunBatchProgram(const std::vector<std::string>& arguments, const std::filesy
     commands.push_back(MakeDatasetsCommand());
     commands.push_back(MakeCompactCommand());
     commands.push_back(MakeDeleteCommand());
+    commands.push_back(MakeLogCommand());
     std::vector<std::pair<CLI::App*, BatchCommand*>> registered;
     registered.reserve(commands.size());
     for (const auto& command : commands)

@@ -35,7 +35,10 @@ class BatchSession {
     // the exit status to end with; the user was told why.
     ExitStatus StartWithTree(const std::string& tree, bool refresh, RunPace pace = {});
 
+    // The core; there once it was started.
     MainController& controller() { return *controller_; }
+    // The program folder's files, for commands that need no more.
+    const Files& files() const { return files_; }
     BatchWindow& window() { return window_; }
     std::ostream& out() { return out_; }
 

@@ -28,5 +28,6 @@ std::unique_ptr<BatchCommand> MakeImportCommand();
 std::unique_ptr<BatchCommand> MakeDatasetsCommand();
 std::unique_ptr<BatchCommand> MakeCompactCommand();
 std::unique_ptr<BatchCommand> MakeDeleteCommand();
+std::unique_ptr<BatchCommand> MakeLogCommand();
 
 }  // namespace zorvel

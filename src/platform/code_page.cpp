@@ -97,22 +97,40 @@ std::string FromUtf8(std::string_view utf8) {
 std::string ToUtf8(std::string_view text) {
     std::string utf8;
     utf8.reserve(text.size());
+    AppendUtf8(utf8, text);
+    return utf8;
+}
+
+void AppendUtf8(std::string& utf8, std::string_view text) {
     for (const char character : text) {
         const auto code = static_cast<Byte>(character);
         if (code < 0x80) {
             utf8 += character;
-            continue;
-        }
-        const std::uint32_t point = code < 0xA0 ? kCodePoints[code - 0x80u] : code;
-        if (point < 0x800) {
-            utf8 += static_cast<char>(0xC0 | (point >> 6));
         } else {
-            utf8 += static_cast<char>(0xE0 | (point >> 12));
-            utf8 += static_cast<char>(0x80 | ((point >> 6) & 0x3F));
+            AppendUtf8(utf8, static_cast<char32_t>(code < 0xA0 ? kCodePoints[code - 0x80u] : code));
         }
-        utf8 += static_cast<char>(0x80 | (point & 0x3F));
     }
-    return utf8;
+}
+
+void AppendUtf8(std::string& utf8, char32_t code_point) {
+    const auto following = [&](int shift) {
+        utf8 += static_cast<char>(0x80 | ((code_point >> shift) & 0x3F));
+    };
+    if (code_point < 0x80) {
+        utf8 += static_cast<char>(code_point);
+    } else if (code_point < 0x800) {
+        utf8 += static_cast<char>(0xC0 | (code_point >> 6));
+        following(0);
+    } else if (code_point < 0x10000) {
+        utf8 += static_cast<char>(0xE0 | (code_point >> 12));
+        following(6);
+        following(0);
+    } else {
+        utf8 += static_cast<char>(0xF0 | (code_point >> 18));
+        following(12);
+        following(6);
+        following(0);
+    }
 }
 
 char UpperChar(char character) noexcept {

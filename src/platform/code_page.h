@@ -12,6 +12,10 @@ std::string FromUtf8(std::string_view utf8);
 
 // UTF-8 from text of the code page; never fails.
 std::string ToUtf8(std::string_view text);
+// The same, appended to `utf8`.
+void AppendUtf8(std::string& utf8, std::string_view text);
+// Appends the UTF-8 of one Unicode scalar value (0 to 0x10FFFF without the surrogates).
+void AppendUtf8(std::string& utf8, char32_t code_point);
 
 // Upper case by the code page ("é" becomes "É"), whatever the locale; a letter without one stays.
 char UpperChar(char character) noexcept;

@@ -166,5 +166,26 @@ TEST_F(Batch, CtrlCEndsTheRunInGoodOrder) {
     EXPECT_EQ(out.str(), "Zorvelrun finished without any stream parsing errors.\n");
 }
 
+TEST_F(Batch, TheLogComesAsRichTextAndStaysAsItIs) {
+    const Result missing = Run({"log"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.out, "");
+    EXPECT_THAT(missing.err, HasSubstr("Zorvel.log: File not found\n"));
+    EXPECT_FALSE(folder_.Has("Zorvel.log"));
+
+    const std::string log = "16/11/2026 17:28:05 ERROR: C:\\x\r\n16/11/2026 17:28:06    caf\xE9";
+    folder_.Write("Zorvel.log", log);
+    const Result result = Run({"log"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_THAT(result.out, testing::StartsWith("{\\rtf1\\ansi\\deff0\\deftab720\r\n{\\fonttbl\r\n"));
+    EXPECT_THAT(
+        result.out,
+        testing::EndsWith("\\deflang2057\\pard\r\n"
+                          "\\plain\\f2\\fs20\\highlight6\\cf1 16/11/2026 17:28:05 ERROR: C:\\\\x\\par\r\n"
+                          "\\plain\\f2\\fs20 16/11/2026 17:28:06    caf\xE9\\par\r\n}\r\n"));
+    EXPECT_EQ(folder_.Read("Zorvel.log"), log);
+}
+
 }  // namespace
 }  // namespace zorvel
