@@ -155,7 +155,9 @@ void AnalysisRun::ReadApplications(RunFiles& files) {
 }
 
 void AnalysisRun::PauseAfter(std::int32_t processed) {
-    Pause(services_.clock, services_.ui, inputs_.pace.after_application);
+    // ESC is not kept waiting by a long throttle.
+    const bool* const stop = &services_.activity.UserInterrupt;
+    Pause(services_.clock, services_.ui, inputs_.pace.after_application, stop);
     const std::int32_t selected = inputs_.tree.counts.SelectedCount;
     status_.SetOverallProgress(static_cast<double>(processed) / selected * kProgressMaximum);
     const OptionControls& controls = services_.options.controls;
@@ -163,7 +165,7 @@ void AnalysisRun::PauseAfter(std::int32_t processed) {
     services_.status.SetStatus(
         'Y', "Throttling option enabled - pausing for " + controls.txtThrottle + " second(s)");
     errors_.Try(kReadApplicationsStep,
-                [&] { Pause(services_.clock, services_.ui, NumericValue(controls.txtThrottle)); });
+                [&] { Pause(services_.clock, services_.ui, NumericValue(controls.txtThrottle), stop); });
 }
 
 void AnalysisRun::WriteCapture() {

@@ -13,6 +13,7 @@ frmCacheTree::frmCacheTree(QWidget* parent)
       ui_(std::make_unique<Ui::frmCacheTree>()),
       labels_([this] { ShowLabels(); }) {
     ui_->setupUi(this);
+    first_ou_ = FromQString(ui_->labOU->text());
     FitText(*this, 72);
 }
 
@@ -20,7 +21,7 @@ frmCacheTree::~frmCacheTree() = default;
 
 void frmCacheTree::ShowCacheTree(std::string_view title) {
     setWindowTitle(ToQString(title));
-    ou_ = "(Refresh will begin in a few seconds)";
+    ou_ = first_ou_;
     ou_count_.clear();
     apps_.clear();
     elapsed_.clear();

@@ -44,6 +44,7 @@ class frmCacheTree final : public QDialog {
     void ShowLabels();
 
     std::unique_ptr<Ui::frmCacheTree> ui_;
+    std::string first_ou_;  // before the first container is read
     std::string ou_;
     std::string ou_count_;
     std::string apps_;

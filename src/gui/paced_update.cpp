@@ -16,11 +16,13 @@ PacedUpdate::PacedUpdate(std::function<void()> update, QObject* parent)
 }
 
 void PacedUpdate::Request() {
-    if (!since_last_.isValid() || since_last_.elapsed() >= kInterval) {
+    if (pending_) return;
+    const qint64 elapsed = since_last_.isValid() ? since_last_.elapsed() : kInterval;
+    if (elapsed >= kInterval) {
         Run();
-    } else if (!pending_) {
+    } else {
         pending_ = true;
-        timer_.start(kInterval);
+        timer_.start(static_cast<int>(kInterval - elapsed));
     }
 }
 

@@ -22,10 +22,6 @@ QSize UpDown::sizeHint() const {
     return style()->sizeFromContents(QStyle::CT_SpinBox, &option, text_size, this);
 }
 
-QValidator::State UpDown::validate(QString& /*text*/, int& /*position*/) const {
-    return QValidator::Acceptable;
-}
-
 void UpDown::stepBy(int steps) {
     lineEdit()->setText(ToQString(Spin(FromQString(lineEdit()->text()), steps, range_)));
     selectAll();

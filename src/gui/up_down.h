@@ -22,7 +22,6 @@ class UpDown final : public QAbstractSpinBox {
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
-    QValidator::State validate(QString& text, int& position) const override;
     void stepBy(int steps) override;
 
   protected:

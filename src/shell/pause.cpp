@@ -9,10 +9,11 @@ constexpr double kRound = 0.02;  // seconds between two looks at the pending eve
 
 }  // namespace
 
-void Pause(Clock& clock, UserInterface& ui, double seconds) {
+void Pause(Clock& clock, UserInterface& ui, double seconds, const bool* stop) {
     const double start = clock.Timer();
     ui.ProcessEvents();
     for (double now = clock.Timer(); now >= start && now < start + seconds; now = clock.Timer()) {
+        if (stop != nullptr && *stop) return;
         clock.Sleep(std::min(kRound, start + seconds - now));
         ui.ProcessEvents();
     }

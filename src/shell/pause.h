@@ -7,7 +7,7 @@
 namespace zorvel {
 
 // Waits `seconds` (with fractions) while pending window events run, at least once. A wait that spans midnight
-// ends there.
-void Pause(Clock& clock, UserInterface& ui, double seconds);
+// ends there, and one with `stop` as soon as that is set.
+void Pause(Clock& clock, UserInterface& ui, double seconds, const bool* stop = nullptr);
 
 }  // namespace zorvel

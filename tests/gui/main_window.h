@@ -42,8 +42,7 @@ class MainWindowTest : public testing::Test {
         folder_.Write("TempData/welcome.nal", "suppressed\r\n");
         settings_.tree_read_countdown = 0;
         settings_.pace = {0, 0};
-        QObject::connect(&answering_, &QTimer::timeout, [this] { AnswerDialog(); });
-        answering_.start(1);
+        WatchDialogs();
     }
 
     static std::string kFirstTree() {
@@ -142,11 +141,18 @@ class MainWindowTest : public testing::Test {
         }
         return nodes;
     }
+    // A timer a look: one dialog can open another while it is being answered.
+    void WatchDialogs() {
+        QTimer::singleShot(1, &watch_, [this] {
+            WatchDialogs();
+            AnswerDialog();
+        });
+    }
     void AnswerDialog() {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         if (dialog == nullptr || dialog == answered_) return;
         answered_ = dialog;
-        QObject::connect(dialog, &QObject::destroyed, &answering_, [this] { answered_ = nullptr; });
+        QObject::connect(dialog, &QObject::destroyed, &watch_, [this] { answered_ = nullptr; });
         auto* box = qobject_cast<QMessageBox*>(dialog);
         if (box != nullptr) boxes_.push_back(box->text().toStdString());
         if (!actions_.empty()) {
@@ -163,7 +169,7 @@ class MainWindowTest : public testing::Test {
 
     std::unique_ptr<Files> files_;
     SystemClock clock_;
-    QTimer answering_;
+    QObject watch_;
     QObject* answered_ = nullptr;
     std::vector<std::function<void(QDialog&)>> actions_;
 };
