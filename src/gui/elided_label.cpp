@@ -24,8 +24,8 @@ QString ElidedLabel::ShownText() const {
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QLabel::event(event);
-    // Plain text, and only when the label does not say it itself.
-    const QString tip = ShownText() == text() ? QString() : text().toHtmlEscaped();
+    // Only when the label does not say it itself; as rich text, so that none of it is taken for markup.
+    const QString tip = ShownText() == text() ? QString() : "<p>" + text().toHtmlEscaped() + "</p>";
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
     return true;
 }
