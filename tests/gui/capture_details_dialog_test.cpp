@@ -20,7 +20,6 @@ namespace {
 using test::Control;
 using test::ShowActive;
 using testing::Contains;
-using testing::ElementsAre;
 
 // Notes what the labels of a frame say each time it is painted.
 class PaintNotes final : public QObject {
