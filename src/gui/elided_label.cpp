@@ -1,32 +1,25 @@
 #include "gui/elided_label.h"
 
-#include <QEvent>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QToolTip>
 
 namespace zorvel {
-namespace {
-
-constexpr int kMinimumCharacters = 12;
-
-}  // namespace
-
-QSize ElidedLabel::minimumSizeHint() const {
-    const QSize whole = QLabel::minimumSizeHint();
-    return {qMin(whole.width(), fontMetrics().averageCharWidth() * kMinimumCharacters), whole.height()};
-}
 
 QString ElidedLabel::ShownText() const {
     return fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
 }
 
+QSize ElidedLabel::minimumSizeHint() const {
+    return {fontMetrics().averageCharWidth() * 8, QLabel::minimumSizeHint().height()};
+}
+
 bool ElidedLabel::event(QEvent* event) {
-    if (event->type() != QEvent::ToolTip) return QLabel::event(event);
-    // Only when the label does not say it itself; as rich text, so that none of it is taken for markup.
-    const QString tip = ShownText() == text() ? QString() : "<p>" + text().toHtmlEscaped() + "</p>";
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
+    if (event->type() != QEvent::ToolTip || ShownText() == text()) return QLabel::event(event);
+    // Escaped, else a name with "<" would be read as markup.
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                       QStringLiteral("<qt>%1</qt>").arg(text().toHtmlEscaped()), this);
     return true;
 }
 

@@ -1,8 +1,13 @@
 #include "shell/options.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <variant>
 
 #include "platform/code_page.h"
+#include "platform/error.h"
+#include "shell/formats.h"
 #include "shell/report_error.h"
 #include "shell/text_records.h"
 
@@ -61,6 +66,17 @@ void Visit(const Setting& setting, Controls& controls, OnCheckBox check_box, OnT
 
 std::string Chk2Text(int check_state) {
     return check_state == 1 ? "True" : "False";
+}
+
+std::string Spin(std::string_view text, int steps, const SpinnerRange& range) {
+    std::int64_t value = 0;
+    try {
+        value = WholeValue(text);
+    } catch (const Error&) {  // a number beyond 32 bits is beyond every range
+        value = text.find('-') < text.find_first_of("0123456789") ? std::numeric_limits<std::int32_t>::min()
+                                                                  : std::numeric_limits<std::int32_t>::max();
+    }
+    return std::to_string(std::clamp<std::int64_t>(value + steps, range.minimum, range.maximum));
 }
 
 Options::Options(const Files& files, UserInterface& ui, Log& log) : files_(files), ui_(ui), log_(log) {}

@@ -62,6 +62,32 @@ struct SessionOptions {
     std::string WarningSound;
 };
 
+// What a spinner keeps its text box within.
+struct SpinnerRange {
+    int minimum = 0;
+    int maximum = 0;
+};
+
+// A number box: its text, whether it is enabled, and the range of its spinner.
+struct NumberBox {
+    std::string OptionControls::*text;
+    bool OptionControls::Enabled::*enabled;
+    SpinnerRange range;
+};
+
+// The number boxes by the index of their spinner, `UpDownOption` 1 to 5, less 1.
+inline constexpr std::array<NumberBox, 5> kNumberBoxes = {{
+    {&OptionControls::txtSlowINIThreshold, &OptionControls::Enabled::SlowINIThreshold, {50, 10000}},
+    {&OptionControls::txtSlowTextThreshold, &OptionControls::Enabled::SlowTextThreshold, {50, 10000}},
+    {&OptionControls::txtThrottle, &OptionControls::Enabled::Throttle, {1, 600}},
+    {&OptionControls::txtSlowRegistryThreshold, &OptionControls::Enabled::SlowRegistryThreshold, {50, 10000}},
+    {&OptionControls::txtCache, &OptionControls::Enabled::Cache, {1, 600}},
+}};
+
+// The text of a number box after its spinner went `steps` up (or down, when negative): the whole number that
+// the text held before, moved, and kept within the range.
+std::string Spin(std::string_view text, int steps, const SpinnerRange& range);
+
 class Options {
   public:
     Options(const Files& files, UserInterface& ui, Log& log);

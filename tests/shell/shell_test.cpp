@@ -154,5 +154,20 @@ TEST(Options, AMissingOrUnwritableFileIsTold) {
         " ERROR: Unexpected error # 75 (Path/File access error) occurred in Options File Write procedure");
 }
 
+TEST(Options, ASpinnerMovesTheNumberItFindsAndKeepsTheRange) {
+    struct Case {
+        const char* text;
+        int steps;
+        const char* result;
+    };
+    for (const Case& c :
+         {Case{"200", 1, "201"}, Case{"200", -10, "190"}, Case{"10000", 1, "10000"}, Case{"50", -1, "50"},
+          Case{"99999", -1, "10000"}, Case{"-7", 1, "50"}, Case{"", 1, "50"}, Case{"many", -1, "50"},
+          Case{"60.9 lines", 1, "61"}, Case{"1e999", 1, "10000"}, Case{"-1e999", 1, "50"},
+          Case{"2147483647", 1, "10000"}, Case{"99999999999", -1, "10000"}}) {
+        EXPECT_EQ(Spin(c.text, c.steps, {50, 10000}), c.result) << c.text;
+    }
+}
+
 }  // namespace
 }  // namespace zorvel

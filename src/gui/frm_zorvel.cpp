@@ -1,0 +1,333 @@
+#include "gui/frm_zorvel.h"
+
+#include <QCloseEvent>
+#include <utility>
+
+#include "analysis/analysis_run.h"
+#include "database/capture_details.h"
+#include "database/maintenance.h"
+#include "directory/saved_selections.h"
+#include "gui/applications_page.h"
+#include "gui/bar_status.h"
+#include "gui/frm_cache_tree.h"
+#include "gui/frm_capture_details.h"
+#include "gui/frm_db_maint.h"
+#include "gui/frm_load_selections.h"
+#include "gui/frm_save_selections.h"
+#include "gui/frm_welcome.h"
+#include "gui/options_page.h"
+#include "gui/qt_text.h"
+#include "gui/status_page.h"
+#include "shell/report_error.h"
+#include "ui_frm_zorvel.h"
+
+namespace zorvel {
+namespace {
+
+constexpr QSize kFirstSize(940, 640);
+
+// While a tree is read its nodes are shown at most so often (milliseconds), and so seldom that showing them
+// takes no more than one part in so many of the time.
+constexpr qint64 kNodesInterval = 200;
+constexpr qint64 kNodesShare = 10;
+
+BarStatus& MakeBarStatus(QMainWindow& window) {
+    auto* bar = new BarStatus(&window);
+    window.setStatusBar(bar);
+    return *bar;
+}
+
+}  // namespace
+
+frmZorvel::frmZorvel(const Files& files, Clock& clock, const MainController::DirectoryFactory& make_directory,
+                     ControllerSettings settings)
+    : ui_(std::make_unique<Ui::frmZorvel>()),
+      user_(files, *this, MakeBarStatus(*this)),
+      controller_(files, clock, user_, *this, make_directory, settings),
+      busy_input_filter_(controller_.session().activity, [this] { controller_.PressEscape(); }),
+      applications_page_(new ApplicationsPage(this)),
+      options_page_(new OptionsPage(controller_.services(), this)),
+      status_page_(new StatusPage(this)),
+      cache_tree_(new frmCacheTree(this)),
+      browser_(controller_.services(), controller_.directory(), controller_.session().tree,
+               *applications_page_, [this] { RefreshTree(); }) {
+    ui_->setupUi(this);
+    resize(kFirstSize);
+    MakeTabs();
+    ConnectMenus();
+    connect(ui_->butGenerate, &QPushButton::clicked, this, [this] { Operate([this] { Generate(); }); });
+    connect(ui_->butExit, &QPushButton::clicked, this, &QWidget::close);
+    EnableControls();
+}
+
+frmZorvel::~frmZorvel() = default;
+
+bool frmZorvel::StartUp(std::string_view command_line) {
+    bool started = false;
+    Operate([&] { started = controller_.StartUp(command_line); });
+    return started;
+}
+
+void frmZorvel::MakeTabs() {
+    ui_->SSTab1->addTab(applications_page_, "Applications");
+    ui_->SSTab1->addTab(options_page_, "Options");
+    ui_->SSTab1->addTab(new QWidget(this), "Find");
+    ui_->SSTab1->addTab(status_page_, "Status");
+    applications_page_->SetBrowser(browser_);
+    connect(applications_page_, &ApplicationsPage::TitleShown, this, &frmZorvel::EnableControls);
+    connect(applications_page_, &ApplicationsPage::TreeChosen, this,
+            [this](std::size_t index) { Operate([&] { controller_.SwitchTree(index); }); });
+    connect(ui_->SSTab1, &QTabWidget::currentChanged, this, &frmZorvel::TabChanged);
+}
+
+void frmZorvel::ConnectMenus() {
+    const auto on = [this](QAction* action, const char* procedure, void (frmZorvel::*operation)()) {
+        connect(action, &QAction::triggered, this,
+                [this, procedure, operation] { Handle(procedure, [&] { (this->*operation)(); }); });
+    };
+    on(ui_->mnuFileExit_1, "frmSaveSelections", &frmZorvel::OpenSaveSelections);
+    on(ui_->mnuFileExit_2, "frmLoadSelections", &frmZorvel::OpenLoadSelections);
+    // Ends the program at once, without the line that the exit button logs.
+    connect(ui_->mnuFileExit_4, &QAction::triggered, this, [] { QCoreApplication::exit(); });
+    on(ui_->mnuDatabaseItem_1, "frmCaptureDetails", &frmZorvel::OpenImport);
+    on(ui_->mnuDatabaseItem_3, "frmDBMaint", &frmZorvel::OpenMaintenance);
+    const auto edit = [this](QAction* action, RuleListFile list) {
+        connect(action, &QAction::triggered, this, [this, list] {
+            Handle("mnuAdvancedItem procedure", [&] { controller_.EditRuleList(list); });
+        });
+    };
+    edit(ui_->mnuAdvancedItem_1, RuleListFile::kRegistryIssues);
+    edit(ui_->mnuAdvancedItem_2, RuleListFile::kCustomFileIssues);
+    const auto show = [this](QAction* action, const char* file_name, const char* caption) {
+        connect(action, &QAction::triggered, this, [this, file_name, caption] {
+            Handle("mnuHelpItem procedure", [&] { ShowDocument(file_name, caption); });
+        });
+    };
+    show(ui_->mnuHelpItem_1, "About_Zorvel.rtf", "Program History");
+    show(ui_->mnuHelpItem_3, "Zorvel_License.rtf", "Zorvel License");
+    connect(ui_->mnuHelpItem_5, &QAction::triggered, this,
+            [this] { Handle("mnuHelpItem procedure", [this] { controller_.ReenableWelcome(); }); });
+}
+
+void frmZorvel::RefreshTree() {
+    Operate([this] {
+        controller_.RefreshTree();
+        ShowPendingNodes();
+    });
+}
+
+void frmZorvel::Operate(const std::function<void()>& operation) {
+    const bool outermost = !std::exchange(operating_, true);
+    operation();
+    if (!outermost) return;
+    operating_ = false;
+    if (close_wanted_) close();
+}
+
+void frmZorvel::Handle(std::string_view procedure, const std::function<void()>& operation) {
+    Operate([&] {
+        try {
+            operation();
+        } catch (...) {
+            user_.Tell(LogUnexpectedError(controller_.services().log, CurrentError(), procedure),
+                       MessageIcon::kExclamation);
+        }
+    });
+}
+
+void frmZorvel::SetCaption(std::string_view caption) {
+    setWindowTitle(ToQString(caption));
+}
+
+void frmZorvel::LayOut() {
+    ui_->SSTab1->setCurrentIndex(kApplicationsTab);
+    options_page_->Refresh();
+    status_page_->LayOut();
+}
+
+void frmZorvel::Show() {
+    show();
+    user_.ProcessEvents();
+}
+
+bool frmZorvel::ShowWelcome() {
+    frmWelcome welcome(this);
+    welcome.exec();
+    return welcome.suppress();
+}
+
+void frmZorvel::EnableReenableWelcome(bool enabled) {
+    ui_->mnuHelpItem_5->setEnabled(enabled);
+}
+
+void frmZorvel::AddTree(std::string_view name) {
+    applications_page_->AddTree(name);
+}
+
+void frmZorvel::SelectTree(std::size_t index) {
+    applications_page_->SelectTree(index);
+}
+
+void frmZorvel::DisableDirectoryFunctions() {
+    applications_page_->DisableDirectoryFunctions();
+    ui_->mnuFileExit_2->setEnabled(false);
+}
+
+void frmZorvel::SetCurrentOU(std::string_view text) {
+    browser_.labCurrentOU = text;
+}
+
+void frmZorvel::RefreshAppTitle() {
+    ShowPendingNodes();
+    browser_.RefreshAppTitle();
+}
+
+void frmZorvel::EnableGenerate(bool enabled) {
+    generate_enabled_ = enabled;
+    EnableControls();
+}
+
+void frmZorvel::EnableControls() {
+    const bool selection = browser_.selection_exists;
+    ui_->butGenerate->setEnabled(selection && generate_enabled_);
+    ui_->SSTab1->setTabEnabled(kFindTab, selection);
+    ui_->SSTab1->setTabEnabled(kStatusTab, selection);
+    ui_->mnuFileExit_1->setEnabled(selection);
+}
+
+void frmZorvel::TabChanged(int tab) {
+    if (tab == kApplicationsTab || tab == kOptionsTab) ui_->butGenerate->setText("&Zorvel!");
+    if (tab == kFindTab) ui_->butGenerate->setText("&Find");
+    browser_.application_tab_showing = tab == kApplicationsTab;
+    browser_.RefreshAppTitle();
+}
+
+void frmZorvel::ClearBrowser() {
+    browser_.ClearNodes();
+    nodes_pending_ = false;
+    nodes_cost_ = 0;
+    nodes_shown_.start();
+}
+
+void frmZorvel::AddNode(std::size_t ou_number, bool expanded) {
+    browser_.AddNode(ou_number, expanded);
+    nodes_pending_ = true;
+}
+
+void frmZorvel::RedrawBrowser() {
+    if (nodes_shown_.elapsed() >= std::max(kNodesInterval, nodes_cost_ * kNodesShare)) ShowPendingNodes();
+}
+
+void frmZorvel::ShowPendingNodes() {
+    if (!std::exchange(nodes_pending_, false)) return;
+    QElapsedTimer cost;
+    cost.start();
+    browser_.ArrangeNodes();
+    nodes_cost_ = cost.elapsed();
+    nodes_shown_.start();
+}
+
+void frmZorvel::ShowCacheTree(std::string_view title) {
+    cache_tree_->ShowCacheTree(title);
+}
+
+void frmZorvel::SetLabOU(std::string_view text) {
+    cache_tree_->SetLabOU(text);
+}
+
+void frmZorvel::SetLabOUCount(std::string_view text) {
+    cache_tree_->SetLabOUCount(text);
+}
+
+void frmZorvel::SetLabApps(std::string_view text) {
+    cache_tree_->SetLabApps(text);
+}
+
+void frmZorvel::SetLabElapsed(std::string_view text) {
+    cache_tree_->SetLabElapsed(text);
+}
+
+void frmZorvel::CloseCacheTree() {
+    cache_tree_->CloseCacheTree();
+}
+
+void frmZorvel::Generate() {
+    AnalysisRun run(controller_.MakeRunInputs(*this));
+    run.Run();
+    status_page_->Flush();
+    if (run.import_wanted()) OpenImport();
+}
+
+void frmZorvel::ShowStatusTab() {
+    ui_->SSTab1->setCurrentIndex(kStatusTab);
+}
+
+void frmZorvel::ShowSelectedCount(std::string_view text) {
+    status_page_->ShowSelectedCount(text);
+}
+
+void frmZorvel::ShowCurrentApplication(std::string_view count, std::string_view name) {
+    status_page_->ShowCurrentApplication(count, name);
+}
+
+void frmZorvel::ShowStatusCounts(const RunStatus& status) {
+    status_page_->ShowStatusCounts(status);
+}
+
+void frmZorvel::ShowStreamProgress(double value) {
+    status_page_->ShowStreamProgress(value);
+}
+
+void frmZorvel::ShowOverallProgress(double value) {
+    status_page_->ShowOverallProgress(value);
+}
+
+bool frmZorvel::OfferImport(const std::string& /*summary*/, const std::string& question) {
+    status_page_->Flush();
+    return !close_wanted_ && user_.Ask(question, MessageIcon::kQuestion, Answer::kYes);
+}
+
+void frmZorvel::OpenSaveSelections() {
+    Session& session = controller_.session();
+    SaveSelections selections(controller_.services(), session.tree, session.current_tree,
+                              TimerSeededFractions(controller_.services().clock));
+    frmSaveSelections(selections, this).exec();
+}
+
+void frmZorvel::OpenLoadSelections() {
+    Session& session = controller_.session();
+    LoadSelections selections(controller_.services(), session.tree, browser_, session.current_tree);
+    selections.Open();
+    frmLoadSelections(selections, this).exec();
+    browser_.RefreshAppTitle();
+}
+
+void frmZorvel::OpenImport() {
+    Catalogue catalogue(*controller_.session().MasterConnection);
+    CaptureDetails details(controller_.services(), catalogue);
+    if (details.Open()) frmCaptureDetails(details, this).exec();
+}
+
+void frmZorvel::OpenMaintenance() {
+    Catalogue catalogue(*controller_.session().MasterConnection);
+    DatabaseMaintenance maintenance(controller_.services(), catalogue);
+    maintenance.Open();
+    frmDBMaint(maintenance, this).exec();
+}
+
+void frmZorvel::ShowDocument(const char* /*file_name*/, const char* /*caption*/) {}
+
+void frmZorvel::closeEvent(QCloseEvent* event) {
+    if (operating_ || controller_.session().activity.Busy) {
+        // What runs is interrupted as by ESC; the window closes when it has stopped.
+        event->ignore();
+        if (std::exchange(close_wanted_, true)) return;
+        user_.StopAsking();
+        controller_.PressEscape();
+        return;
+    }
+    controller_.Exit();
+    event->accept();
+}
+
+}  // namespace zorvel

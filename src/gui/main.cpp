@@ -1,0 +1,54 @@
+// The desktop program. Its command line is logged, never interpreted.
+#include <QApplication>
+#include <QMessageBox>
+#include <clocale>
+#include <csignal>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "directory/memory_directory.h"
+#include "gui/frm_zorvel.h"
+#include "platform/clock.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+
+namespace {
+
+std::string CommandLine(int argc, char** argv) {
+    std::string line;
+    for (int i = 1; i < argc; ++i) {
+        if (i > 1) line += ' ';
+        line += zorvel::FromUtf8(argv[i]);
+    }
+    return line;
+}
+
+int RunZorvel(const std::string& command_line) {
+    const zorvel::Files files(QCoreApplication::applicationDirPath().toStdString());
+    zorvel::SystemClock clock;
+    zorvel::frmZorvel window(files, clock, [](const zorvel::Files& folder, zorvel::Log& log) {
+        return std::make_unique<zorvel::MemoryDirectory>(folder, log);
+    });
+    if (!window.StartUp(command_line)) return 1;
+    return window.isVisible() ? QApplication::exec() : 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a full disk, not the end of the program
+    const std::string command_line = CommandLine(argc, argv);  // before Qt takes its own options from it
+    const QApplication application(argc, argv);
+    std::setlocale(LC_ALL, "C");  // Qt has set the user's
+    QApplication::setApplicationName("Zorvel");
+    QApplication::setDesktopFileName("zorvel");
+    try {
+        return RunZorvel(command_line);
+    } catch (const std::exception& error) {
+        QMessageBox::critical(nullptr, "Zorvel", QString::fromLocal8Bit(error.what()));
+        return 1;
+    }
+}
