@@ -1,19 +1,18 @@
 #include "gui/frm_capture_details.h"
 
 #include <QLabel>
+#include <array>
 
 #include "gui/qt_text.h"
 #include "ui_frm_capture_details.h"
 
 namespace zorvel {
-namespace {
-
-constexpr int kShowInterval = 50;  // milliseconds
-
-}  // namespace
 
 frmCaptureDetails::frmCaptureDetails(CaptureDetails& details, QWidget* parent)
-    : QDialog(parent), details_(details), ui_(std::make_unique<Ui::frmCaptureDetails>()) {
+    : QDialog(parent),
+      details_(details),
+      ui_(std::make_unique<Ui::frmCaptureDetails>()),
+      show_texts_([this] { ShowTexts(); }) {
     ui_->setupUi(this);
     const std::array<QLabel*, 4> labels = {ui_->labData_0, ui_->labData_1, ui_->labData_2, ui_->labData_3};
     for (std::size_t i = 0; i < labels.size(); ++i)
@@ -23,9 +22,6 @@ frmCaptureDetails::frmCaptureDetails(CaptureDetails& details, QWidget* parent)
     ui_->txtComments->setText(ToQString(details_.txtComments));
     ui_->txtComments->selectAll();
     ShowDetails();
-    show_late_.setSingleShot(true);
-    show_late_.setInterval(kShowInterval);
-    connect(&show_late_, &QTimer::timeout, this, &frmCaptureDetails::ShowTexts);
     connect(ui_->butOk, &QPushButton::clicked, this, &frmCaptureDetails::BeginImport);
     connect(ui_->butCancel, &QPushButton::clicked, this, &frmCaptureDetails::reject);
 }
@@ -62,24 +58,16 @@ void frmCaptureDetails::ShowStatusFrame() {
 
 void frmCaptureDetails::Status(std::string_view application, std::string_view section,
                                std::string_view activity, std::string_view count) {
-    const bool new_section = section != texts_.section;
-    if (new_section && texts_.waiting) ShowTexts();
+    // The last state of each section is seen, however short it lasted.
+    if (section != texts_.section) show_texts_.Flush();
     texts_.application = application;
     texts_.section = section;
     texts_.activity = activity;
     texts_.count = count;
-    if (new_section || since_shown_.hasExpired(kShowInterval)) {
-        ShowTexts();
-    } else if (!texts_.waiting) {
-        texts_.waiting = true;
-        show_late_.start();
-    }
+    show_texts_.Request();
 }
 
 void frmCaptureDetails::ShowTexts() {
-    texts_.waiting = false;
-    show_late_.stop();
-    since_shown_.start();
     ui_->labApp->setText(ToQString(texts_.application));
     ui_->labSection->setText(ToQString(texts_.section));
     ui_->txtCurrent->setText(ToQString(texts_.activity));

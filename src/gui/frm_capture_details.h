@@ -2,13 +2,11 @@
 #pragma once
 
 #include <QDialog>
-#include <QElapsedTimer>
-#include <QTimer>
-#include <array>
 #include <memory>
 #include <string>
 
 #include "database/capture_details.h"
+#include "gui/paced_update.h"
 
 namespace Ui {
 class frmCaptureDetails;
@@ -39,14 +37,11 @@ class frmCaptureDetails : public QDialog, private ImportDisplay {
 
     CaptureDetails& details_;
     std::unique_ptr<Ui::frmCaptureDetails> ui_;
-    // The texts of the import's last call, and whether they are still to be shown: it calls more often than
-    // anyone can read.
+    // The texts of the import's last call: it calls more often than anyone can read.
     struct {
         std::string application, section, activity, count;
-        bool waiting = false;
     } texts_;
-    QElapsedTimer since_shown_;
-    QTimer show_late_;  // shows the last texts of a series
+    PacedUpdate show_texts_;
 };
 
 }  // namespace zorvel
