@@ -352,8 +352,8 @@ class FakeFindRun final : public FindRun {
   public:
     std::vector<std::string> calls;
     void Start() override { calls.emplace_back("start"); }
-    void BeginStream(std::string_view name, std::string_view label) override {
-        calls.push_back(std::string(name) + " " + std::string(label));
+    void BeginStream(std::string_view name, std::string_view full_name, std::string_view label) override {
+        calls.push_back(std::string(name) + " " + std::string(full_name) + " " + std::string(label));
     }
     void EndStream() noexcept override { calls.emplace_back("end"); }
     void Finish() override { calls.emplace_back("finish"); }
@@ -370,8 +370,8 @@ TEST_F(Run, AFindRunSearchesTheStreamsAndReadsNoAssociations) {
                     StreamLine("appCopyFiles", StreamBuilder().FileCopy("findme", "t").bytes()));
     FakeFindRun find;
     ASSERT_EQ(Go(&find), RunOutcome::kFinished);
-    EXPECT_THAT(find.calls, ElementsAre("start", "Word (Macros)", "end", "Word (Copy Files)", "F T", "end",
-                                        "Word (Administrator Notes)", "end", "finish"));
+    EXPECT_THAT(find.calls, ElementsAre("start", "Word Word.SITE (Macros)", "end", "Word Word.SITE (Copy Files)", "F T", "end",
+                                        "Word Word.SITE (Administrator Notes)", "end", "finish"));
     EXPECT_EQ(Data("Macros"), "");
     EXPECT_EQ(Data("Associations"), "");
     EXPECT_THAT(Data("AppDetails"), HasSubstr("Word.SITE\r\nACL\r\n\r\n"));
