@@ -43,15 +43,20 @@ class FindCommand final : public BatchCommand {
     CLI::App* Register(CLI::App& program) override {
         CLI::App* command = program.add_subcommand(
             "find", "List the file and registry entries that match: full name, stream, entry");
-        CLI::Option_group* what = command->add_option_group("search", "What to find");
-        what->add_option("expression", expression_, "A regular expression, matched without regard to case")
-            ->check(BlankFault);
+        // No option group of the two: it would not take an expression behind "--".
+        CLI::Option* expression = command
+                                      ->add_option("expression", expression_,
+                                                   "A regular expression, matched without regard to case")
+                                      ->check(BlankFault);
         std::vector<std::string> names;
         for (const PredefinedSearch& search : PredefinedSearches)
             names.emplace_back(search.name);
-        what->add_option("--preset", preset_, "A predefined search")
-            ->check(CLI::IsMember(names, CLI::ignore_case));
-        what->require_option(1);
+        CLI::Option* preset = command->add_option("--preset", preset_, "A predefined search")
+                                  ->check(CLI::IsMember(names, CLI::ignore_case))
+                                  ->excludes(expression);
+        command->callback([expression, preset] {
+            if (expression->empty() && preset->empty()) throw CLI::RequiredError("an expression or --preset");
+        });
         applications_.AddOptions(*command, "search");
         return command;
     }

@@ -16,9 +16,12 @@ namespace {
 using std::chrono::steady_clock;
 
 // For the attempts to match from one place: enough for every sane expression over megabytes, and spent within
-// 30 milliseconds by one that backtracks for ever. The depth counts without the compiler to machine code.
-constexpr std::uint32_t kMatchLimit = 10'000'000;
+// milliseconds by one that backtracks for ever. The depth counts in the interpreter only.
+constexpr std::uint32_t kMatchLimit = 1'000'000;
 constexpr std::uint32_t kDepthLimit = 100'000;
+// Machine code does not count how often it shortens a repetition of single characters: above so many ways to
+// match the interpreter, which does, takes over.
+constexpr double kMostWays = 2 * kRepeatedGroup;
 constexpr std::size_t kFirstStack = std::size_t{32} * 1024;
 constexpr std::size_t kLargestStack = std::size_t{16} * 1024 * 1024;
 
@@ -26,7 +29,7 @@ constexpr std::size_t kLargestStack = std::size_t{16} * 1024 * 1024;
 // every attempt runs to the end of a long text would else take hours. Windows shrink and grow with the time
 // that they take.
 constexpr std::size_t kFirstWindow = 1024;
-constexpr std::size_t kLargestWindow = std::size_t{16} * 1024;
+constexpr std::size_t kLargestWindow = std::size_t{8} * 1024;
 constexpr std::chrono::milliseconds kWindowTime{10};
 constexpr std::chrono::seconds kPatience{5};
 
@@ -101,7 +104,7 @@ void Regex::Engine::Compile(std::string_view expression) {
     }
     pcre2_set_match_limit(context.get(), kMatchLimit);
     pcre2_set_depth_limit(context.get(), kDepthLimit);
-    compiled = pcre2_jit_compile(code.get(), PCRE2_JIT_COMPLETE) == 0;
+    compiled = translated.ways < kMostWays && pcre2_jit_compile(code.get(), PCRE2_JIT_COMPLETE) == 0;
     if (compiled) {
         stack.reset(Made(pcre2_jit_stack_create(kFirstStack, kLargestStack, nullptr)));
         pcre2_jit_stack_assign(context.get(), nullptr, stack.get());

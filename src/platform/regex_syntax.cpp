@@ -11,6 +11,8 @@ namespace {
 
 using Byte = unsigned char;
 
+// A class that nothing matches; the engine's own, "[]", takes no quantifier.
+constexpr std::string_view kNothing = "[^\\x00-\\xff]";
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 bool IsDigit(char character) {
@@ -64,6 +66,7 @@ class Translator {
     void TranslateItem();
     void TranslateGroup();
     void TranslateQuantifier(std::size_t size);
+    double WaysToRepeat(std::string_view quantifier) const;
     std::size_t BracedQuantifierSize() const;
     void TranslateEscape();
     bool TranslateReference();
@@ -161,9 +164,23 @@ void Translator::TranslateGroup() {
 
 void Translator::TranslateQuantifier(std::size_t size) {
     if (!repeatable_) throw ExpressionFault(at_, "nothing to repeat");
+    out_.ways *= WaysToRepeat(in_.substr(at_, size));
     Copy(size);
     if (Next() == '?') Copy();
     repeatable_ = false;
+}
+
+// What the quantifier that comes next adds to the ways to match.
+double Translator::WaysToRepeat(std::string_view quantifier) const {
+    if (quantifier == "?") return 2;
+    if (at_ > 0 && in_[at_ - 1] == ')') return kRepeatedGroup;
+    if (quantifier.size() == 1) return kEndless;
+    const std::size_t comma = quantifier.find(',');
+    if (comma == std::string_view::npos) return 1;
+    const std::size_t digits = quantifier.size() - comma - 2;
+    constexpr std::size_t kMostDigits = 5;  // the engine takes no more
+    if (digits == 0 || digits > kMostDigits) return kEndless;
+    return std::stod(std::string(quantifier.substr(comma + 1, digits)));
 }
 
 // The size of the "{m}", "{m,}" or "{m,n}" that comes next; 0 when the brace is a character like any other.
@@ -187,7 +204,7 @@ void Translator::TranslateEscape() {
     if (TranslateReference()) return;
     ++at_;
     const std::optional<Byte> byte = TakeCharacterEscape(false);
-    if (!byte) return Emit("[]", place);  // no text holds it
+    if (!byte) return Emit(kNothing, place);
     EmitByte(*byte, place);
 }
 
@@ -222,6 +239,7 @@ void Translator::TranslateClass() {
             EmitMember(member);
         }
     }
+    if (out_.text.back() == '[') Emit(kNothing.substr(1, kNothing.size() - 2), start);
     Copy();
     repeatable_ = true;
 }

@@ -15,7 +15,14 @@ struct EngineExpression {
     std::string text;
     // For each byte of `text` the place, counted from 0, in the user's expression that it stands for.
     std::vector<std::size_t> places;
+    // How many ways there are, about, to match the repeated items of `text` against a long text from one
+    // place.
+    double ways = 1;
 };
+
+// What ways becomes by one repetition without end, and by one of a group.
+inline constexpr double kEndless = 65'536;
+inline constexpr double kRepeatedGroup = 8'388'608;
 
 // Rewrites an expression of ECMAScript (ECMA-262 with its Annex B, without the flags u and v) so that PCRE2
 // understands it the same way. What only PCRE2 gives a meaning (possessive quantifiers, inline options,
