@@ -66,12 +66,19 @@ RunOutcome AnalysisRun::Run() {
     if (!complete) return RunOutcome::kFailed;
 
     services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
-    if (find_ != nullptr) {
-        errors_.Try(kFindStep, [&] { find_->Finish(); });
-    } else {
-        errors_.Try(kOfferStep, [&] { OfferImport(); });
-    }
+    if (find_ != nullptr) return FinishFind();
+    errors_.Try(kOfferStep, [&] { OfferImport(); });
     return RunOutcome::kFinished;
+}
+
+RunOutcome AnalysisRun::FinishFind() {
+    try {
+        find_->Finish();
+        return RunOutcome::kFinished;
+    } catch (...) {
+        errors_.Report(CurrentError(), kFindStep, " - the results of the Find are incomplete");
+        return RunOutcome::kFailed;
+    }
 }
 
 bool AnalysisRun::MayReplaceLastRun() {

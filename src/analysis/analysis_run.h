@@ -53,6 +53,7 @@ class AnalysisRun {
     void ReadApplications(RunFiles& files);
     void PauseAfter(std::int32_t processed);
     void WriteCapture();
+    RunOutcome FinishFind();
     void OfferImport();
     RunMode mode() const { return find_ != nullptr ? RunMode::kFind : RunMode::kZorvelrun; }
 

@@ -50,8 +50,10 @@ class StreamHandle {
 // Tells a Find run of a stream's begin and end, also when it cannot be read.
 class FindScope {
   public:
-    FindScope(FindRun* find, std::string_view application_name, std::string_view stream_label) : find_(find) {
-        if (find_ != nullptr) find_->BeginStream(application_name, stream_label);
+    FindScope(FindRun* find, std::string_view application_name, std::string_view full_name,
+              std::string_view stream_label)
+        : find_(find) {
+        if (find_ != nullptr) find_->BeginStream(application_name, full_name, stream_label);
     }
     ~FindScope() {
         if (find_ != nullptr) find_->EndStream();
@@ -197,7 +199,7 @@ bool ApplicationReader::ReadStream(const StreamRow& stream) {
         'Y', "Querying eDirectory for '" + parse_.application_name + "' " + std::string(stream.label));
     status_.RefreshStatusCounts();
     if (!OpenAndRead(stream, bytes_)) return true;
-    const FindScope scope(find_, name_, stream.label);
+    const FindScope scope(find_, name_, full_name_, stream.label);
     if (stream.file != nullptr) return ParseStream(stream);
     WriteNotes(stream);
     return true;

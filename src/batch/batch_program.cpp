@@ -52,6 +52,7 @@ int RunBatchProgram(const std::vector<std::string>& arguments, const std::filesy
     commands.push_back(MakeTreesCommand());
     commands.push_back(MakeContainersCommand());
     commands.push_back(MakeAnalyseCommand());
+    commands.push_back(MakeFindCommand());
     commands.push_back(MakeImportCommand());
     commands.push_back(MakeDatasetsCommand());
     commands.push_back(MakeCompactCommand());

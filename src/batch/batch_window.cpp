@@ -37,6 +37,11 @@ bool BatchWindow::interrupted() const {
     return interrupt_count != 0;
 }
 
+void BatchWindow::PrintLine(std::string_view line) {
+    ClearProgress();
+    out_ << line << '\n';
+}
+
 void BatchWindow::Fail(std::string_view reason) {
     ClearProgress();
     err_ << "zorvel-batch: " << ForTerminal(reason) << std::endl;

@@ -34,6 +34,8 @@ class BatchWindow final : public UserInterface, public MainWindow, public RunDis
     // True when the program was interrupted since the window was made.
     bool interrupted() const;
 
+    // Writes a line of results, which is UTF-8 already.
+    void PrintLine(std::string_view line);
     // Writes a reason for failure to standard error.
     void Fail(std::string_view reason);
 

@@ -24,6 +24,7 @@ class BatchCommand {
 std::unique_ptr<BatchCommand> MakeTreesCommand();
 std::unique_ptr<BatchCommand> MakeContainersCommand();
 std::unique_ptr<BatchCommand> MakeAnalyseCommand();
+std::unique_ptr<BatchCommand> MakeFindCommand();
 std::unique_ptr<BatchCommand> MakeImportCommand();
 std::unique_ptr<BatchCommand> MakeDatasetsCommand();
 std::unique_ptr<BatchCommand> MakeCompactCommand();

@@ -1,4 +1,5 @@
-// Regular expressions over single-byte text, without regard to (ASCII) case.
+// Regular expressions over text of the code page, one byte a character: those of ECMAScript, without regard
+// to case. ASCII letters alone have case and, with digits and "_", are the word characters of \w and \b.
 #pragma once
 
 #include <memory>
@@ -9,15 +10,16 @@ namespace zorvel {
 
 class Regex {
   public:
-    // Compiles `pattern`. Raises error 5 with the fault and its place in the detail when it is not a valid
-    // expression.
-    explicit Regex(std::string_view pattern);
+    // Compiles `expression` (TranslateExpression says how it is read). Raises error 5 with the fault and its
+    // place as the description when it is not a valid expression, and error 430 when the engine cannot be
+    // used.
+    explicit Regex(std::string_view expression);
     ~Regex();
     Regex(Regex&&) noexcept;
     Regex& operator=(Regex&&) noexcept;
 
-    // True when the expression matches anywhere in `text`. Raises error 5 when the search exceeds the
-    // engine's limits.
+    // True when the expression matches anywhere in `text`. Raises error 5 when the search takes more steps,
+    // memory or time (some seconds) than any sensible one needs.
     bool Matches(std::string_view text) const;
 
   private:

@@ -12,31 +12,13 @@
 namespace zorvel {
 namespace {
 
+using test::StreamLine;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
-
-std::string Base64(std::string_view bytes) {
-    constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text;
-    for (std::size_t at = 0; at < bytes.size(); at += 3) {
-        unsigned bits = 0;
-        for (std::size_t i = 0; i < 3; ++i) {
-            bits = bits << 8 | (at + i < bytes.size() ? static_cast<unsigned char>(bytes[at + i]) : 0U);
-        }
-        for (std::size_t i = 0; i < 4; ++i) {
-            text += at + i <= bytes.size() ? kDigits[bits >> (18 - 6 * i) & 63] : '=';
-        }
-    }
-    return text;
-}
-
-std::string StreamLine(const std::string& attribute, std::string_view bytes) {
-    return attribute + ":: " + Base64(bytes) + "\n";
-}
 
 // An application that has nothing to complain about.
 const std::string kHealthy = "appDescription: d\naCL: 3#entry#cn=Bob,o=SITE#[All Attributes Rights]\n" +
@@ -351,12 +333,16 @@ TEST_F(Run, ADamagedCaptureRecordIsNotTakenForImported) {
 class FakeFindRun final : public FindRun {
   public:
     std::vector<std::string> calls;
+    bool results_lost = false;
     void Start() override { calls.emplace_back("start"); }
-    void BeginStream(std::string_view name, std::string_view label) override {
-        calls.push_back(std::string(name) + " " + std::string(label));
+    void BeginStream(std::string_view name, std::string_view full_name, std::string_view label) override {
+        calls.push_back(std::string(name) + " " + std::string(full_name) + " " + std::string(label));
     }
     void EndStream() noexcept override { calls.emplace_back("end"); }
-    void Finish() override { calls.emplace_back("finish"); }
+    void Finish() override {
+        calls.emplace_back("finish");
+        if (results_lost) throw OutputError(Error(errors::kDiskFull));
+    }
     bool MatchesStream(std::string_view stream) override {
         return stream.find("findme") != std::string_view::npos;
     }
@@ -370,14 +356,17 @@ TEST_F(Run, AFindRunSearchesTheStreamsAndReadsNoAssociations) {
                     StreamLine("appCopyFiles", StreamBuilder().FileCopy("findme", "t").bytes()));
     FakeFindRun find;
     ASSERT_EQ(Go(&find), RunOutcome::kFinished);
-    EXPECT_THAT(find.calls, ElementsAre("start", "Word (Macros)", "end", "Word (Copy Files)", "F T", "end",
-                                        "Word (Administrator Notes)", "end", "finish"));
+    EXPECT_THAT(find.calls,
+                ElementsAre("start", "Word Word.SITE (Macros)", "end", "Word Word.SITE (Copy Files)", "F T",
+                            "end", "Word Word.SITE (Administrator Notes)", "end", "finish"));
     EXPECT_EQ(Data("Macros"), "");
     EXPECT_EQ(Data("Associations"), "");
     EXPECT_THAT(Data("AppDetails"), HasSubstr("Word.SITE\r\nACL\r\n\r\n"));
     EXPECT_EQ(Capture(), "16/11/2026 17:28:05,T1,SITE,1,1,,,,,,Find\r\n");
     EXPECT_EQ(display_.summary, "");
-    EXPECT_EQ(Go(), RunOutcome::kFinished);  // a Find run's data may go without asking
+    find.results_lost = true;
+    EXPECT_EQ(Go(&find), RunOutcome::kFailed);  // a Find run's data may go without asking
+    EXPECT_EQ(shell_.ui.boxes.back().text, "Error no. 61 (Disk full) occurred in butGenerate at Line 11");
 }
 
 }  // namespace

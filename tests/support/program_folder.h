@@ -31,6 +31,26 @@ inline std::string LdifApplication(const std::string& name, const std::string& p
            attributes + "\n";
 }
 
+inline std::string Base64(std::string_view bytes) {
+    constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    for (std::size_t at = 0; at < bytes.size(); at += 3) {
+        unsigned bits = 0;
+        for (std::size_t i = 0; i < 3; ++i) {
+            bits = bits << 8 | (at + i < bytes.size() ? static_cast<unsigned char>(bytes[at + i]) : 0U);
+        }
+        for (std::size_t i = 0; i < 4; ++i) {
+            text += at + i <= bytes.size() ? kDigits[bits >> (18 - 6 * i) & 63] : '=';
+        }
+    }
+    return text;
+}
+
+// A line of an LDIF file: a stream attribute with its bytes.
+inline std::string StreamLine(const std::string& attribute, std::string_view bytes) {
+    return attribute + ":: " + Base64(bytes) + "\n";
+}
+
 // A program folder with one tree, T1, read from `ldif`.
 inline void FillProgramFolder(const TempFolder& folder, std::string_view ldif) {
     AddSchema(folder);

@@ -1,0 +1,86 @@
+// The search of a Find run: tries the streams and their entries, counts the matches and lists them.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "analysis/find_run.h"
+#include "platform/error.h"
+#include "shell/services.h"
+#include "streams/find_results.h"
+
+namespace zorvel {
+
+// Where a Find run's results are shown: the Find tab.
+class FindDisplay {
+  public:
+    virtual ~FindDisplay() = default;
+    // A run begins: the label labInfo disappears.
+    virtual void HideLabInfo() = 0;
+    // A run has ended: the rich-text file `path` is loaded into rtfDetail, on the Find tab.
+    virtual void LoadResults(std::string_view path) = 0;
+    // The label labInfo shows the total.
+    virtual void ShowLabInfo(std::string_view text) = 0;
+};
+
+// Is handed every match when it is found.
+class FindListener {
+  public:
+    virtual ~FindListener() = default;
+    // `entry_text` is an entry of the stream `stream_label` of the application `full_name`.
+    virtual void AddMatch(std::string_view full_name, std::string_view stream_label,
+                          std::string_view entry_text) = 0;
+};
+
+class StreamFinder final : public FindRun {
+  public:
+    // Tells whether a text matches. Raises an Error when it cannot be told.
+    using Search = std::function<bool(std::string_view text)>;
+    // Makes the search for an expression. Raises an Error when there can be none.
+    using SearchFactory = std::function<Search(std::string_view expression)>;
+    // The searches of platform/regex.h.
+    static Search MakeRegexSearch(std::string_view expression);
+
+    StreamFinder(Services& services, FindDisplay& display, FindListener* listener = nullptr,
+                 SearchFactory make_search = MakeRegexSearch);
+
+    // Takes the expression to find. False when there is no search for it; the user was told why. To be called
+    // before the run, which then replaces nothing.
+    bool Prepare(std::string_view FindPattern);
+
+    // Entries that match, and entries of which it could not be told; each of the latter is in the log.
+    std::int64_t matches() const { return matches_; }
+    std::int64_t failed_entries() const { return failed_entries_; }
+
+    void Start() override;
+    void BeginStream(std::string_view application_name, std::string_view full_name,
+                     std::string_view stream_label) override;
+    void EndStream() noexcept override;
+    // Raises an OutputError when the results could not be written.
+    void Finish() override;
+    // A stream that is too much for the expression is taken for one that matches.
+    bool MatchesStream(std::string_view stream) override;
+    void Find(char kind, std::string_view entry_text) override;
+
+  private:
+    void Fail(const Error& error);
+
+    Services& services_;
+    FindDisplay& display_;
+    FindListener* listener_;
+    SearchFactory make_search_;
+    Search search_;
+    FindResults results_;
+    std::optional<OutputError> lost_;  // what EndStream could not write
+    std::string full_name_;
+    std::string stream_label_;
+    std::int64_t matches_ = 0;
+    std::int64_t failed_entries_ = 0;
+    bool told_ = false;  // the user knows that the search fails
+};
+
+}  // namespace zorvel

@@ -1,0 +1,41 @@
+#include "streams/find_box.h"
+
+namespace zorvel {
+namespace {
+
+constexpr std::string_view kPrompt =
+    "Please enter the text to find in the selected applications, or choose one of the pre-defined searches "
+    "to "
+    "find particular types of data in the applications - click the 'Find' button to start the search.";
+
+}  // namespace
+
+void FindBox::Choose(std::optional<std::size_t> search) {
+    chosen_ = search;
+    detail_ = kPrompt;
+    if (!search) return;
+    const PredefinedSearch& chosen = PredefinedSearches.at(*search);
+    text_ = chosen.name;
+    detail_ = chosen.description;
+}
+
+void FindBox::Edit(std::string_view text) {
+    text_ = text;
+    chosen_.reset();
+}
+
+bool FindBox::PressKey(int key) {
+    detail_ = kPrompt;
+    return key == kEnterKey && text_.find_first_not_of(' ') != std::string::npos;
+}
+
+std::string_view FindBox::FindPattern() const {
+    return chosen_ ? PredefinedSearches.at(*chosen_).expression : std::string_view(text_);
+}
+
+void FindBox::ShowLabInfo(std::string_view total) {
+    lab_info_ = total;
+    lab_info_shown_ = true;
+}
+
+}  // namespace zorvel

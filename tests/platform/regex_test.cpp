@@ -1,0 +1,149 @@
+// What expressions match, and what is said of those that are none.
+#include "platform/regex.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/error.h"
+
+namespace zorvel {
+namespace {
+
+using namespace std::string_view_literals;
+
+TEST(Regex, ReadsExpressionsAsECMAScriptDoes) {
+    const struct {
+        std::string_view expression;
+        std::string_view text;
+        bool matches;
+    } cases[] = {
+        // Case and characters.
+        {"setup", "SETUP.EXE", true},
+        {"\xE9", "\xC9", false},
+        {R"(\w)", "\xE9", false},
+        {R"(\xe9)", "\xE9", true},
+        {R"(\u00E9)", "\xE9", true},
+        {R"(^\u20AC$)", "\x80", true},
+        {R"(\u4E00)", "?", false},
+        {R"(x\u4E00*y)", "xy", true},
+        {R"(^\x4$)", "x4", true},
+        {R"(\cj)", "\n", true},
+        {R"(^\c!$)", "\\c!", true},
+        {R"(^\0$)", "\0"sv, true},
+        {R"(^\101\8$)", "A8", true},
+        {R"(^\v$)", "\v", true},
+        {R"(^\v$)", "\n", false},
+        {R"(^\A\Z\Q\R\h$)", "AZQRh", true},
+        {R"(\s)", "\xA0", false},
+        // Dots, anchors and line ends.
+        {"a.b", "a\rb", false},
+        {"a.b", "a\nb", false},
+        {"[^a]b", "\r\nb", true},
+        {"^b", "a\nb", false},
+        {"a$", "a\n", false},
+        {R"(\bexe\b)", "a.exe!", true},
+        // Classes.
+        {"[]", "a", false},
+        {"^[]*x[^]{2}$", "x\n[", true},
+        {"[^]", "\n", true},
+        {"[[:alpha:]]", "p]", true},
+        {"[[:alpha:]]", "q", false},
+        {R"(^[\w-.]$)", "-", true},
+        {R"(^[\b]$)", "\b", true},
+        {R"(^[\]\-]$)", "]", true},
+        {R"([\u2018-\u201D])", "\x93", true},
+        {R"(^[^\0-\u007F]$)", "\xFF", true},
+        {R"([\u4E00-\uFFFF])", "\xFF", false},
+        {R"([a-\uFFFF])", "\xFF", true},
+        // Quantifiers and braces.
+        {"^a{2}$", "aa", true},
+        {"^a{,2}{$", "a{,2}{", true},
+        {"^x{a}$", "x{a}", true},
+        {"^<.+?>$", "<a><b>", true},
+        // Groups and references.
+        {R"((a)|\1b)", "b", true},
+        {R"(^(ab)\1$)", "ABab", true},
+        {R"(^(?<n>a)\k<n>$)", "aa", true},
+        {R"(^\k$)", "k", true},
+        {R"(^(a)\2$)", "a\2"sv, true},
+        {R"(^(a)\10$)", "a\b", true},
+        {"(?<=a)b", "ab", true},
+        {"a(?!b)", "ab", false},
+        {"", "", true},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Regex(c.expression).Matches(c.text), c.matches) << c.expression << " in " << c.text;
+    }
+}
+
+TEST(Regex, TellsWhatIsWrongWithAnExpressionAndWhere) {
+    const struct {
+        std::string_view expression;
+        std::string message;
+    } cases[] = {
+        {"(ab", "Invalid expression at character 4: missing closing parenthesis"},
+        {"a\\.b)", "Invalid expression at character 5: unmatched closing parenthesis"},
+        {"ab[c", "Invalid expression at character 3: a class without its \"]\""},
+        {"a++", "Invalid expression at character 3: nothing to repeat"},
+        {"a|*", "Invalid expression at character 3: nothing to repeat"},
+        {"(*UTF)a", "Invalid expression at character 2: nothing to repeat"},
+        {"^{3}", "Invalid expression at character 2: nothing to repeat"},
+        {"(?i)a", "Invalid expression at character 3: unknown kind of group"},
+        {"(?>a)", "Invalid expression at character 3: unknown kind of group"},
+        {"[z-a]", "Invalid expression at character 2: a range out of order"},
+        {"abc\\", "Invalid expression at character 4: a backslash at the end"},
+        {"[\\", "Invalid expression at character 2: a backslash at the end"},
+        {"(?<n>a)\\kb", "Invalid expression at character 8: no name of a group"},
+    };
+    for (const auto& c : cases) {
+        try {
+            const Regex regex(c.expression);
+            ADD_FAILURE() << c.expression << " passed for an expression";
+        } catch (const Error& error) {
+            EXPECT_EQ(error.number(), errors::kInvalidCall);
+            EXPECT_EQ(error.description(), c.message);
+        }
+    }
+}
+
+TEST(Regex, FindsMatchesWhereverTheyStandInALongText) {
+    std::string text(100'000, 'x');
+    const Regex dashed("-y");
+    const Regex lines(".*-y");
+    for (const std::size_t at : {0U, 1022U, 1023U, 1024U, 3071U, 99'998U}) {
+        text[at] = '-';
+        text[at + 1] = 'y';
+        EXPECT_TRUE(dashed.Matches(text)) << at;
+        EXPECT_TRUE(lines.Matches(text)) << at;
+        text[at] = text[at + 1] = 'x';
+        EXPECT_FALSE(dashed.Matches(text)) << at;
+        EXPECT_FALSE(lines.Matches(text)) << at;
+    }
+}
+
+TEST(Regex, GivesUpWhatWouldNotEnd) {
+    const struct {
+        std::string_view expression;
+        std::string text;
+    } cases[] = {
+        {"(a+)+$", std::string(60, 'a') + "b"},
+        {"(?:.|\\n)*?zq", std::string(4'000'000, 'z')},
+        {"[^-]*[^-]*7q", std::string(4'000'000, 'q')},
+    };
+    for (const auto& c : cases) {
+        try {
+            Regex(c.expression).Matches(c.text);
+            ADD_FAILURE() << c.expression << " came to an end";
+        } catch (const Error& error) {
+            EXPECT_EQ(error.description().substr(0, 24), "The search was given up:");
+        }
+    }
+    // The engine is as good as new after that.
+    const Regex regex("(a+)+$");
+    EXPECT_THROW(regex.Matches(cases[0].text), Error);
+    EXPECT_TRUE(regex.Matches("aaa"));
+}
+
+}  // namespace
+}  // namespace zorvel
