@@ -1,10 +1,15 @@
-// Renders the windows over the sample tree into pictures: screenshots PROGRAM_FOLDER OUTPUT_FOLDER
+// Renders the windows over the sample tree into pictures: screenshots PROGRAM_FOLDER OUTPUT_FOLDER [dark]
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QItemSelectionModel>
 #include <QListView>
+#include <QMessageBox>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QTreeView>
 #include <filesystem>
 #include <fstream>
@@ -14,6 +19,7 @@
 #include <stdexcept>
 
 #include "directory/memory_directory.h"
+#include "gui/frm_welcome.h"
 #include "gui/frm_zorvel.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -50,14 +56,96 @@ void SelectApplications(const frmZorvel& window, const QString& name, int count)
         list->selectionModel()->select(list->model()->index(row, 0), QItemSelectionModel::Select);
 }
 
+// Opens a modal window with `open`, photographs it and closes it. `prepare` may change it before.
+void TakeModal(
+    const Photographer& photographer, const char* name, const std::function<void()>& open,
+    const std::function<void(QWidget&)>& prepare = [](QWidget&) {}) {
+    QTimer::singleShot(100, [&] {
+        QWidget* const window = QApplication::activeModalWidget();
+        if (window == nullptr) return;
+        prepare(*window);
+        photographer.Take(*window, name);
+        window->close();
+    });
+    open();
+}
+
+// Answers the message boxes that come with their default, until it goes.
+class Answers : public QObject {
+  public:
+    Answers() { startTimer(20); }
+
+  protected:
+    void timerEvent(QTimerEvent* /*event*/) override {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            box->defaultButton()->click();
+    }
+};
+
 void TakeAll(frmZorvel& window, const Photographer& photographer) {
-    SelectApplications(window, "Design", 2);
-    photographer.Take(window, "applications");
+    const auto menu = [&](const char* name) {
+        return [&window, name] { window.findChild<QAction*>(name)->trigger(); };
+    };
+    const auto press = [&](const char* button) { window.findChild<QAbstractButton*>(button)->click(); };
     auto* tabs = window.findChild<QTabWidget*>("SSTab1");
+
+    SelectApplications(window, "APPS", 3);
+    photographer.Take(window, "applications");
+    press("butTreeControl_2");
+    photographer.Take(window, "filtered");
+    press("butTreeControl_3");
     tabs->setCurrentIndex(1);
     photographer.Take(window, "options");
-    tabs->setCurrentIndex(3);
+    TakeModal(photographer, "save-selections", menu("mnuFileExit_1"));
+    TakeModal(photographer, "load-selections", menu("mnuFileExit_2"));
+
+    tabs->setCurrentIndex(0);
+    press("butTreeControl_5");
+    {
+        const Answers answers;
+        press("butGenerate");
+    }
     photographer.Take(window, "status");
+    TakeModal(photographer, "import", menu("mnuDatabaseItem_1"));
+    TakeModal(photographer, "maintenance", menu("mnuDatabaseItem_3"));
+    TakeModal(photographer, "log", menu("mnuHelpItem_2"));
+    TakeModal(photographer, "history", menu("mnuHelpItem_1"));
+    TakeModal(photographer, "license", menu("mnuHelpItem_3"));
+
+    tabs->setCurrentIndex(2);
+    auto* find = window.findChild<QComboBox*>("comFind");
+    find->setCurrentIndex(0);
+    Q_EMIT find->activated(0);
+    photographer.Take(window, "find-prompt");
+    {
+        const Answers answers;
+        press("butGenerate");
+    }
+    photographer.Take(window, "find");
+
+    zorvel::frmWelcome welcome(&window);
+    welcome.show();
+    photographer.Take(welcome, "welcome");
+}
+
+// A palette as dark desktops have it.
+QPalette DarkPalette() {
+    QPalette dark;
+    const auto set = [&](std::initializer_list<QPalette::ColorRole> roles, const QColor& colour) {
+        for (const QPalette::ColorRole role : roles)
+            dark.setColor(role, colour);
+    };
+    set({QPalette::Window, QPalette::Button, QPalette::AlternateBase, QPalette::ToolTipBase},
+        QColor(45, 45, 48));
+    set({QPalette::Base}, QColor(30, 30, 32));
+    set({QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText},
+        QColor(230, 230, 230));
+    set({QPalette::Highlight}, QColor(42, 130, 218));
+    set({QPalette::HighlightedText}, Qt::white);
+    set({QPalette::Link}, QColor(110, 170, 255));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        dark.setColor(QPalette::Disabled, role, QColor(130, 130, 130));
+    return dark;
 }
 
 int Run(const std::filesystem::path& program_folder, const QString& output) {
@@ -87,10 +175,12 @@ int Run(const std::filesystem::path& program_folder, const QString& output) {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    if (argc != 3) {
-        std::cerr << "usage: screenshots PROGRAM_FOLDER OUTPUT_FOLDER\n";
+    if (argc < 3) {
+        std::cerr << "usage: screenshots PROGRAM_FOLDER OUTPUT_FOLDER [dark]\n";
         return 2;
     }
+    QApplication::setStyle("Fusion");
+    if (argc > 3) QApplication::setPalette(DarkPalette());
     try {
         return Run(argv[1], argv[2]);
     } catch (const std::exception& error) {

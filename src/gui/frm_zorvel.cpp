@@ -4,11 +4,13 @@
 #include <utility>
 
 #include "analysis/analysis_run.h"
+#include "analysis/stream_finder.h"
 #include "database/capture_details.h"
 #include "database/maintenance.h"
 #include "directory/saved_selections.h"
 #include "gui/applications_page.h"
 #include "gui/bar_status.h"
+#include "gui/find_page.h"
 #include "gui/frm_cache_tree.h"
 #include "gui/frm_capture_details.h"
 #include "gui/frm_db_maint.h"
@@ -47,6 +49,7 @@ frmZorvel::frmZorvel(const Files& files, Clock& clock, const MainController::Dir
       busy_input_filter_(controller_.session().activity, [this] { controller_.PressEscape(); }),
       applications_page_(new ApplicationsPage(this)),
       options_page_(new OptionsPage(controller_.services(), this)),
+      find_page_(new FindPage(files, user_, this)),
       status_page_(new StatusPage(this)),
       cache_tree_(new frmCacheTree(this)),
       browser_(controller_.services(), controller_.directory(), controller_.session().tree,
@@ -71,12 +74,13 @@ bool frmZorvel::StartUp(std::string_view command_line) {
 void frmZorvel::MakeTabs() {
     ui_->SSTab1->addTab(applications_page_, "Applications");
     ui_->SSTab1->addTab(options_page_, "Options");
-    ui_->SSTab1->addTab(new QWidget(this), "Find");
+    ui_->SSTab1->addTab(find_page_, "Find");
     ui_->SSTab1->addTab(status_page_, "Status");
     applications_page_->SetBrowser(browser_);
     connect(applications_page_, &ApplicationsPage::TitleShown, this, &frmZorvel::EnableControls);
     connect(applications_page_, &ApplicationsPage::TreeChosen, this,
             [this](std::size_t index) { Operate([&] { controller_.SwitchTree(index); }); });
+    connect(find_page_, &FindPage::SearchWanted, ui_->butGenerate, &QPushButton::click);
     connect(ui_->SSTab1, &QTabWidget::currentChanged, this, &frmZorvel::TabChanged);
 }
 
@@ -103,6 +107,7 @@ void frmZorvel::ConnectMenus() {
             Handle("mnuHelpItem procedure", [&] { ShowDocument(file_name, caption); });
         });
     };
+    on(ui_->mnuHelpItem_2, "frmViewLog", &frmZorvel::OpenLogViewer);
     show(ui_->mnuHelpItem_1, "About_Zorvel.rtf", "Program History");
     show(ui_->mnuHelpItem_3, "Zorvel_License.rtf", "Zorvel License");
     connect(ui_->mnuHelpItem_5, &QAction::triggered, this,
@@ -252,10 +257,28 @@ void frmZorvel::CloseCacheTree() {
 }
 
 void frmZorvel::Generate() {
+    if (ui_->SSTab1->currentIndex() == kFindTab) {
+        Find();
+    } else {
+        Analyse();
+    }
+}
+
+void frmZorvel::Analyse() {
     AnalysisRun run(controller_.MakeRunInputs(*this));
     run.Run();
     status_page_->Flush();
     if (run.import_wanted()) OpenImport();
+}
+
+void frmZorvel::Find() {
+    const std::optional<std::string> pattern = find_page_->PatternToFind();
+    if (!pattern) return;
+    StreamFinder finder(controller_.services(), *find_page_);
+    if (!finder.Prepare(*pattern)) return;
+    AnalysisRun(controller_.MakeRunInputs(*this), &finder).Run();
+    status_page_->Flush();
+    ui_->SSTab1->setCurrentIndex(kFindTab);
 }
 
 void frmZorvel::ShowStatusTab() {
@@ -315,7 +338,15 @@ void frmZorvel::OpenMaintenance() {
     frmDBMaint(maintenance, this).exec();
 }
 
-void frmZorvel::ShowDocument(const char* /*file_name*/, const char* /*caption*/) {}
+void frmZorvel::ShowDocument(const char* file_name, const char* caption) {
+    const Files& files = controller_.services().files;
+    frmDocument(files, files.Path(file_name), caption, this).exec();
+}
+
+void frmZorvel::OpenLogViewer() {
+    LogView log(controller_.services());
+    frmViewLog(log, this).exec();
+}
 
 void frmZorvel::closeEvent(QCloseEvent* event) {
     if (operating_ || controller_.session().activity.Busy) {

@@ -24,6 +24,7 @@ class frmZorvel;
 namespace zorvel {
 
 class ApplicationsPage;
+class FindPage;
 class OptionsPage;
 class StatusPage;
 class frmCacheTree;
@@ -88,7 +89,10 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     void RefreshTree();
     void TabChanged(int tab);
     void EnableControls();
+    // butGenerate: a Find run on the Find tab, else a Zorvelrun.
     void Generate();
+    void Analyse();
+    void Find();
     void ShowPendingNodes();
     // Runs something that can take long; when the user wanted to close the window meanwhile, it closes after.
     void Operate(const std::function<void()>& operation);
@@ -99,6 +103,7 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     void OpenLoadSelections();
     void OpenImport();
     void OpenMaintenance();
+    void OpenLogViewer();
     void ShowDocument(const char* file_name, const char* caption);
 
     std::unique_ptr<Ui::frmZorvel> ui_;
@@ -107,6 +112,7 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     BusyInputFilter busy_input_filter_;
     ApplicationsPage* applications_page_;
     OptionsPage* options_page_;
+    FindPage* find_page_;
     StatusPage* status_page_;
     frmCacheTree* cache_tree_;
     OUBrowser browser_;

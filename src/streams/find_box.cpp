@@ -1,15 +1,6 @@
 #include "streams/find_box.h"
 
 namespace zorvel {
-namespace {
-
-constexpr std::string_view kPrompt =
-    "Please enter the text to find in the selected applications, or choose one of the pre-defined searches "
-    "to "
-    "find particular types of data in the applications - click the 'Find' button to start the search.";
-
-}  // namespace
-
 void FindBox::Choose(std::optional<std::size_t> search) {
     chosen_ = search;
     detail_ = kPrompt;
@@ -26,7 +17,11 @@ void FindBox::Edit(std::string_view text) {
 
 bool FindBox::PressKey(int key) {
     detail_ = kPrompt;
-    return key == kEnterKey && text_.find_first_not_of(' ') != std::string::npos;
+    return key == kEnterKey && CanStart();
+}
+
+bool FindBox::CanStart() const {
+    return text_.find_first_not_of(' ') != std::string::npos;
 }
 
 std::string_view FindBox::FindPattern() const {

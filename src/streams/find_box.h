@@ -29,9 +29,11 @@ class FindBox {
     void Edit(std::string_view text);
     // The focus enters the box. Returns how many characters to select, from the first on: all.
     std::size_t Focus() const { return text_.size(); }
-    // A key was pressed in the box. True when it starts the search: Enter, unless the text is blank.
+    // A key was pressed in the box. True when it starts the search: Enter, when there is something to find.
     bool PressKey(int key);
 
+    // Whether there is something to find: the text is not blank.
+    bool CanStart() const;
     // The expression that a search started now looks for.
     std::string_view FindPattern() const;
 
@@ -40,9 +42,14 @@ class FindBox {
     void ShowLabInfo(std::string_view total);
 
   private:
+    static constexpr std::string_view kPrompt =
+        "Please enter the text to find in the selected applications, or choose one of the pre-defined "
+        "searches to find particular types of data in the applications - click the 'Find' button to start "
+        "the search.";
+
     std::string text_ = "(enter text)";
     std::optional<std::size_t> chosen_;
-    std::string_view detail_;
+    std::string_view detail_ = kPrompt;
     std::string lab_info_ = "Zorvel Find";
     bool lab_info_shown_ = true;
 };

@@ -1,0 +1,97 @@
+#include "gui/find_page.h"
+
+#include <QClipboard>
+#include <QFocusEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTimer>
+
+#include "gui/qt_text.h"
+#include "ui_find_page.h"
+
+namespace zorvel {
+
+FindPage::FindPage(const Files& files, UserInterface& user, QWidget* parent)
+    : QWidget(parent), files_(files), user_(user), ui_(std::make_unique<Ui::FindPage>()) {
+    ui_->setupUi(this);
+    for (const PredefinedSearch& search : PredefinedSearches)
+        ui_->comFind->addItem(ToQString(search.name));
+    ui_->comFind->setCurrentIndex(-1);
+    ui_->comFind->setEditText(ToQString(box_.comFind()));
+    ui_->comFind->lineEdit()->installEventFilter(this);
+    connect(ui_->comFind, &QComboBox::activated, this, [this](int index) {
+        box_.Choose(static_cast<std::size_t>(index));
+        ShowDetail();
+    });
+    connect(ui_->comFind->lineEdit(), &QLineEdit::textEdited, this,
+            [this](const QString& text) { box_.Edit(FromQString(text)); });
+    connect(ui_->butToClipBoard, &QPushButton::clicked, this, &FindPage::SendToClipboard);
+    ShowDetail();
+    ShowInfo();
+}
+
+FindPage::~FindPage() = default;
+
+std::optional<std::string> FindPage::PatternToFind() {
+    if (box_.CanStart()) return std::string(box_.FindPattern());
+    ui_->comFind->setFocus();
+    ui_->comFind->lineEdit()->selectAll();
+    return std::nullopt;
+}
+
+bool FindPage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn) {
+        // After the line edit has placed its cursor, which would clear a selection made now.
+        QTimer::singleShot(0, ui_->comFind->lineEdit(), &QLineEdit::selectAll);
+    }
+    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+    const int key = static_cast<const QKeyEvent*>(event)->key();
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    const bool start = box_.PressKey(enter ? FindBox::kEnterKey : key);
+    ShowDetail();
+    if (start) Q_EMIT SearchWanted();
+    return enter || QWidget::eventFilter(watched, event);
+}
+
+void FindPage::ShowDetail() {
+    ui_->rtfPrompt->setPlainText(ToQString(box_.detail()));
+    ui_->rtfDetail->setCurrentWidget(ui_->rtfPrompt);
+    ui_->butToClipBoard->setEnabled(!box_.detail().empty());
+}
+
+void FindPage::ShowInfo() {
+    ui_->labInfo->setTitle(box_.labInfo_shown() ? ToQString(box_.labInfo()) : QString());
+}
+
+void FindPage::HideLabInfo() {
+    box_.HideLabInfo();
+    ShowInfo();
+}
+
+void FindPage::LoadResults(std::string_view path) {
+    ui_->rtfResults->ReadFile(files_, path);
+    ui_->rtfDetail->setCurrentWidget(ui_->rtfResults);
+    ui_->butToClipBoard->setEnabled(true);
+}
+
+void FindPage::ShowLabInfo(std::string_view text) {
+    box_.ShowLabInfo(text);
+    ShowInfo();
+}
+
+void FindPage::SendToClipboard() {
+    QClipboard* const clipboard = QGuiApplication::clipboard();
+    clipboard->clear();
+    if (ui_->rtfDetail->currentWidget() == ui_->rtfResults) {
+        clipboard->setMimeData(ui_->rtfResults->MakeMimeData());
+    } else {
+        LineView prompt;
+        prompt.SetRichText("{\\rtf1\\ansi " + std::string(box_.detail()) + "\\par\r\n}");
+        clipboard->setMimeData(prompt.MakeMimeData());
+    }
+    user_.Tell("Results of Find have been sent to Clipboard..", MessageIcon::kInformation);
+}
+
+}  // namespace zorvel

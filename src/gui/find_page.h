@@ -1,0 +1,52 @@
+// The Find tab: the box in which a search is typed or chosen, and its results.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+#include <string_view>
+
+#include "analysis/stream_finder.h"
+#include "platform/files.h"
+#include "platform/user_interface.h"
+#include "streams/find_box.h"
+
+namespace Ui {
+class FindPage;
+}
+
+namespace zorvel {
+
+class FindPage final : public QWidget, public FindDisplay {
+    Q_OBJECT
+
+  public:
+    FindPage(const Files& files, UserInterface& user, QWidget* parent);
+    ~FindPage() override;
+
+    // What a search that is started now looks for; nothing when there is nothing to find yet, and then the
+    // box waits to be filled in.
+    std::optional<std::string> PatternToFind();
+
+    // FindDisplay
+    void HideLabInfo() override;
+    void LoadResults(std::string_view path) override;
+    void ShowLabInfo(std::string_view text) override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  Q_SIGNALS:
+    // Enter was pressed in the box: the search is to be started.
+    void SearchWanted();
+
+  private:
+    void ShowDetail();
+    void ShowInfo();
+    void SendToClipboard();
+
+    const Files& files_;
+    UserInterface& user_;
+    std::unique_ptr<Ui::FindPage> ui_;
+    FindBox box_;
+};
+
+}  // namespace zorvel
