@@ -41,6 +41,7 @@ BENCHMARK(Analysis)
     ->Args({10000, 200})
     ->Args({1000, 40})
     ->Args({10000, 40})
+    ->Args({10000, 10})
     ->Unit(benchmark::kMillisecond);
 
 // Reading a tree from its LDIF and walking it. Arguments: containers, applications.

@@ -33,13 +33,17 @@ void Require(bool condition) {
 
 void ReadEveryValue(const MemoryTree& tree, EntryIndex entry) {
     const EntryAttributes attributes = tree.ReadAttributes(entry);
-    Require(attributes.order.size() == attributes.values.size());
-    for (const std::uint32_t attribute : attributes.order) {
-        const auto& values = attributes.values.at(attribute);
+    std::size_t count = 0;
+    for (const std::uint32_t stored_number : attributes.order) {
+        const std::uint32_t attribute = tree.FindAttribute(tree.AttributeName(stored_number));
+        Require(attribute != MemoryTree::kNoAttribute);
+        const std::vector<std::string_view> values = attributes.Of(attribute);
+        Require(values == tree.ReadAttribute(entry, attribute));
         const Syntax syntax = tree.AttributeSyntax(attribute);
         Require(ValueTexts(tree, syntax, values).size() == (syntax == Syntax::kOther ? 0 : values.size()));
-        Require(tree.FindAttribute(tree.AttributeName(attribute)) == attribute);
+        count += values.size();
     }
+    Require(count == attributes.values.size());
 }
 
 }  // namespace

@@ -127,7 +127,8 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
 
     std::vector<std::string> attributes;
     errors_.Try(kLine, [&] { attributes = directory.AttributeNames(entry_); });
-    services_.log.WriteLog("Zorvelling Attributes for app #" + std::to_string(number) + ",'" + path + "'...");
+    services_.log.WriteLog(
+        Text({"Zorvelling Attributes for app #", std::to_string(number), ",'", path, "'..."}));
     for (const std::string& attribute : attributes) {
         errors_.Try(kLine, [&] { ReadAttribute(attribute); });
     }
@@ -142,7 +143,7 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
 
 void ApplicationReader::ReadAttribute(const std::string& attribute) {
     status_.RefreshStatusCounts();
-    services_.status.SetStatus('Y', "Zorvelling attributes - " + attribute);
+    services_.status.SetStatus('Y', Text({"Zorvelling attributes - ", attribute}));
     const std::string syntax = inputs_.directory.AttributeSyntax(entry_, attribute);
     if (syntax == kStreamSyntax) return;
     const bool acl = syntax == kAclSyntax;
@@ -194,9 +195,8 @@ void ApplicationReader::ReadStreams() {
 }
 
 bool ApplicationReader::ReadStream(const StreamRow& stream) {
-    services_.log.WriteLog("Zorvelling Stream '" + std::string(stream.label) + "'...");
-    services_.status.SetStatus(
-        'Y', "Querying eDirectory for '" + parse_.application_name + "' " + std::string(stream.label));
+    services_.log.WriteLog(Text({"Zorvelling Stream '", stream.label, "'..."}));
+    services_.status.SetStatus('Y', Text({"Querying eDirectory for '", name_, "' ", stream.label}));
     status_.RefreshStatusCounts();
     if (!OpenAndRead(stream, bytes_)) return true;
     const FindScope scope(find_, name_, full_name_, stream.label);
@@ -208,7 +208,7 @@ bool ApplicationReader::ReadStream(const StreamRow& stream) {
 bool ApplicationReader::OpenAndRead(const StreamRow& stream, std::string& bytes) {
     Directory& directory = inputs_.directory;
     int handle = 0;
-    if (directory.NWDSOpenStream(inputs_.context_handle, '.' + full_name_, stream.attribute, kReadFlag,
+    if (directory.NWDSOpenStream(inputs_.context_handle, Text({".", full_name_}), stream.attribute, kReadFlag,
                                  handle) != 0) {
         return false;  // many applications have no such stream
     }
@@ -224,8 +224,8 @@ bool ApplicationReader::ParseStream(const StreamRow& stream) {
     std::int32_t signature = 0;
     const ParseResult result = ParseAOT(parse_, files_.StreamFile(stream), full_name_, bytes_, signature);
     if (result == ParseResult::kRejected || parse_.parse_errors != errors_before) {
-        services_.log.WriteLog("WARNING: Stream '" + std::string(stream.label) + "' of '" + full_name_ +
-                               "' could not be read to its end");
+        services_.log.WriteLog(Text(
+            {"WARNING: Stream '", stream.label, "' of '", full_name_, "' could not be read to its end"}));
     }
     if (result == ParseResult::kRejected) return false;
     if (stream.signature) signatures_.Add(*stream.signature, signature);
@@ -272,6 +272,13 @@ void ApplicationReader::AddIssue(std::string_view entry_type, std::string_view t
     status_.counters.Add(Counter::kIssues);
     files_.WriteIssue(full_name_, entry_type, target, "", code);
     status_.RefreshStatusCounts();
+}
+
+const std::string& ApplicationReader::Text(std::initializer_list<std::string_view> parts) {
+    text_.clear();
+    for (const std::string_view part : parts)
+        text_ += part;
+    return text_;
 }
 
 }  // namespace zorvel

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -70,6 +71,8 @@ class ApplicationReader {
     void CheckComplexity();
     void WriteSlotIssues();
     void AddIssue(std::string_view entry_type, std::string_view target, std::string_view code);
+    // The joined parts, until the next call.
+    const std::string& Text(std::initializer_list<std::string_view> parts);
 
     RunInputs inputs_;
     Services& services_;
@@ -90,6 +93,7 @@ class ApplicationReader {
     AssociationLists associations_;
     SignatureSet signatures_;
     std::string bytes_;  // of the stream at hand
+    std::string text_;   // of Text
 };
 
 }  // namespace zorvel

@@ -88,15 +88,11 @@ void AssociationReader::ReadGroup(std::string_view full_name, const Entry& group
     const std::string group_name = lists.groups.emplace_back(directory_.FullNameOf(group));
     ShowProgress(lists);
     const auto members = UnlessError(errors::kNoSuchValue,
-                                     [&] { return directory_.AttributeValues(group, kMemberAttribute); });
+                                     [&] { return directory_.ReferencedNames(group, kMemberAttribute); });
     if (!members) return;
-    for (const std::string& member_name : *members) {
-        const auto member =
-            UnlessError(errors::kNoSuchObject, [&] { return directory_.LookUp(member_name); });
-        if (!member) continue;
+    for (const std::string& member : *members) {
         ++lists.users;
-        files_.WriteAssociation(full_name, directory_.FullNameOf(*member), group_name,
-                                association_type::kGroup);
+        files_.WriteAssociation(full_name, member, group_name, association_type::kGroup);
     }
 }
 

@@ -1,7 +1,6 @@
 #include "analysis/fingerprint.h"
 
-#include <array>
-#include <cstdio>
+#include <string_view>
 
 #include "streams/signature.h"
 
@@ -13,12 +12,12 @@ void SignatureSet::Add(Signature signature, std::int32_t value) {
 }
 
 std::string SignatureSet::AppFingerPrint() const {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
     std::string text;
     for (const std::int32_t sum : sums_) {
-        std::array<char, 9> digits{};
-        std::snprintf(digits.data(), digits.size(), "%08X", static_cast<unsigned>(sum));
         if (!text.empty()) text += '-';
-        text += digits.data();
+        for (int shift = 28; shift >= 0; shift -= 4)
+            text += kDigits[static_cast<std::uint32_t>(sum) >> shift & 0xFU];
     }
     return text;
 }

@@ -1,7 +1,5 @@
 #include "analysis/run_files.h"
 
-#include <initializer_list>
-
 #include "platform/error.h"
 #include "shell/formats.h"
 #include "streams/text_helpers.h"
@@ -40,6 +38,15 @@ OutputFile& RunFiles::StreamFile(const StreamRow& stream) {
     return stream_files_[static_cast<std::size_t>(&stream - kStreamTable.data())];
 }
 
+// Begins a comma row with quoted fields.
+void RunFiles::QuoteRow(std::initializer_list<std::string_view> fields) {
+    row_.clear();
+    for (const std::string_view field : fields) {
+        if (!row_.empty()) row_ += ',';
+        AppendQuotedDoubling(row_, field);
+    }
+}
+
 void RunFiles::WriteIssue(std::string_view full_name, std::string_view entry_type,
                           std::string_view target_file, std::string_view source_file,
                           std::string_view issue_code) {
@@ -53,16 +60,19 @@ void RunFiles::WriteAttribute(std::string_view full_name, std::string_view attri
 
 void RunFiles::WriteAssociation(std::string_view full_name, std::string_view user,
                                 std::string_view association, std::string_view type) {
-    associations_.Write(QuotedDoubling(full_name) + ',' + QuotedDoubling(user) + ',' +
-                        QuotedDoubling(association) + ',' + QuotedDoubling(type) + "\r\n");
+    QuoteRow({full_name, user, association, type});
+    row_ += "\r\n";
+    associations_.Write(row_);
 }
 
 void RunFiles::WriteAppAssociations(std::string_view full_name, std::string_view groups,
                                     std::string_view containers, std::string_view workstations,
                                     std::int32_t users, std::string_view fingerprint) {
-    app_associations_.Write(QuotedDoubling(full_name) + ',' + QuotedDoubling(groups) + ',' +
-                            QuotedDoubling(containers) + ',' + QuotedDoubling(workstations) + ',' +
-                            PlainNumber(users) + ',' + std::string(fingerprint) + "\r\n");
+    QuoteRow({full_name, groups, containers, workstations});
+    row_ += ',' + PlainNumber(users) + ',';
+    row_ += fingerprint;
+    row_ += "\r\n";
+    app_associations_.Write(row_);
 }
 
 void RunFiles::Close() {

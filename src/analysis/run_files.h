@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,12 +45,15 @@ class RunFiles final : public IssueWriter {
     void Close();
 
   private:
+    void QuoteRow(std::initializer_list<std::string_view> fields);
+
     const Files& files_;
     std::vector<OutputFile> stream_files_;  // in the order of kStreamTable
     OutputFile issues_;
     OutputFile attributes_;
     OutputFile app_associations_;
     OutputFile associations_;
+    std::string row_;  // the comma row at hand
 };
 
 }  // namespace zorvel

@@ -95,6 +95,9 @@ class Directory {
     virtual std::string AttributeSyntax(const Entry& entry, std::string_view attribute) = 0;
     // The values of an attribute as texts, in directory order. Raises error 603 when there is none.
     virtual std::vector<std::string> AttributeValues(const Entry& entry, std::string_view attribute) = 0;
+    // The full names of the objects that the values of an attribute name, in directory order; objects that do
+    // not exist are left out. Raises error 603 when the attribute has no value.
+    virtual std::vector<std::string> ReferencedNames(const Entry& entry, std::string_view attribute) = 0;
 
     // Streams are read whole: open (`name` is "." + full name), size, read, close. Opening returns 0 on
     // success.

@@ -289,9 +289,8 @@ bool MemoryDirectory::IsRead(const Place& place) const {
 
 // The stored values of an attribute; none when the object does not hold it.
 std::vector<std::string_view> MemoryDirectory::ValuesOf(const Place& place, std::uint32_t attribute) const {
-    if (!IsRead(place)) return place.tree->objects->ReadAttribute(place.entry, attribute);
-    const auto found = read_attributes_.values.find(attribute);
-    return found == read_attributes_.values.end() ? std::vector<std::string_view>() : found->second;
+    return IsRead(place) ? read_attributes_.Of(attribute)
+                         : place.tree->objects->ReadAttribute(place.entry, attribute);
 }
 
 std::vector<std::string> MemoryDirectory::AttributeNames(const Entry& entry) {
@@ -303,9 +302,9 @@ std::vector<std::string> MemoryDirectory::AttributeNames(const Entry& entry) {
         read_entry_ = place.entry;
     }
     std::vector<std::string> names;
-    for (const std::uint32_t attribute : read_attributes_.order) {
+    names.reserve(read_attributes_.order.size());
+    for (const std::uint32_t attribute : read_attributes_.order)
         names.push_back(place.tree->objects->AttributeName(attribute));
-    }
     return names;
 }
 
@@ -325,6 +324,30 @@ std::vector<std::string> MemoryDirectory::AttributeValues(const Entry& entry, st
     const std::vector<std::string_view> values = ValuesOf(place, number);
     if (values.empty()) throw Error(errors::kNoSuchValue);
     return ValueTexts(objects, objects.AttributeSyntax(number), values);
+}
+
+std::vector<std::string> MemoryDirectory::ReferencedNames(const Entry& entry, std::string_view attribute) {
+    CheckFaults();
+    const Place place = Locate(entry);
+    const MemoryTree& objects = *place.tree->objects;
+    const std::uint32_t number = objects.FindAttribute(attribute);
+    const std::vector<std::string_view> values = ValuesOf(place, number);
+    if (values.empty()) throw Error(errors::kNoSuchValue);
+    const Syntax syntax = objects.AttributeSyntax(number);
+    std::vector<std::string> names;
+    MemoryTree::LastContainer container;
+    for (const std::string_view value : values) {
+        const EntryIndex object = syntax == Syntax::kName ? objects.FindDN(value, container) : kNoEntry;
+        if (object != kNoEntry) {
+            names.push_back(objects.FullName(object));
+            continue;
+        }
+        for (const std::string& text : ValueTexts(objects, syntax, {value})) {
+            const std::optional<Place> named = Find(text);
+            if (named) names.push_back(named->tree->objects->FullName(named->entry));
+        }
+    }
+    return names;
 }
 
 int MemoryDirectory::NWDSOpenStream(std::uint32_t /*context_handle*/, std::string_view name,

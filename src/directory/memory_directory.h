@@ -68,6 +68,8 @@ class MemoryDirectory final : public Directory {
     // An attribute that no object holds is a "String".
     std::string AttributeSyntax(const Entry& entry, std::string_view attribute) override;
     std::vector<std::string> AttributeValues(const Entry& entry, std::string_view attribute) override;
+    // Also of values that are paths or full names instead of DNs.
+    std::vector<std::string> ReferencedNames(const Entry& entry, std::string_view attribute) override;
 
     int NWDSOpenStream(std::uint32_t context_handle, std::string_view name, std::string_view attribute,
                        int flags, int& file_handle) override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -78,6 +79,7 @@ void MemoryTree::NameAttributes(const std::vector<std::string>& ldap_names) {
             attribute_names_.try_emplace(attribute.nds_name, static_cast<std::uint32_t>(attributes_.size()));
         if (added) attributes_.push_back(std::move(attribute));
         attribute_of_.push_back(place->second);
+        exact_names_.emplace(spelled_names_.back(), place->second);
     }
 }
 
@@ -184,17 +186,35 @@ std::string MemoryTree::FullName(EntryIndex entry) const {
     return full_name;
 }
 
+std::vector<std::string_view> EntryAttributes::Of(std::uint32_t attribute) const {
+    auto value =
+        std::lower_bound(values.begin(), values.end(), attribute,
+                         [](const Value& before, std::uint32_t number) { return before.attribute < number; });
+    std::vector<std::string_view> found;
+    for (; value != values.end() && value->attribute == attribute; ++value)
+        found.push_back(value->bytes);
+    return found;
+}
+
 EntryAttributes MemoryTree::ReadAttributes(EntryIndex entry) const {
     EntryAttributes attributes;
-    std::string_view values = store_.values(entry);
+    std::vector<EntryAttributes::Value>& values = attributes.values;
+    std::string_view stored = store_.values(entry);
     std::uint32_t number = 0;
-    std::string_view value;
-    while (PackedValues::Take(values, number, value)) {
-        const std::uint32_t attribute = attribute_of_[number];
-        std::vector<std::string_view>& all = attributes.values[attribute];
-        if (all.empty()) attributes.order.push_back(number);
-        all.push_back(value);
-    }
+    std::string_view bytes;
+    while (PackedValues::Take(stored, number, bytes))
+        values.push_back({attribute_of_[number], number, values.size(), bytes});
+    std::sort(values.begin(), values.end(), [](const auto& left, const auto& right) {
+        return std::pair(left.attribute, left.place) < std::pair(right.attribute, right.place);
+    });
+
+    std::vector<EntryAttributes::Value> firsts;
+    std::unique_copy(values.begin(), values.end(), std::back_inserter(firsts),
+                     [](const auto& left, const auto& right) { return left.attribute == right.attribute; });
+    std::sort(firsts.begin(), firsts.end(),
+              [](const auto& left, const auto& right) { return left.place < right.place; });
+    for (const EntryAttributes::Value& first : firsts)
+        attributes.order.push_back(first.stored_number);
     return attributes;
 }
 
@@ -210,24 +230,46 @@ std::vector<std::string_view> MemoryTree::ReadAttribute(EntryIndex entry, std::u
 }
 
 std::uint32_t MemoryTree::FindAttribute(std::string_view nds_name) const {
+    if (const auto exact = exact_names_.find(nds_name); exact != exact_names_.end()) return exact->second;
     const auto found = attribute_names_.find(nds_name);
     return found == attribute_names_.end() ? kNoAttribute : found->second;
+}
+
+EntryIndex MemoryTree::FindChild(EntryIndex parent, const NamingComponent& component) const {
+    return component.utf8_name.empty() ? store_.FindChild(parent, component.name)
+                                       : store_.FindForeign(parent, component.utf8_name);
+}
+
+EntryIndex MemoryTree::FindComponents(const std::vector<NamingComponent>& components) const {
+    EntryIndex entry = kRootEntry;
+    for (auto name = components.rbegin(); name != components.rend() && entry != kNoEntry; ++name) {
+        entry = FindChild(entry, *name);
+    }
+    return entry;
+}
+
+EntryIndex MemoryTree::FindDN(std::string_view dn, LastContainer& last) const {
+    std::vector<NamingComponent> components;
+    NamingComponent component;
+    std::string_view container;
+    if (!TakeSimpleComponent(dn, component, container)) {
+        return ParseDN(dn, components) && !components.empty() ? FindComponents(components) : kNoEntry;
+    }
+    if (container != last.dn || last.entry == kNoEntry) {
+        last.dn = container;
+        last.entry = ParseDN(container, components) ? FindComponents(components) : kNoEntry;
+    }
+    return last.entry == kNoEntry ? kNoEntry : FindChild(last.entry, component);
 }
 
 std::string MemoryTree::FullNameOfDN(std::string_view dn) const {
     std::vector<NamingComponent> components;
     if (!ParseDN(dn, components) || components.empty()) return FromUtf8(dn);
-    EntryIndex entry = kRootEntry;
-    bool foreign = false;
-    for (std::size_t at = components.size(); at-- > 0;) {
-        const NamingComponent& component = components[at];
-        const bool coded = component.utf8_name.empty();
-        foreign |= !coded;
-        if (entry == kNoEntry) continue;
-        entry =
-            coded ? store_.FindChild(entry, component.name) : store_.FindForeign(entry, component.utf8_name);
-    }
+    const EntryIndex entry = FindComponents(components);
     if (entry != kNoEntry) return FullName(entry);
+    const bool foreign =
+        std::any_of(components.begin(), components.end(),
+                    [](const NamingComponent& component) { return !component.utf8_name.empty(); });
     for (;;) {
         std::string full_name;
         for (const NamingComponent& component : components)

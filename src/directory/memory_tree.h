@@ -1,10 +1,10 @@
 // One directory tree in memory: its objects by path and by name, and their attributes under their NDS names.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "directory/entry_store.h"
@@ -17,11 +17,19 @@ namespace zorvel {
 // The class of objects that say nothing of theirs.
 inline constexpr std::string_view kUnknownClass = "Unknown";
 
-// The attributes of one object.
+// The attributes of one object. Values are as stored, and stay valid as long as the tree.
 struct EntryAttributes {
-    std::vector<std::uint32_t> order;  // as stored, in the order in which the object first names them
-    // As stored, in their order; they stay valid as long as the tree.
-    std::unordered_map<std::uint32_t, std::vector<std::string_view>> values;
+    struct Value {
+        std::uint32_t attribute;
+        std::uint32_t stored_number;  // of the attribute
+        std::size_t place;            // among all values of the object
+        std::string_view bytes;
+    };
+    std::vector<std::uint32_t> order;  // stored numbers, in the order in which the object first names them
+    std::vector<Value> values;         // by attribute, those of one in their order
+
+    // The values of an attribute, in their order; none when the object does not hold it.
+    std::vector<std::string_view> Of(std::uint32_t attribute) const;
 };
 
 class MemoryTree {
@@ -59,6 +67,14 @@ class MemoryTree {
     std::uint32_t FindAttribute(std::string_view nds_name) const;
     static constexpr std::uint32_t kNoAttribute = 0xFFFFFFFF;
 
+    // The container that a DN looked up last names, so that of many objects in one only their own names are
+    // looked up.
+    struct LastContainer {
+        std::string dn;
+        EntryIndex entry = kNoEntry;
+    };
+    // The object with a DN; kNoEntry when there is none, or when the text is no DN.
+    EntryIndex FindDN(std::string_view dn, LastContainer& last) const;
     // The full name of the object with a DN, with its own spelling when it exists; else a full name that no
     // object has. Text that is no DN stays as it is.
     std::string FullNameOfDN(std::string_view dn) const;
@@ -69,6 +85,8 @@ class MemoryTree {
         std::uint32_t number;
     };
 
+    EntryIndex FindChild(EntryIndex parent, const NamingComponent& component) const;
+    EntryIndex FindComponents(const std::vector<NamingComponent>& components) const;
     std::uint32_t ClassNumber(const std::string& name);
     void NameAttributes(const std::vector<std::string>& ldap_names);
     void ChooseClasses();
@@ -81,6 +99,7 @@ class MemoryTree {
     std::vector<std::uint32_t> attribute_of_;    // by the number that the store uses
     std::vector<std::string> spelled_names_;     // likewise
     AnyCaseMap<std::uint32_t> attribute_names_;  // NDS name -> index in attributes_
+    TextMap<std::uint32_t> exact_names_;         // likewise, as listed: nearly every name is looked up so
     std::vector<std::string> classes_;           // by class number
     TextMap<std::uint32_t> class_numbers_;
     TextMap<ClassChoice> class_choices_;  // by the text of an objectClass value

@@ -3,8 +3,8 @@
 #include <ldap.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
-#include <utility>
 
 #include "platform/code_page.h"
 
@@ -12,8 +12,20 @@ namespace zorvel {
 namespace {
 
 constexpr std::string_view kPathPrefix = R"(NDS:\\)";
-// What makes a relative DN more than a type, "=" and a text that stands for itself.
-constexpr std::string_view kSpecial("\\\"+;#<>=\0", 9);
+// The characters that make a relative DN more than a type, "=" and a text that stands for itself.
+constexpr std::array<bool, 256> kSpecial = [] {
+    std::array<bool, 256> special{};
+    for (const unsigned char character : {'\\', '"', '+', ';', '#', '<', '>', '=', '\0'})
+        special[character] = true;
+    return special;
+}();
+
+// Few DNs have more components.
+constexpr std::size_t kUsualDepth = 8;
+
+bool IsSpecial(char character) {
+    return kSpecial[static_cast<unsigned char>(character)];
+}
 
 struct DnFree {
     void operator()(LDAPRDN* dn) const { ldap_dnfree(dn); }
@@ -31,8 +43,8 @@ bool IsTypeCharacter(char character) {
 // Sets the name of a component, and keeps the UTF-8 when the code page does not hold all of it.
 void SetName(NamingComponent& component, std::string_view utf8) {
     component.name = FromUtf8(utf8);
-    const bool exact = std::count(component.name.begin(), component.name.end(), '?') ==
-                       std::count(utf8.begin(), utf8.end(), '?');
+    const bool exact = component.name == utf8 || std::count(component.name.begin(), component.name.end(),
+                                                            '?') == std::count(utf8.begin(), utf8.end(), '?');
     component.utf8_name = exact ? std::string_view() : utf8;
 }
 
@@ -86,7 +98,7 @@ bool TakeSimpleComponent(std::string_view dn, NamingComponent& component, std::s
     const std::string_view value = rdn.substr(equals + 1);
     if (!std::all_of(type.begin(), type.end(), IsTypeCharacter)) return false;
     if (value.empty() || value.front() == ' ' || value.back() == ' ') return false;
-    if (value.find_first_of(kSpecial) != std::string_view::npos) return false;
+    if (std::any_of(value.begin(), value.end(), IsSpecial)) return false;
     if (comma != std::string_view::npos && comma + 1 == dn.size()) return false;
     component.type = type;
     SetName(component, value);
@@ -96,13 +108,11 @@ bool TakeSimpleComponent(std::string_view dn, NamingComponent& component, std::s
 
 bool ParseDN(std::string_view dn, std::vector<NamingComponent>& components) {
     components.clear();
+    components.reserve(kUsualDepth);
     if (dn.find('\0') != std::string_view::npos) return false;
     while (!dn.empty()) {
-        NamingComponent component;
-        if (TakeSimpleComponent(dn, component, dn)) {
-            components.push_back(std::move(component));
-            continue;
-        }
+        if (TakeSimpleComponent(dn, components.emplace_back(), dn)) continue;
+        components.pop_back();
         // One at a time: libldap takes longer than its input grows over a great many of them.
         const std::size_t end = EndOfComponent(dn);
         if (!ParseComponent(dn.substr(0, end), components)) return false;
@@ -129,10 +139,12 @@ std::optional<PathParts> SplitPath(std::string_view path) {
 
 void AppendToFullName(std::string& full_name, std::string_view component) {
     if (!full_name.empty()) full_name += '.';
-    for (const char character : component) {
-        if (character == '.') full_name += '\\';
-        full_name += character;
+    for (std::size_t dot = component.find('.'); dot != std::string_view::npos; dot = component.find('.')) {
+        full_name += component.substr(0, dot);
+        full_name += "\\.";
+        component.remove_prefix(dot + 1);
     }
+    full_name += component;
 }
 
 std::vector<std::string> SplitFullName(std::string_view full_name) {

@@ -34,7 +34,7 @@ struct AnyCaseHash {
 struct AnyCaseEqual {
     using is_transparent = void;
     bool operator()(std::string_view left, std::string_view right) const noexcept {
-        return EqualIgnoringCase(left, right);
+        return left == right || EqualIgnoringCase(left, right);
     }
 };
 

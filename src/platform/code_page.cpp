@@ -16,20 +16,6 @@ constexpr std::array<char16_t, 32> kCodePoints = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-constexpr std::array<char, 256> MakeUpperTable() {
-    std::array<char, 256> table{};
-    for (int code = 0; code < 256; ++code) {
-        int upper = code;
-        if ((code >= 'a' && code <= 'z') || (code >= 0xE0 && code <= 0xFE && code != 0xF7))
-            upper = code - 0x20;
-        if (code == 0x9A || code == 0x9C || code == 0x9E) upper = code - 0x10;
-        if (code == 0xFF) upper = 0x9F;
-        table[static_cast<std::size_t>(code)] = static_cast<char>(static_cast<Byte>(upper));
-    }
-    return table;
-}
-constexpr std::array<char, 256> kUpper = MakeUpperTable();
-
 constexpr bool IsAscii(char character) {
     return static_cast<Byte>(character) < 0x80;
 }
@@ -133,11 +119,17 @@ void AppendUtf8(std::string& utf8, char32_t code_point) {
     }
 }
 
-char UpperChar(char character) noexcept {
-    return kUpper[static_cast<Byte>(character)];
-}
-
 void MakeUpperCase(std::string& text) noexcept {
+    // Of ASCII text many characters are changed at once: these loops have nothing to look up.
+    Byte bits = 0;
+    for (const char character : text)
+        bits |= static_cast<Byte>(character);
+    if (bits < 0x80) {
+        for (char& character : text)
+            character =
+                static_cast<char>(character >= 'a' && character <= 'z' ? character - 0x20 : character);
+        return;
+    }
     for (char& character : text)
         character = UpperChar(character);
 }

@@ -1,10 +1,26 @@
 // The single-byte code page of all text inside the program: Windows-1252.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace zorvel {
+
+// The upper case of every code.
+inline constexpr std::array<char, 256> kUpperCase = [] {
+    std::array<char, 256> table{};
+    for (int code = 0; code < 256; ++code) {
+        int upper = code;
+        if ((code >= 'a' && code <= 'z') || (code >= 0xE0 && code <= 0xFE && code != 0xF7))
+            upper = code - 0x20;
+        if (code == 0x9A || code == 0x9C || code == 0x9E) upper = code - 0x10;
+        if (code == 0xFF) upper = 0x9F;
+        table[static_cast<std::size_t>(code)] = static_cast<char>(static_cast<unsigned char>(upper));
+    }
+    return table;
+}();
 
 // Text of the code page from UTF-8. A character without a code, and each malformed sequence, becomes "?".
 // The five codes that Windows-1252 leaves open stand for the control characters of the same number.
@@ -18,7 +34,9 @@ void AppendUtf8(std::string& utf8, std::string_view text);
 void AppendUtf8(std::string& utf8, char32_t code_point);
 
 // Upper case by the code page ("é" becomes "É"), whatever the locale; a letter without one stays.
-char UpperChar(char character) noexcept;
+inline char UpperChar(char character) noexcept {
+    return kUpperCase[static_cast<unsigned char>(character)];
+}
 std::string UpperCase(std::string_view text);
 void MakeUpperCase(std::string& text) noexcept;
 bool IsUpperCase(std::string_view text) noexcept;

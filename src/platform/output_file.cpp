@@ -24,14 +24,14 @@ OutputFile::OutputFile(const std::filesystem::path& path, std::string name, Mode
 OutputFile::OutputFile(OutputFile&& other) noexcept
     : name_(std::move(other.name_)),
       descriptor_(std::exchange(other.descriptor_, -1)),
-      buffer_(std::move(other.buffer_)) {
-    other.buffer_.clear();
-}
+      buffer_(std::exchange(other.buffer_, {})),
+      used_(std::exchange(other.used_, 0)) {}
 
 OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
     std::swap(name_, other.name_);
     std::swap(descriptor_, other.descriptor_);
     std::swap(buffer_, other.buffer_);
+    std::swap(used_, other.used_);
     return *this;
 }
 
@@ -43,19 +43,25 @@ OutputFile::~OutputFile() {
     }
 }
 
+void OutputFile::MakeRoom(std::size_t size) {
+    Flush();
+    if (size > buffer_.size()) buffer_.resize(std::max(size, kBufferSize));
+}
+
 void OutputFile::Flush() {
-    std::string_view rest = buffer_;
+    std::string_view rest(buffer_.data(), used_);
     while (!rest.empty()) {
         const ssize_t written = ::write(descriptor_, rest.data(), rest.size());
         if (written < 0) {
             if (errno == EINTR) continue;
             const int error_code = errno;
-            buffer_.erase(0, buffer_.size() - rest.size());
+            std::copy(rest.begin(), rest.end(), buffer_.data());
+            used_ = rest.size();
             throw OutputError(FileError(error_code, name_));
         }
         rest.remove_prefix(static_cast<std::size_t>(written));
     }
-    buffer_.clear();
+    used_ = 0;
 }
 
 void OutputFile::Close() {
@@ -64,7 +70,7 @@ void OutputFile::Close() {
         OutputFile& file;
         ~Release() {
             if (file.descriptor_ >= 0) ::close(std::exchange(file.descriptor_, -1));
-            file.buffer_.clear();
+            file.used_ = 0;
         }
     } const release{*this};
     Flush();

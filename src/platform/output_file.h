@@ -1,9 +1,12 @@
 // A file written front to back through one buffer. Every failure is an OutputError.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zorvel {
 
@@ -23,8 +26,9 @@ class OutputFile {
 
     // Appends bytes. Raises error 61 or 75 when the buffer had to be written out and could not be.
     void Write(std::string_view bytes) {
-        if (buffer_.size() + bytes.size() > kBufferSize) Flush();
-        buffer_ += bytes;
+        if (bytes.size() > buffer_.size() - used_) MakeRoom(bytes.size());
+        std::copy(bytes.begin(), bytes.end(), buffer_.data() + used_);
+        used_ += bytes.size();
     }
     void Write(char byte) { Write(std::string_view(&byte, 1)); }
 
@@ -37,9 +41,12 @@ class OutputFile {
     const std::string& name() const { return name_; }
 
   private:
+    void MakeRoom(std::size_t size);
+
     std::string name_;
     int descriptor_ = -1;
-    std::string buffer_;
+    std::vector<char> buffer_;  // kBufferSize from the first write on, more for a larger one
+    std::size_t used_ = 0;
 };
 
 }  // namespace zorvel

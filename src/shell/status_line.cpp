@@ -29,8 +29,8 @@ void StatusLine::SetStatus(char colour, std::string& text) {
 }
 
 void StatusLine::SetStatus(char colour, std::string_view text) {
-    std::string shown(text);
-    SetStatus(colour, shown);
+    const std::string counts = text.empty() ? CountsText() : std::string();
+    ui_.ShowStatus(PictureOf(colour), text.empty() ? counts : text);
 }
 
 std::string StatusLine::CountsText() const {

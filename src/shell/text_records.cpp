@@ -133,13 +133,20 @@ void WriteFieldLine(OutputFile& file, std::string_view field) {
     file.Write("\r\n");
 }
 
-std::string QuotedDoubling(std::string_view field) {
-    std::string quoted = "\"";
-    for (const char character : field) {
-        if (character == '"') quoted += '"';
-        quoted += character;
+void AppendQuotedDoubling(std::string& text, std::string_view field) {
+    text += '"';
+    for (std::size_t quote = field.find('"'); quote != std::string_view::npos; quote = field.find('"')) {
+        text += field.substr(0, quote + 1);
+        text += '"';
+        field.remove_prefix(quote + 1);
     }
-    quoted += '"';
+    text += field;
+    text += '"';
+}
+
+std::string QuotedDoubling(std::string_view field) {
+    std::string quoted;
+    AppendQuotedDoubling(quoted, field);
     return quoted;
 }
 

@@ -86,8 +86,9 @@ class LineReader {
 // line.
 void WriteFieldLine(OutputFile& file, std::string_view field);
 
-// `field` between quotes, a quote inside it doubled.
+// `field` between quotes, a quote inside it doubled; alone, or appended to a text.
 std::string QuotedDoubling(std::string_view field);
+void AppendQuotedDoubling(std::string& text, std::string_view field);
 
 // `field` between quotes, as it stands.
 std::string Quoted(std::string_view field);

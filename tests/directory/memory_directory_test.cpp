@@ -189,6 +189,7 @@ TEST(MemoryDirectory, FailsAsATestAsks) {
         [&] { directory.AttributeNames(entry); },
         [&] { directory.AttributeSyntax(entry, "CN"); },
         [&] { directory.AttributeValues(entry, "CN"); },
+        [&] { directory.ReferencedNames(entry, "CN"); },
         [&] { directory.NWDSOpenStream(context, ".Word.SITE", "App:Macros", 1, handle); },
         [&] { directory.GetFileSize(1); },
     };

@@ -179,6 +179,26 @@ TEST(MemoryTree, TellsObjectsApartWhoseNamesTheCodePageCannot) {
     EXPECT_EQ(fixture.Values("App.??~2.S", "ACL"), "App.??~2.S,[Entry Rights],1");
 }
 
+TEST(MemoryTree, NamesTheObjectsThatValuesReferTo) {
+    DirectoryFixture fixture(
+        "dn: cn=Team,ou=Staff,o=S\nmember: CN=bob,OU=staff,O=s\nmember: cn=Gone,ou=Staff,o=S\n"
+        "member: cn=Ann\\, B.,ou=Staff,o=S\nmember: cn=Bob,ou=None,o=S\nmember: cn=Eve,ou=None,o=S\n"
+        "member: cn=\xE6\x97\xA5,ou=Staff,o=S\nmember: o=S\nmember: .bob.STAFF.s\nmember:\n"
+        "member: NDS:\\\\TREE\\S\\Staff\\Bob\nmember: cn=Bob,ou=Staff,o\nowner: no one\n"
+        "description: Bob.Staff.S\n\n"
+        "dn: cn=Bob,ou=Staff,o=S\ncn: Bob\n\ndn: cn=Ann\\, B.,ou=Staff,o=S\ncn: Ann\n\n"
+        "dn: cn=\xE6\x97\xA5,ou=Staff,o=S\ncn: Sun\n");
+    MemoryDirectory& directory = fixture.directory;
+    const Entry team = directory.LookUp("Team.Staff.S");
+    const Lines members = {"Bob.Staff.S", "Ann, B\\..Staff.S", "?.Staff.S",
+                           "S",           "Bob.Staff.S",       "Bob.Staff.S"};
+    EXPECT_EQ(directory.ReferencedNames(team, "Member"), members);
+    EXPECT_EQ(directory.ReferencedNames(team, "Owner"), Lines());
+    EXPECT_EQ(directory.ReferencedNames(team, "Description"), Lines{"Bob.Staff.S"});
+    EXPECT_EQ(ErrorOf([&] { directory.ReferencedNames(directory.LookUp("Bob.Staff.S"), "Member"); }),
+              errors::kNoSuchValue);
+}
+
 // Names that stand in the file as they are keep their spelling, wherever they stand in it.
 TEST(MemoryTree, NumbersNamesThatTheCodePageLacksAroundThoseOfTheirSiblings) {
     DirectoryFixture fixture(
