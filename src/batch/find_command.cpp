@@ -1,6 +1,7 @@
 // zorvel-batch find: the stream entries of the chosen applications that match an expression.
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,9 +49,9 @@ class FindCommand final : public BatchCommand {
                                       ->add_option("expression", expression_,
                                                    "A regular expression, matched without regard to case")
                                       ->check(BlankFault);
-        std::vector<std::string> names;
-        for (const PredefinedSearch& search : PredefinedSearches)
-            names.emplace_back(search.name);
+        std::vector<std::string> names(PredefinedSearches.size());
+        std::transform(PredefinedSearches.begin(), PredefinedSearches.end(), names.begin(),
+                       [](const PredefinedSearch& search) { return std::string(search.name); });
         CLI::Option* preset = command->add_option("--preset", preset_, "A predefined search")
                                   ->check(CLI::IsMember(names, CLI::ignore_case))
                                   ->excludes(expression);
