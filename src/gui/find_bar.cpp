@@ -1,0 +1,126 @@
+#include "gui/find_bar.h"
+
+#include <QKeyEvent>
+#include <QShortcut>
+
+#include "gui/qt_text.h"
+#include "shell/formats.h"
+#include "ui_find_bar.h"
+
+namespace zorvel {
+namespace {
+
+// Milliseconds after the last key at which the matches are counted: a count passes the whole text.
+constexpr int kCountDelay = 250;
+
+}  // namespace
+
+FindBar::FindBar(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::FindBar>()) {
+    ui_->setupUi(this);
+    hide();
+    count_.setSingleShot(true);
+    count_.setInterval(kCountDelay);
+    connect(&count_, &QTimer::timeout, this, &FindBar::ShowCount);
+    ui_->txtFind->installEventFilter(this);
+    connect(ui_->txtFind, &QLineEdit::textChanged, this, &FindBar::Changed);
+    connect(ui_->checkCase, &QCheckBox::toggled, this, &FindBar::Changed);
+    connect(ui_->butNext, &QPushButton::clicked, this, [this] { Find(FindStart::kBehind); });
+    connect(ui_->butPrevious, &QPushButton::clicked, this, [this] { Find(FindStart::kAhead); });
+    connect(ui_->butClose, &QPushButton::clicked, this, &FindBar::Close);
+}
+
+FindBar::~FindBar() = default;
+
+void FindBar::Serve(FindTarget& target, QWidget& view, QWidget& owner) {
+    target_ = &target;
+    view_ = &view;
+    const auto on = [&](const QKeySequence& key, auto action) {
+        auto* shortcut = new QShortcut(key, &owner);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, action);
+    };
+    on(QKeySequence::Find, [this] { Open(); });
+    on(Qt::Key_F3, [this] { Find(FindStart::kBehind); });
+    on(Qt::SHIFT | Qt::Key_F3, [this] { Find(FindStart::kAhead); });
+}
+
+void FindBar::ForgetMatches() {
+    ui_->labFound->clear();
+    if (isVisible() && !ui_->txtFind->text().isEmpty()) count_.start();
+}
+
+void FindBar::Open() {
+    const QString needle = target_->SelectedNeedle();
+    show();
+    if (!needle.isEmpty()) ui_->txtFind->setText(needle);
+    ui_->txtFind->setFocus(Qt::ShortcutFocusReason);
+    ui_->txtFind->selectAll();
+}
+
+void FindBar::Close() {
+    hide();
+    view_->setFocus(Qt::OtherFocusReason);
+}
+
+void FindBar::Changed() {
+    const bool empty = ui_->txtFind->text().isEmpty();
+    ui_->butNext->setEnabled(!empty);
+    ui_->butPrevious->setEnabled(!empty);
+    ui_->labFound->clear();
+    if (empty) {
+        count_.stop();
+        return;
+    }
+    count_.start();
+    Find(FindStart::kSelection);
+}
+
+void FindBar::Find(FindStart start) {
+    const QString needle = ui_->txtFind->text();
+    if (needle.isEmpty()) {
+        Open();
+        return;
+    }
+    switch (target_->Find(needle, ui_->checkCase->isChecked(), start)) {
+        case FindResult::kNothing:
+            count_.stop();
+            ui_->labFound->setText(QStringLiteral("Nothing was found"));
+            break;
+        case FindResult::kFound:
+            ui_->labWrapped->clear();
+            return;
+        case FindResult::kWrapped:
+            if (start != FindStart::kSelection) {
+                ui_->labWrapped->setText(start == FindStart::kBehind ? QStringLiteral("Went on at the top")
+                                                                     : QStringLiteral("Went on at the end"));
+                return;
+            }
+            break;
+    }
+    ui_->labWrapped->clear();
+}
+
+void FindBar::ShowCount() {
+    const std::size_t count = target_->CountMatches(ui_->txtFind->text(), ui_->checkCase->isChecked());
+    ui_->labFound->setText(
+        ToQString(GroupedOrZero(static_cast<std::int64_t>(count)) + (count == 1 ? " match" : " matches")));
+}
+
+bool FindBar::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    switch (key.key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            // A dialog would take it for its default button.
+            Find(key.modifiers().testFlag(Qt::ShiftModifier) ? FindStart::kAhead : FindStart::kBehind);
+            return true;
+        case Qt::Key_Escape:
+            Close();
+            return true;
+        default:
+            return QWidget::eventFilter(watched, event);
+    }
+}
+
+}  // namespace zorvel

@@ -1,0 +1,65 @@
+// The bar below a text that searches it: Ctrl+F opens it, F3 and Enter go on, ESC closes it.
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+#include <cstddef>
+#include <memory>
+
+namespace Ui {
+class FindBar;
+}
+
+namespace zorvel {
+
+// Where a search begins.
+enum class FindStart {
+    kSelection,  // with the selected text itself, as when the needle is being typed
+    kBehind,     // behind the selection
+    kAhead,      // ahead of it, backwards
+};
+
+enum class FindResult { kNothing, kFound, kWrapped };
+
+// A view whose text can be searched.
+class FindTarget {
+  public:
+    virtual ~FindTarget() = default;
+    // Selects the next match and brings it into sight; goes on at the other end of the text.
+    virtual FindResult Find(const QString& needle, bool match_case, FindStart start) = 0;
+    virtual std::size_t CountMatches(const QString& needle, bool match_case) const = 0;
+    // What is selected, if it lies in one line and is short enough to be looked for; else nothing.
+    virtual QString SelectedNeedle() const = 0;
+};
+
+class FindBar final : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit FindBar(QWidget* parent = nullptr);
+    ~FindBar() override;
+
+    // Searches `target`, which shows itself as `view`, and takes its keys wherever in `owner` the keyboard
+    // is. To be called once.
+    void Serve(FindTarget& target, QWidget& view, QWidget& owner);
+
+    // The text has changed; what is said about matches no longer holds.
+    void ForgetMatches();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void Open();
+    void Close();
+    void Changed();
+    void Find(FindStart start);
+    void ShowCount();
+
+    std::unique_ptr<Ui::FindBar> ui_;
+    FindTarget* target_ = nullptr;
+    QWidget* view_ = nullptr;
+    QTimer count_;  // runs out when nothing was typed for a moment
+};
+
+}  // namespace zorvel
