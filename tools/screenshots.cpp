@@ -7,6 +7,7 @@
 #include <QItemSelectionModel>
 #include <QListView>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -70,16 +71,23 @@ void TakeModal(
     open();
 }
 
-// Answers the message boxes that come with their default, until it goes.
+// Answers the questions that come with one button, until it goes.
 class Answers : public QObject {
   public:
-    Answers() { startTimer(20); }
+    explicit Answers(QMessageBox::StandardButton button) : button_(button) { Watch(); }
 
-  protected:
-    void timerEvent(QTimerEvent* /*event*/) override {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-            box->defaultButton()->click();
+  private:
+    void Watch() {
+        QTimer::singleShot(10, this, [this] {
+            Watch();
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box == nullptr) return;
+            QAbstractButton* const button = box->button(button_);
+            (button != nullptr ? button : box->button(QMessageBox::Ok))->click();
+        });
     }
+
+    QMessageBox::StandardButton button_;
 };
 
 void TakeAll(frmZorvel& window, const Photographer& photographer) {
@@ -102,7 +110,7 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
     tabs->setCurrentIndex(0);
     press("butTreeControl_5");
     {
-        const Answers answers;
+        const Answers answers(QMessageBox::No);
         press("butGenerate");
     }
     photographer.Take(window, "status");
@@ -118,7 +126,7 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
     Q_EMIT find->activated(0);
     photographer.Take(window, "find-prompt");
     {
-        const Answers answers;
+        const Answers answers(QMessageBox::Yes);
         press("butGenerate");
     }
     photographer.Take(window, "find");

@@ -5,17 +5,21 @@
 
 #include "analysis/analysis_run.h"
 #include "analysis/stream_finder.h"
+#include "analysis/stream_finder.h"
 #include "database/capture_details.h"
 #include "database/maintenance.h"
 #include "directory/saved_selections.h"
 #include "gui/applications_page.h"
 #include "gui/bar_status.h"
 #include "gui/find_page.h"
+#include "gui/find_page.h"
 #include "gui/frm_cache_tree.h"
 #include "gui/frm_capture_details.h"
 #include "gui/frm_db_maint.h"
+#include "gui/frm_document.h"
 #include "gui/frm_load_selections.h"
 #include "gui/frm_save_selections.h"
+#include "gui/frm_view_log.h"
 #include "gui/frm_welcome.h"
 #include "gui/options_page.h"
 #include "gui/qt_text.h"
@@ -340,12 +344,13 @@ void frmZorvel::OpenMaintenance() {
 
 void frmZorvel::ShowDocument(const char* file_name, const char* caption) {
     const Files& files = controller_.services().files;
-    frmDocument(files, files.Path(file_name), caption, this).exec();
+    const auto open_link = [this](std::string_view address) { user_.OpenDocument(address); };
+    frmDocument(files, files.Path(file_name), caption, open_link, this).exec();
 }
 
 void frmZorvel::OpenLogViewer() {
-    LogView log(controller_.services());
-    frmViewLog(log, this).exec();
+    frmViewLog viewer(this);
+    if (viewer.Open(controller_.services())) viewer.exec();
 }
 
 void frmZorvel::closeEvent(QCloseEvent* event) {
