@@ -22,7 +22,6 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::Fi
     count_.setSingleShot(true);
     count_.setInterval(kCountDelay);
     connect(&count_, &QTimer::timeout, this, &FindBar::ShowCount);
-    ui_->txtFind->installEventFilter(this);
     connect(ui_->txtFind, &QLineEdit::textChanged, this, &FindBar::Changed);
     connect(ui_->checkCase, &QCheckBox::toggled, this, &FindBar::Changed);
     connect(ui_->butNext, &QPushButton::clicked, this, [this] { Find(FindStart::kBehind); });
@@ -110,20 +109,18 @@ void FindBar::ShowCount() {
     Say(ToQString(GroupedOrZero(static_cast<std::int64_t>(count)) + unit), place_);
 }
 
-bool FindBar::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
-    const auto& key = static_cast<const QKeyEvent&>(*event);
-    switch (key.key()) {
+// What the bar's controls leave over; a dialog would take it for its buttons.
+void FindBar::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            // A dialog would take it for its default button.
-            Find(key.modifiers().testFlag(Qt::ShiftModifier) ? FindStart::kAhead : FindStart::kBehind);
-            return true;
+            Find(event->modifiers().testFlag(Qt::ShiftModifier) ? FindStart::kAhead : FindStart::kBehind);
+            break;
         case Qt::Key_Escape:
             Close();
-            return true;
+            break;
         default:
-            return QWidget::eventFilter(watched, event);
+            QWidget::keyPressEvent(event);
     }
 }
 

@@ -47,7 +47,7 @@ class FindBar final : public QWidget {
     void ForgetMatches();
 
   protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void Open();
