@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QShortcut>
+#include <QStyle>
 
 #include "gui/qt_text.h"
 #include "shell/formats.h"
@@ -21,12 +22,12 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::Fi
     count_.setSingleShot(true);
     count_.setInterval(kCountDelay);
     connect(&count_, &QTimer::timeout, this, &FindBar::ShowCount);
-    ui_->txtFind->installEventFilter(this);
     connect(ui_->txtFind, &QLineEdit::textChanged, this, &FindBar::Changed);
     connect(ui_->checkCase, &QCheckBox::toggled, this, &FindBar::Changed);
     connect(ui_->butNext, &QPushButton::clicked, this, [this] { Find(FindStart::kBehind); });
     connect(ui_->butPrevious, &QPushButton::clicked, this, [this] { Find(FindStart::kAhead); });
-    connect(ui_->butClose, &QPushButton::clicked, this, &FindBar::Close);
+    ui_->butClose->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    connect(ui_->butClose, &QToolButton::clicked, this, &FindBar::Close);
 }
 
 FindBar::~FindBar() = default;
@@ -45,8 +46,15 @@ void FindBar::Serve(FindTarget& target, QWidget& view, QWidget& owner) {
 }
 
 void FindBar::ForgetMatches() {
-    ui_->labFound->clear();
+    Say({}, {});
     if (isVisible() && !ui_->txtFind->text().isEmpty()) count_.start();
+}
+
+void FindBar::Say(const QString& matches, const QString& place) {
+    matches_ = matches;
+    place_ = place;
+    const QString between = matches.isEmpty() || place.isEmpty() ? QString() : QStringLiteral(" - ");
+    ui_->labFound->setText(matches + between + place);
 }
 
 void FindBar::Open() {
@@ -66,11 +74,9 @@ void FindBar::Changed() {
     const bool empty = ui_->txtFind->text().isEmpty();
     ui_->butNext->setEnabled(!empty);
     ui_->butPrevious->setEnabled(!empty);
-    ui_->labFound->clear();
-    if (empty) {
-        count_.stop();
-        return;
-    }
+    Say({}, {});
+    count_.stop();
+    if (empty) return;
     count_.start();
     Find(FindStart::kSelection);
 }
@@ -84,42 +90,37 @@ void FindBar::Find(FindStart start) {
     switch (target_->Find(needle, ui_->checkCase->isChecked(), start)) {
         case FindResult::kNothing:
             count_.stop();
-            ui_->labFound->setText(QStringLiteral("Nothing was found"));
+            show();
+            Say(QStringLiteral("Nothing was found"), {});
             break;
         case FindResult::kFound:
-            ui_->labWrapped->clear();
-            return;
+            Say(matches_, {});
+            break;
         case FindResult::kWrapped:
-            if (start != FindStart::kSelection) {
-                ui_->labWrapped->setText(start == FindStart::kBehind ? QStringLiteral("Went on at the top")
-                                                                     : QStringLiteral("Went on at the end"));
-                return;
-            }
+            Say(matches_, start == FindStart::kAhead ? QStringLiteral("went on from the end")
+                                                     : QStringLiteral("went on from the top"));
             break;
     }
-    ui_->labWrapped->clear();
 }
 
 void FindBar::ShowCount() {
     const std::size_t count = target_->CountMatches(ui_->txtFind->text(), ui_->checkCase->isChecked());
-    ui_->labFound->setText(
-        ToQString(GroupedOrZero(static_cast<std::int64_t>(count)) + (count == 1 ? " match" : " matches")));
+    const char* unit = count == 1 ? " match" : " matches";
+    Say(ToQString(GroupedOrZero(static_cast<std::int64_t>(count)) + unit), place_);
 }
 
-bool FindBar::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
-    const auto& key = static_cast<const QKeyEvent&>(*event);
-    switch (key.key()) {
+// What the bar's controls leave over; a dialog would take it for its buttons.
+void FindBar::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            // A dialog would take it for its default button.
-            Find(key.modifiers().testFlag(Qt::ShiftModifier) ? FindStart::kAhead : FindStart::kBehind);
-            return true;
+            Find(event->modifiers().testFlag(Qt::ShiftModifier) ? FindStart::kAhead : FindStart::kBehind);
+            break;
         case Qt::Key_Escape:
             Close();
-            return true;
+            break;
         default:
-            return QWidget::eventFilter(watched, event);
+            QWidget::keyPressEvent(event);
     }
 }
 

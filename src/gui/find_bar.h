@@ -47,7 +47,7 @@ class FindBar final : public QWidget {
     void ForgetMatches();
 
   protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void Open();
@@ -55,10 +55,14 @@ class FindBar final : public QWidget {
     void Changed();
     void Find(FindStart start);
     void ShowCount();
+    // Shows how many matches there are and how the one that is selected was come by; each may be empty.
+    void Say(const QString& matches, const QString& place);
 
     std::unique_ptr<Ui::FindBar> ui_;
     FindTarget* target_ = nullptr;
     QWidget* view_ = nullptr;
+    QString matches_;
+    QString place_;
     QTimer count_;  // runs out when nothing was typed for a moment
 };
 

@@ -19,14 +19,17 @@ frmDocument::frmDocument(const Files& files, std::string_view path, std::string_
     browser.setAccessibleName(windowTitle());
     constexpr double kPageMargin = 16;
     browser.document()->setDocumentMargin(kPageMargin);
-    RichTextDocument document(*browser.document(), browser.palette());
-    ReadRichTextFile(files, path, document);
+    {
+        RichTextDocument document(*browser.document(), browser.palette());
+        ReadRichTextFile(files, path, document);
+    }
+    browser.moveCursor(QTextCursor::Start);  // the text before which it stood has moved it on
     search_ = std::make_unique<DocumentSearch>(browser);
     ui_->barFind->Serve(*search_, browser, *this);
     connect(&browser, &QTextBrowser::anchorClicked, this,
             [this](const QUrl& url) { open_link_(FromQString(url.toString(QUrl::FullyEncoded))); });
     connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
-    constexpr int kCharacters = 90;
+    constexpr int kCharacters = 110;
     constexpr int kLines = 34;
     resize(kCharacters * fontMetrics().averageCharWidth(), kLines * fontMetrics().lineSpacing());
 }

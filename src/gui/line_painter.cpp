@@ -59,7 +59,8 @@ void LinePainter::Paint(std::size_t line, const QRectF& area, std::size_t first_
     const std::size_t end = std::min(lines_.OffsetAt(line, first_column + columns) + 1, line_end);
     const double baseline = area.top() + ascent;
     // A line all on one background is seen as a bar, wherever the view is scrolled.
-    if (const auto background = lines_.Background(line)) painter_.fillRect(area, ToQColor(*background));
+    if (const auto background = lines_.Background(line))
+        painter_.fillRect(QRectF(0, area.top(), area.right(), area.height()), ToQColor(*background));
     for (const LineRun& run : lines_.Runs(begin, end)) {
         const std::size_t selected_begin = std::clamp(selection_begin_, run.begin, run.end);
         const std::size_t selected_end = std::clamp(selection_end_, run.begin, run.end);

@@ -46,7 +46,7 @@ QColor TextColour(const std::optional<RichTextColour>& colour,
     constexpr int kLightest = 255;
     constexpr int kStep = 8;
     for (int lightness = kLightest - text.lightness(); lightness < kLightest; lightness += kStep) {
-        const QColor light = QColor::fromHsl(text.hslHue(), text.hslSaturation(), lightness);
+        const QColor light = QColor::fromHsl(text.hslHue(), text.hslSaturation(), lightness).toRgb();
         if (Contrast(light, base) >= kReadable) return light;
     }
     return Qt::white;

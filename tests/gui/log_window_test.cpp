@@ -1,0 +1,176 @@
+// The window that shows the log, and its search.
+#include <gmock/gmock.h>
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <filesystem>
+#include <string>
+
+#include "gui/controls.h"
+#include "gui/frm_view_log.h"
+#include "gui/line_view.h"
+#include "support/fakes.h"
+
+namespace zorvel {
+namespace {
+
+using test::Control;
+using test::ShowActive;
+using test::TestShell;
+
+class LogWindow : public testing::Test {
+  protected:
+    LogWindow() {
+        shell_.log.WriteLog("Word.APPS.SITE is read");
+        shell_.log.WriteLog("ERROR: Unexpected error # 53 (File not found)");
+        shell_.log.WriteLog("WARNING: the stream {0002A500} is empty");
+    }
+    void Open() {
+        ASSERT_TRUE(window_.Open(shell_.services));
+        ShowActive(window_);
+    }
+    void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(window_.focusWidget(), static_cast<Qt::Key>(key), modifiers);
+    }
+    void Search(const char* needle) {
+        Press(Qt::Key_F, Qt::ControlModifier);
+        QTest::keyClicks(window_.focusWidget(), needle);
+    }
+    LineView& view() { return Control<LineView>(window_, "RichTextBox1"); }
+    // The line of the selection, and the selection.
+    std::string Match() {
+        const std::string& text = view().lines().text();
+        return std::to_string(view().lines().LineAt(view().selection_begin())) + ":" +
+               text.substr(view().selection_begin(), view().selection_end() - view().selection_begin());
+    }
+    std::string Said() { return Control<QLabel>(window_, "labFound").text().toStdString(); }
+    bool Says(const std::string& text) {
+        return QTest::qWaitFor([&] { return Said() == text; });
+    }
+
+    TestShell shell_;
+    frmViewLog window_;
+};
+
+TEST_F(LogWindow, ShowsTheLogOfTheMomentUntilOk) {
+    bool hourglass = false;
+    shell_.ui.on_events = [&] { hourglass = hourglass || QGuiApplication::overrideCursor() != nullptr; };
+    Open();
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(window_.windowTitle(), "Current Zorvel Log File");
+    EXPECT_EQ(window_.focusWidget(), &view());
+    const RichLines& lines = view().lines();
+    ASSERT_EQ(lines.size(), 4U);
+    EXPECT_EQ(lines.Line(0), "16/11/2026 17:28:05    Word.APPS.SITE is read");
+    EXPECT_EQ(lines.Line(2), "16/11/2026 17:28:05 WARNING: the stream {0002A500} is empty");
+    EXPECT_EQ(lines.Line(3),
+              "16/11/2026 17:28:05    Committing current Zorvel log file in preparation to view");
+    EXPECT_EQ(lines.Background(0), std::nullopt);
+    EXPECT_EQ(lines.Background(1), (RichTextColour{255, 0, 0}));
+    EXPECT_EQ(lines.Background(2), (RichTextColour{255, 255, 0}));
+    const QImage image = view().viewport()->grab().toImage();
+    const auto edge = [&](std::size_t line) {
+        return image.pixelColor(image.width() - 1,
+                                view().CharacterRect(lines.LineBegin(line)).toRect().center().y());
+    };
+    EXPECT_EQ(edge(0), view().palette().color(QPalette::Base));
+    EXPECT_EQ(edge(1), QColor(255, 0, 0));
+    EXPECT_EQ(edge(2), QColor(255, 255, 0));
+    EXPECT_EQ(Control<QPushButton>(window_, "cmdOK").text(), "&Ok!");
+    QTest::mouseClick(&Control<QPushButton>(window_, "cmdOK"), Qt::LeftButton);
+    EXPECT_FALSE(window_.isVisible());
+    // The session's log goes on.
+    shell_.log.WriteLog("later");
+    EXPECT_EQ(shell_.LogLines().back(), "    later");
+}
+
+TEST_F(LogWindow, FollowsTheSizeOfTheWindow) {
+    Open();
+    const QSize before = view().size();
+    window_.resize(window_.width() + 120, window_.height() + 80);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view().size(), before + QSize(120, 80));
+}
+
+TEST_F(LogWindow, EnterAndEscCloseIt) {
+    for (const int key : {Qt::Key_Return, Qt::Key_Escape}) {
+        Open();
+        Press(key);
+        EXPECT_FALSE(window_.isVisible());
+    }
+}
+
+TEST_F(LogWindow, FindsAsOneTypesAndGoesOnInBothDirections) {
+    Open();
+    auto& bar = Control<QWidget>(window_, "barFind");
+    EXPECT_FALSE(bar.isVisible());
+    Search("er");
+    EXPECT_TRUE(bar.isVisible());
+    EXPECT_EQ(Match(), "1:ER");
+    Press(Qt::Key_R);
+    EXPECT_EQ(Match(), "1:ERR");
+    EXPECT_TRUE(Says("2 matches"));
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Match(), "1:err");
+    Press(Qt::Key_F3);
+    EXPECT_EQ(Match(), "1:ERR");
+    EXPECT_EQ(Said(), "2 matches - went on from the top");
+    Press(Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(Match(), "1:err");
+    EXPECT_EQ(Said(), "2 matches - went on from the end");
+    Press(Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(Match(), "1:ERR");
+    QTest::mouseClick(&Control<QPushButton>(window_, "butNext"), Qt::LeftButton);
+    EXPECT_EQ(Match(), "1:err");
+    EXPECT_EQ(Said(), "2 matches");
+    QTest::mouseClick(&Control<QPushButton>(window_, "butPrevious"), Qt::LeftButton);
+    EXPECT_EQ(Match(), "1:ERR");
+    EXPECT_TRUE(window_.isVisible());
+    // ESC closes the bar, and only then the window; F3 goes on without the bar.
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(bar.isVisible());
+    EXPECT_EQ(window_.focusWidget(), &view());
+    Press(Qt::Key_F3);
+    EXPECT_EQ(Match(), "1:err");
+    EXPECT_FALSE(bar.isVisible());
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(window_.isVisible());
+}
+
+TEST_F(LogWindow, SaysWhenNothingIsFound) {
+    Open();
+    Search("stream {0002a500}");
+    EXPECT_TRUE(Says("1 match"));
+    EXPECT_EQ(Match(), "2:stream {0002A500}");
+    auto& match_case = Control<QAbstractButton>(window_, "checkCase");
+    QTest::mouseClick(&match_case, Qt::LeftButton, {}, QPoint(5, match_case.height() / 2));
+    EXPECT_EQ(Said(), "Nothing was found");
+    EXPECT_EQ(Match(), "2:stream {0002A500}");
+    QTest::qWait(400);
+    EXPECT_EQ(Said(), "Nothing was found");
+    // A character that the log cannot hold is not taken for another.
+    auto& needle = Control<QLineEdit>(window_, "txtFind");
+    needle.setText(QStringLiteral("\u2665"));
+    EXPECT_EQ(Said(), "Nothing was found");
+    needle.clear();
+    EXPECT_EQ(Said(), "");
+    EXPECT_FALSE(Control<QPushButton>(window_, "butNext").isEnabled());
+    // The selection is what one is likely to look for.
+    view().Select(view().lines().LineBegin(1) + 20, view().lines().LineBegin(1) + 25);
+    Press(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(needle.text(), "ERROR");
+    EXPECT_EQ(needle.selectedText(), "ERROR");
+}
+
+TEST_F(LogWindow, ALogThatCannotBeCopiedIsTold) {
+    std::filesystem::remove(shell_.folder.path() / "Zorvel.log");
+    EXPECT_FALSE(window_.Open(shell_.services));
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    ASSERT_EQ(shell_.ui.boxes.size(), 1U);
+    EXPECT_THAT(shell_.ui.boxes[0].text, testing::HasSubstr("occurred in frmViewLog"));
+}
+
+}  // namespace
+}  // namespace zorvel
