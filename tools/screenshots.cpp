@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <QTreeView>
 #include <filesystem>
@@ -116,14 +117,23 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
     photographer.Take(window, "status");
     TakeModal(photographer, "import", menu("mnuDatabaseItem_1"));
     TakeModal(photographer, "maintenance", menu("mnuDatabaseItem_3"));
-    TakeModal(photographer, "log", menu("mnuHelpItem_2"));
+    // The log's warnings and errors, with one of each put into it.
+    zorvel::Log& log = window.controller().services().log;
+    log.WriteLog("WARNING: Stream '(Copy Files)' of 'Reader.APPS.CORP' could not be read to its end");
+    log.WriteLog(
+        "ERROR: DS error 601 returned during Node click on 'NDS:\\\\CORP_TREE\\CORP\\OLD' - cached version "
+        "of "
+        "Tree likely out of date");
+    TakeModal(photographer, "log", menu("mnuHelpItem_2"), [](QWidget& viewer) {
+        QTest::keyClick(viewer.findChild<QWidget*>("RichTextBox1"), Qt::Key_End, Qt::ControlModifier);
+    });
     TakeModal(photographer, "history", menu("mnuHelpItem_1"));
     TakeModal(photographer, "license", menu("mnuHelpItem_3"));
 
     tabs->setCurrentIndex(2);
     auto* find = window.findChild<QComboBox*>("comFind");
-    find->setCurrentIndex(0);
-    Q_EMIT find->activated(0);
+    find->setCurrentIndex(1);
+    Q_EMIT find->activated(1);
     photographer.Take(window, "find-prompt");
     {
         const Answers answers(QMessageBox::Yes);
