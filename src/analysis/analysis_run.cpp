@@ -158,6 +158,7 @@ void AnalysisRun::ReadApplications(RunFiles& files) {
         }
         if (services_.activity.UserInterrupt) break;
         if (outcome != ApplicationReader::Outcome::kNotFound) PauseAfter(tally_.processed);
+        if (services_.activity.UserInterrupt) break;
     }
 }
 

@@ -99,12 +99,14 @@ void OUBrowser::ListApplications(const std::string& path) {
     services_.status.SetStatus('Y', kReadingText);
     directory_.SetClassFilter(kApplicationClass);
     const Entry container = directory_.FindEntry(path);
-    current_container_ = path;
-    labCurrentOU = directory_.FullNameOf(container);
+    std::string full_name = directory_.FullNameOf(container);
     directory_.SetCurrentObject(container.path);
+    std::vector<Entry> entries = directory_.Entries();
+    current_container_ = path;
+    labCurrentOU = std::move(full_name);
     ClearList();
     bool unknown = false;
-    for (Entry& entry : directory_.Entries()) {
+    for (Entry& entry : entries) {
         Item item;
         item.app = lists_.FindApp(path, entry.short_name);
         item.selected = item.app != 0 && lists_.AppList[item.app - 1].Selected;
@@ -138,7 +140,7 @@ void OUBrowser::ReportClickFailure(const std::string& path, const Error& error) 
         std::string(kProductName) + " encountered an error trying to access '" + path +
             "'\n\nIt's likely that your Tree structure has changed since Zorvel last cached it.  Would you "
             "like to refresh the Zorvel Tree cache?",
-        MessageIcon::kExclamation, Answer::kYes);
+        MessageIcon::kExclamation, Answer::kNo);
     services_.log.WriteLog(refresh ? "User chose to refresh cache" : "User chose NOT to refresh cache");
     if (refresh) ReloadTree();
 }
@@ -185,6 +187,14 @@ void OUBrowser::ForceFullRefresh() {
     }
 }
 
+template <typename Choose>
+void OUBrowser::SetSelection(Choose choose) {
+    for (Item& item : items_)
+        item.selected = choose(item);
+    display_.ShowItemSelection();
+    RefreshAppTitle();
+}
+
 void OUBrowser::SelectAllInTree() {
     for (AppRecord& application : lists_.AppList)
         lists_.Select(application, true);
@@ -210,21 +220,10 @@ void OUBrowser::SelectApplication(std::size_t app) {
     AppRecord& application = lists_.AppList[app - 1];
     lists_.Select(application, true);
     SetMark(lists_.FindOU(application.Container), kBold, true);
-    if (application.Container != current_container_) return;
-    for (Item& item : items_)
-        item.selected = item.selected || item.app == app;
 }
 
 void OUBrowser::ShowSelection() {
-    display_.ShowItemSelection();
-    RefreshAppTitle();
-}
-
-template <typename Choose>
-void OUBrowser::SetSelection(Choose choose) {
-    for (Item& item : items_)
-        item.selected = choose(item);
-    ShowSelection();
+    SetSelection([this](const Item& item) { return item.app != 0 && lists_.AppList[item.app - 1].Selected; });
 }
 
 void OUBrowser::SelectAllInOU() {

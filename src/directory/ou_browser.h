@@ -86,6 +86,10 @@ class OUBrowser final : public SelectionTarget {
     void ShowSelection() override;
 
     const OUNodes& nodes() const { return nodes_; }
+    // The node of the current container, or 0.
+    std::size_t CurrentNode() const { return lists_.FindOU(current_container_); }
+    // Whether a node is there to be clicked, and nothing is busy.
+    bool CanClick(std::size_t number) const { return nodes_.Shown(number) && !services_.activity.Busy; }
     const OURecord& Record(std::size_t number) const { return lists_.OUList[number - 1]; }
     bool Bold(std::size_t number) const { return Marked(number, kBold); }
     bool Checked(std::size_t number) const { return Marked(number, kChecked); }

@@ -72,9 +72,9 @@ bool OUViewLoader::LoadFromCache(std::string_view tree) {
 void OUViewLoader::ReadTree(std::string_view tree) {
     const std::string name(tree);
     display_.ShowCacheTree("Refreshing '" + name + "' Tree cache..");
-    for (int n = countdown_; n >= 1; --n) {
+    for (int n = countdown_; n >= 1 && !services_.activity.UserInterrupt; --n) {
         display_.SetLabOU("(Refresh will begin in " + Digits(n) + " second" + (n == 1 ? "" : "s") + ")");
-        Pause(services_.clock, services_.ui, 1);
+        Pause(services_.clock, services_.ui, 1, &services_.activity.UserInterrupt);
     }
     started_ = services_.clock.Timer();
     examined_ = 0;
@@ -89,6 +89,10 @@ void OUViewLoader::ReadTree(std::string_view tree) {
     display_.AddNode(root_number, true);
     RecurseDirectory(root_number);
 
+    if (services_.activity.UserInterrupt) {
+        services_.log.WriteLog("WARNING: The reading of '" + name +
+                               "' was interrupted - its cache holds only what was read until then");
+    }
     const Files& files = services_.files;
     services_.status.SetStatus('Y', "Updating Tree Cache...");
     services_.log.WriteLog("Writing fresh Tree cache, '" + TreeCachePath(files, tree) + "'");

@@ -52,10 +52,13 @@ void ApplicationsPage::SetBrowser(OUBrowser& browser) {
 }
 
 void ApplicationsPage::ConnectTree() {
+    ui_->comTree->installEventFilter(this);
     connect(ui_->comTree, &QComboBox::activated, this,
             [this](int index) { Q_EMIT TreeChosen(static_cast<std::size_t>(index)); });
 
-    const auto click = [this](const QModelIndex& index) { ClickLater(OUTreeModel::Number(index)); };
+    const auto click = [this](const QModelIndex& index) {
+        if (!showing_nodes_) ClickLater(OUTreeModel::Number(index));
+    };
     connect(ui_->TreeView1->selectionModel(), &QItemSelectionModel::currentChanged, this, click);
     connect(ui_->TreeView1, &QTreeView::pressed, this, click);
 
@@ -101,7 +104,7 @@ void ApplicationsPage::ClickLater(std::size_t number) {
     if (number == 0 || std::exchange(clicked_, number) != 0) return;
     QTimer::singleShot(0, this, [this] {
         const std::size_t clicked = std::exchange(clicked_, 0);
-        if (browser_->nodes().Shown(clicked)) browser_->ClickNode(clicked);
+        if (browser_->CanClick(clicked)) browser_->ClickNode(clicked);
     });
 }
 
@@ -121,18 +124,30 @@ void ApplicationsPage::PassSelectionOn(const QItemSelection& selected, const QIt
     browser_->RefreshAppTitle();
 }
 
+bool ApplicationsPage::eventFilter(QObject* watched, QEvent* event) {
+    // A wheel that only passes by switches no tree.
+    if (event->type() != QEvent::Wheel) return QWidget::eventFilter(watched, event);
+    event->ignore();
+    return true;
+}
+
 void ApplicationsPage::ShowNodes() {
     nodes_->Reset();
-    if (browser_ == nullptr) return;
-    // The root and what lies directly below it: nothing deeper starts expanded.
     const QModelIndex root = nodes_->index(0, 0, {});
     if (!root.isValid()) return;
+    showing_nodes_ = true;
+    // The root and what lies directly below it: nothing deeper starts expanded.
     const OUNodes& nodes = browser_->nodes();
     for (std::size_t row = 0; row < nodes.ChildCount(OUTreeModel::Number(root)); ++row) {
         const QModelIndex child = nodes_->index(static_cast<int>(row), 0, root);
         if (browser_->StartsExpanded(OUTreeModel::Number(child))) ui_->TreeView1->expand(child);
     }
     ui_->TreeView1->expand(root);
+    // Where the user was, else the root: a view without a current node would take its first one for clicked
+    // as soon as it gets the keyboard.
+    const QModelIndex current = nodes_->IndexOf(browser_->CurrentNode());
+    ui_->TreeView1->setCurrentIndex(current.isValid() ? current : root);
+    showing_nodes_ = false;
 }
 
 void ApplicationsPage::ShowMarks() {

@@ -41,6 +41,8 @@ class ApplicationsPage final : public QWidget, public OUBrowserDisplay {
     void ShowItemSelection() override;
     void ShowTitle() override;
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   Q_SIGNALS:
     // The user chose another tree.
     void TreeChosen(std::size_t index);
@@ -61,6 +63,7 @@ class ApplicationsPage final : public QWidget, public OUBrowserDisplay {
     AppListModel* items_;
     OUBrowser* browser_ = nullptr;
     std::size_t clicked_ = 0;  // the node whose click is to be handled, or 0
+    bool showing_nodes_ = false;
     bool showing_selection_ = false;
     bool directory_enabled_ = true;
 };

@@ -18,14 +18,14 @@ struct Ball {
 Ball BallOf(StatusPicture picture) {
     switch (picture) {
         case StatusPicture::kRedBall:
-            return {":/icons/red_ball.svg", "Interrupted or failed"};
+            return {":/imageRedBall.svg", "Interrupted or failed"};
         case StatusPicture::kYellowBall:
-            return {":/icons/yellow_ball.svg", "Busy"};
+            return {":/imageYellowBall.svg", "Busy"};
         case StatusPicture::kGreenBall:
         case StatusPicture::kUnchanged:
             break;
     }
-    return {":/icons/green_ball.svg", "Idle"};
+    return {":/imageGreenBall.svg", "Idle"};
 }
 
 }  // namespace

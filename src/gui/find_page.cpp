@@ -12,6 +12,16 @@
 #include "ui_find_page.h"
 
 namespace zorvel {
+namespace {
+
+// Whether a key changes the text or starts the search; keys that move about leave the results in sight.
+bool EntersText(const QKeyEvent& key) {
+    if (key.modifiers() & (Qt::AltModifier | Qt::ControlModifier | Qt::MetaModifier)) return false;
+    return !key.text().isEmpty() && key.key() != Qt::Key_Tab && key.key() != Qt::Key_Backtab &&
+           key.key() != Qt::Key_Escape;
+}
+
+}  // namespace
 
 FindPage::FindPage(const Files& files, UserInterface& user, QWidget* parent)
     : QWidget(parent), files_(files), user_(user), ui_(std::make_unique<Ui::FindPage>()) {
@@ -20,6 +30,9 @@ FindPage::FindPage(const Files& files, UserInterface& user, QWidget* parent)
         ui_->comFind->addItem(ToQString(search.name));
     ui_->comFind->setCurrentIndex(-1);
     ui_->comFind->setEditText(ToQString(box_.comFind()));
+    // What is typed is searched as it is typed: nothing completes it.
+    ui_->comFind->setCompleter(nullptr);
+    ui_->comFind->installEventFilter(this);
     ui_->comFind->lineEdit()->installEventFilter(this);
     connect(ui_->comFind, &QComboBox::activated, this, [this](int index) {
         box_.Choose(static_cast<std::size_t>(index));
@@ -42,11 +55,18 @@ std::optional<std::string> FindPage::PatternToFind() {
 }
 
 bool FindPage::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == ui_->comFind) {
+        // A wheel that only passes by chooses nothing.
+        if (event->type() != QEvent::Wheel) return QWidget::eventFilter(watched, event);
+        event->ignore();
+        return true;
+    }
     if (event->type() == QEvent::FocusIn) {
         // After the line edit has placed its cursor, which would clear a selection made now.
         QTimer::singleShot(0, ui_->comFind->lineEdit(), &QLineEdit::selectAll);
     }
-    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+    if (event->type() != QEvent::KeyPress || !EntersText(*static_cast<const QKeyEvent*>(event)))
+        return QWidget::eventFilter(watched, event);
     const int key = static_cast<const QKeyEvent*>(event)->key();
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
     const bool start = box_.PressKey(enter ? FindBox::kEnterKey : key);

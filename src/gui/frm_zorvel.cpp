@@ -1,17 +1,17 @@
 #include "gui/frm_zorvel.h"
 
 #include <QCloseEvent>
+#include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "analysis/analysis_run.h"
-#include "analysis/stream_finder.h"
 #include "analysis/stream_finder.h"
 #include "database/capture_details.h"
 #include "database/maintenance.h"
 #include "directory/saved_selections.h"
 #include "gui/applications_page.h"
 #include "gui/bar_status.h"
-#include "gui/find_page.h"
 #include "gui/find_page.h"
 #include "gui/frm_cache_tree.h"
 #include "gui/frm_capture_details.h"
@@ -62,7 +62,8 @@ frmZorvel::frmZorvel(const Files& files, Clock& clock, const MainController::Dir
     resize(kFirstSize);
     MakeTabs();
     ConnectMenus();
-    connect(ui_->butGenerate, &QPushButton::clicked, this, [this] { Operate([this] { Generate(); }); });
+    connect(ui_->butGenerate, &QPushButton::clicked, this,
+            [this] { Handle("butGenerate", [this] { Generate(); }); });
     connect(ui_->butExit, &QPushButton::clicked, this, &QWidget::close);
     EnableControls();
 }
@@ -80,10 +81,12 @@ void frmZorvel::MakeTabs() {
     ui_->SSTab1->addTab(options_page_, "Options");
     ui_->SSTab1->addTab(find_page_, "Find");
     ui_->SSTab1->addTab(status_page_, "Status");
+    // The pages were made first: so the tab key leads from the tabs into the page, to the buttons, and round.
+    setTabOrder(ui_->butExit, ui_->SSTab1);
     applications_page_->SetBrowser(browser_);
     connect(applications_page_, &ApplicationsPage::TitleShown, this, &frmZorvel::EnableControls);
     connect(applications_page_, &ApplicationsPage::TreeChosen, this,
-            [this](std::size_t index) { Operate([&] { controller_.SwitchTree(index); }); });
+            [this](std::size_t index) { Operate([&] { ChooseTree(index); }); });
     connect(find_page_, &FindPage::SearchWanted, ui_->butGenerate, &QPushButton::click);
     connect(ui_->SSTab1, &QTabWidget::currentChanged, this, &frmZorvel::TabChanged);
 }
@@ -118,6 +121,13 @@ void frmZorvel::ConnectMenus() {
             [this] { Handle("mnuHelpItem procedure", [this] { controller_.ReenableWelcome(); }); });
 }
 
+void frmZorvel::ChooseTree(std::size_t index) {
+    // The tree that is there already is not loaded again, which would lose the selection.
+    const Session& session = controller_.session();
+    if (!session.tree_loaded || session.trees.at(index) != session.current_tree)
+        controller_.SwitchTree(index);
+}
+
 void frmZorvel::RefreshTree() {
     Operate([this] {
         controller_.RefreshTree();
@@ -126,6 +136,8 @@ void frmZorvel::RefreshTree() {
 }
 
 void frmZorvel::Operate(const std::function<void()>& operation) {
+    // Input is kept away by BusyInputFilter; an action of an assistive tool is no input.
+    if (controller_.session().activity.Busy) return;
     const bool outermost = !std::exchange(operating_, true);
     operation();
     if (!outermost) return;
@@ -205,8 +217,7 @@ void frmZorvel::EnableControls() {
 }
 
 void frmZorvel::TabChanged(int tab) {
-    if (tab == kApplicationsTab || tab == kOptionsTab) ui_->butGenerate->setText("&Zorvel!");
-    if (tab == kFindTab) ui_->butGenerate->setText("&Find");
+    ui_->butGenerate->setText(tab == kFindTab ? "&Find" : "&Zorvel!");
     browser_.application_tab_showing = tab == kApplicationsTab;
     browser_.RefreshAppTitle();
 }
@@ -216,6 +227,7 @@ void frmZorvel::ClearBrowser() {
     nodes_pending_ = false;
     nodes_cost_ = 0;
     nodes_shown_.start();
+    if (close_wanted_) controller_.session().activity.UserInterrupt = true;
 }
 
 void frmZorvel::AddNode(std::size_t ou_number, bool expanded) {
@@ -280,9 +292,10 @@ void frmZorvel::Find() {
     if (!pattern) return;
     StreamFinder finder(controller_.services(), *find_page_);
     if (!finder.Prepare(*pattern)) return;
-    AnalysisRun(controller_.MakeRunInputs(*this), &finder).Run();
+    const RunOutcome outcome = AnalysisRun(controller_.MakeRunInputs(*this), &finder).Run();
     status_page_->Flush();
-    ui_->SSTab1->setCurrentIndex(kFindTab);
+    if (outcome == RunOutcome::kFinished) ui_->SSTab1->setCurrentIndex(kFindTab);
+    if (outcome == RunOutcome::kFailed) find_page_->ShowLabInfo("Zorvel Find");
 }
 
 void frmZorvel::ShowStatusTab() {
@@ -357,9 +370,9 @@ void frmZorvel::closeEvent(QCloseEvent* event) {
     if (operating_ || controller_.session().activity.Busy) {
         // What runs is interrupted as by ESC; the window closes when it has stopped.
         event->ignore();
-        if (std::exchange(close_wanted_, true)) return;
+        close_wanted_ = true;
         user_.StopAsking();
-        controller_.PressEscape();
+        if (!controller_.session().activity.UserInterrupt) controller_.PressEscape();
         return;
     }
     controller_.Exit();

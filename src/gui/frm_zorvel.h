@@ -86,6 +86,7 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
 
     void MakeTabs();
     void ConnectMenus();
+    void ChooseTree(std::size_t index);
     void RefreshTree();
     void TabChanged(int tab);
     void EnableControls();

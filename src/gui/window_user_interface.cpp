@@ -74,13 +74,11 @@ void WindowUserInterface::PlaySound(std::string_view path) {
 }
 
 void WindowUserInterface::OpenDocument(std::string_view address) {
-    const QUrl url(ToQString(address));
-    if (url.scheme().size() > 1) {
-        QDesktopServices::openUrl(url);
-    } else {
-        QDesktopServices::openUrl(
-            QUrl::fromLocalFile(QString::fromStdString(files_.Resolve(address).string())));
-    }
+    QUrl url(ToQString(address));
+    const bool is_path = url.scheme().size() <= 1;  // one letter is a drive
+    if (is_path) url = QUrl::fromLocalFile(QString::fromStdString(files_.Resolve(address).string()));
+    if (!QDesktopServices::openUrl(url))
+        Tell("'" + std::string(address) + "' could not be opened.", MessageIcon::kExclamation);
 }
 
 void WindowUserInterface::EditTextFile(std::string_view path) {

@@ -1,0 +1,110 @@
+// The Find tab in the main window, through clicks and keys.
+#include <gmock/gmock.h>
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTextEdit>
+
+#include "gui/line_view.h"
+#include "gui/main_window.h"
+#include "stream_builder.h"
+
+namespace zorvel::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class FindWindow : public MainWindowTest {
+  protected:
+    // One application that copies two programs and a text, all applications selected, on the Find tab.
+    void SetUp() override {
+        const std::string stream = StreamLine("appCopyFiles", CopiedFiles());
+        folder_.Write("Trees/T1.ldif", LdifOrganization("ACME") + LdifApplication("Tool", "o=ACME", stream));
+        ASSERT_TRUE(Start());
+        Click("butTreeControl_5");
+        tabs().setCurrentIndex(2);
+        ASSERT_EQ(Get<QAbstractButton>("butGenerate").text(), "&Find");
+    }
+    static std::string CopiedFiles();
+    QLineEdit& Box() { return *Get<QComboBox>("comFind").lineEdit(); }
+    void Type(const QString& text) {
+        Box().setFocus();
+        Box().selectAll();
+        QTest::keyClicks(&Box(), text);
+    }
+    QString Prompt() { return Get<QTextEdit>("rtfPrompt").toPlainText(); }
+    bool ResultsShown() { return Get<LineView>("rtfResults").isVisible(); }
+    std::string Results() { return Get<LineView>("rtfResults").lines().text(); }
+    QString Info() { return Get<QWidget>("labInfo").property("title").toString(); }
+};
+
+std::string FindWindow::CopiedFiles() {
+    StreamBuilder builder;
+    for (const char* target : {"C:\\Tool\\setup.exe", "C:\\Tool\\readme.txt", "C:\\Tool\\run.CMD"})
+        builder.FileCopy("\\\\SRV\\Apps", target);
+    return builder.bytes();
+}
+
+TEST_F(FindWindow, ListsTheMatchesOfAPredefinedSearch) {
+    auto& box = Get<QComboBox>("comFind");
+    EXPECT_EQ(box.currentText(), "(enter text)");
+    EXPECT_EQ(Info(), "Zorvel Find");
+    box.setFocus();
+    QTest::keyClick(&box, Qt::Key_Down);
+    QTest::keyClick(&box, Qt::Key_Down);
+    EXPECT_EQ(box.currentText(), "Executables - Basic");
+    EXPECT_THAT(Prompt().toStdString(), StartsWith("Basic executable file search"));
+    Click("butGenerate");
+    EXPECT_EQ(tabs().currentIndex(), 2);
+    EXPECT_EQ(Info(), "Total of 2 match(es) found");
+    EXPECT_THAT(Results(), HasSubstr("Tool - (Copy Files)\n"));
+    EXPECT_THAT(Results(), HasSubstr("C:\\Tool\\setup.exe"));
+    EXPECT_THAT(Results(), testing::Not(HasSubstr("readme")));
+    EXPECT_THAT(folder_.Read("TempData/Zorvel_CaptureDetails.CSV"), HasSubstr("Find"));
+
+    Click("butToClipBoard");
+    EXPECT_EQ(boxes_.back(), "Results of Find have been sent to Clipboard..");
+    const QMimeData& mime = *QGuiApplication::clipboard()->mimeData();
+    EXPECT_THAT(mime.text().toStdString(), HasSubstr("C:\\Tool\\run.CMD"));
+    EXPECT_TRUE(mime.hasHtml());
+    EXPECT_THAT(mime.data("text/rtf").toStdString(), StartsWith("{\\rtf1"));
+}
+
+TEST_F(FindWindow, SearchesWhatIsTypedAsItIsTyped) {
+    Type("Exe");  // the name of a predefined search begins so
+    EXPECT_EQ(Box().text(), "Exe");
+    EXPECT_THAT(Prompt().toStdString(), StartsWith("Please enter the text to find"));
+    QTest::keyClick(&Box(), Qt::Key_Return);
+    EXPECT_EQ(Info(), "Total of 1 match(es) found");
+    EXPECT_TRUE(ResultsShown());
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Left, Qt::Key_Shift})
+        QTest::keyClick(&Box(), key);
+    EXPECT_TRUE(ResultsShown()) << "keys that enter nothing leave the results";
+    Type("t");
+    EXPECT_FALSE(ResultsShown());
+}
+
+TEST_F(FindWindow, StartsNothingForABlankText) {
+    Type("  ");
+    QTest::keyClick(&Box(), Qt::Key_Return);
+    Click("butGenerate");
+    EXPECT_FALSE(std::filesystem::exists(folder_.path() / "TempData/Zorvel.$$$"));
+    EXPECT_TRUE(boxes_.empty());
+}
+
+TEST_F(FindWindow, TellsWhereAnExpressionIsWrongAndReadsNothing) {
+    Type("set(up");
+    Click("butGenerate");
+    ASSERT_EQ(boxes_.size(), 1U);
+    EXPECT_THAT(boxes_[0], StartsWith("Error 5 ("));
+    EXPECT_THAT(boxes_[0], HasSubstr("occurred during Find"));
+    EXPECT_EQ(tabs().currentIndex(), 2);
+    EXPECT_EQ(Info(), "Zorvel Find");
+    EXPECT_FALSE(std::filesystem::exists(folder_.path() / "TempData/Zorvel_CaptureDetails.CSV"));
+}
+
+}  // namespace
+}  // namespace zorvel::test
