@@ -1,13 +1,18 @@
-// Bytes per second of the log viewer: the log made rich text, and the rich text read.
+// Bytes per second of the log viewer: the log made rich text, the rich text read and searched, and all that
+// opening the window takes before it is painted.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "support/fakes.h"
 #include "support/temp_folder.h"
 #include "viewers/log_rtf.h"
+#include "viewers/log_view.h"
+#include "viewers/rich_lines.h"
 #include "viewers/rich_text.h"
+#include "viewers/text_search.h"
 
 namespace zorvel {
 namespace {
@@ -77,6 +82,49 @@ void ReadFormatChanges(benchmark::State& state) {
     Read(state, rtf + "}");
 }
 BENCHMARK(ReadFormatChanges)->Arg(1 << 20)->Arg(16 << 20)->Unit(benchmark::kMillisecond);
+
+void OpenLog(benchmark::State& state) {
+    test::TestShell shell;
+    const std::string log = MakeLog(static_cast<std::size_t>(state.range(0)));
+    shell.log.Close();
+    shell.folder.Write("Zorvel.log", log);
+    shell.log.Open(true);
+    std::size_t count = 0;
+    for ([[maybe_unused]] const auto round : state) {
+        LogView(shell.services).Open([&](std::string_view path) {
+            RichLines lines;
+            lines.ReadFile(shell.files, path);
+            count += lines.size();
+        });
+    }
+    benchmark::DoNotOptimize(count);
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(log.size()));
+}
+BENCHMARK(OpenLog)->Arg(1 << 20)->Arg(100 << 20)->Unit(benchmark::kMillisecond);
+
+// A text that is nowhere in the log, forwards and, with range(1), backwards.
+void SearchLog(benchmark::State& state) {
+    const std::string log = MakeLog(static_cast<std::size_t>(state.range(0)));
+    const TextSearch search("Unexpected errors", false);
+    for ([[maybe_unused]] const auto round : state) {
+        auto place = state.range(1) == 0 ? search.Next(log, 0) : search.Previous(log, log.size());
+        benchmark::DoNotOptimize(place);
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(log.size()));
+}
+BENCHMARK(SearchLog)->Args({100 << 20, 0})->Args({100 << 20, 1})->Unit(benchmark::kMillisecond);
+
+// Matches that begin at every character and never end.
+void SearchAlmostMatches(benchmark::State& state) {
+    const std::string text(static_cast<std::size_t>(state.range(0)), 'a');
+    const TextSearch search(std::string(1000, 'a') + 'b', false);
+    for ([[maybe_unused]] const auto round : state) {
+        auto place = search.Next(text, 0);
+        benchmark::DoNotOptimize(place);
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+BENCHMARK(SearchAlmostMatches)->Arg(1 << 20)->Arg(100 << 20)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace zorvel

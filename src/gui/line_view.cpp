@@ -13,6 +13,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <utility>
 
 #include "gui/line_painter.h"
 #include "gui/lines_mime_data.h"
@@ -22,10 +26,10 @@
 namespace zorvel {
 namespace {
 
-constexpr int kMargin = 4;              // pixels left of the text
-constexpr int kDragInterval = 50;       // milliseconds between two steps of a selection that scrolls
-constexpr std::size_t kContext = 3;     // lines or columns that are kept in sight around a match
-constexpr qsizetype kLongNeedle = 200;  // characters of a selection that nobody means to look for
+constexpr int kMargin = 4;                // pixels left of the text
+constexpr int kDragInterval = 50;         // milliseconds between two steps of a selection that scrolls
+constexpr std::size_t kContext = 3;       // lines or columns that are kept in sight around a match
+constexpr std::size_t kLongNeedle = 200;  // characters of a selection that nobody means to look for
 
 int ToScroll(std::size_t number) {
     return static_cast<int>(std::min<std::size_t>(number, std::numeric_limits<int>::max()));
@@ -400,7 +404,7 @@ std::size_t LineView::CountMatches(const QString& needle, bool match_case) const
 
 QString LineView::SelectedNeedle() const {
     const std::size_t length = selection_end() - selection_begin();
-    if (length == 0 || length > static_cast<std::size_t>(kLongNeedle)) return {};
+    if (length == 0 || length > kLongNeedle) return {};
     const std::string_view selected = std::string_view(lines_->text()).substr(selection_begin(), length);
     return selected.find('\n') == std::string_view::npos ? ToQString(selected) : QString();
 }

@@ -4,6 +4,8 @@
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
 #include <QPoint>
+#include <QRectF>
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string_view>

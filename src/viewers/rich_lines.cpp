@@ -1,6 +1,7 @@
 #include "viewers/rich_lines.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/code_page.h"
 

@@ -1,6 +1,6 @@
 #include "viewers/rich_lines_export.h"
 
-#include <optional>
+#include <cstddef>
 #include <string_view>
 #include <unordered_map>
 
