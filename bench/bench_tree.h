@@ -54,6 +54,7 @@ struct Tree {
         options.containers = containers;
         options.applications = applications;
         options.entries = entries;
+        options.addresses = false;  // for searches that find nothing
         tools::WriteSampleTree(options, out);
         out.Close();
         ldif_size = std::filesystem::file_size(ldif);

@@ -42,17 +42,17 @@ std::string Guid(Random& random) {
 
 }  // namespace
 
-ApplicationWriter::ApplicationWriter(LdifWriter& ldif, const Company& company, std::uint64_t seed,
-                                     std::size_t applications, std::size_t entries)
-    : ldif_(ldif), company_(company), seed_(seed), entries_(entries), flaws_(applications) {}
+ApplicationWriter::ApplicationWriter(LdifWriter& ldif, const Company& company,
+                                     const SampleTreeOptions& options)
+    : ldif_(ldif), company_(company), options_(options), flaws_(options.applications) {}
 
 void ApplicationWriter::Write(const ApplicationPlace& place) {
     // Within a container no product comes twice before all have come; from then on they are numbered.
     const std::size_t first =
-        Random(seed_, kContainerOfApplications, place.container).Below(kProducts.size());
+        Random(options_.seed, kContainerOfApplications, place.container).Below(kProducts.size());
     const Product& product = kProducts[(first + place.ordinal) % kProducts.size()];
     const std::size_t round = place.ordinal / kProducts.size();
-    Random random(seed_, kApplication, place.number);
+    Random random(options_.seed, kApplication, place.number);
     SampleApplication application{
         .number = place.number,
         .product = product,
@@ -60,7 +60,8 @@ void ApplicationWriter::Write(const ApplicationPlace& place) {
         .version = Concat({Number(1 + random.Below(9)), ".", Number(random.Below(6))}),
         .source = {},
         .target = {},
-        .captured = random.Percent(60) && entries_ > 0,
+        .captured = random.Percent(60) && options_.entries > 0,
+        .addresses = options_.addresses,
         .flaws = flaws_.FlawsOf(place.number),
         .random = random};
 
@@ -143,7 +144,8 @@ void ApplicationWriter::WriteAssociations(SampleApplication& application, std::s
 }
 
 void ApplicationWriter::WriteStreams(SampleApplication& application) {
-    const std::size_t entries = entries_ - entries_ / 2 + application.random.Below(entries_ / 2 * 2 + 1);
+    const std::size_t most = options_.entries / 2;  // above or below the average
+    const std::size_t entries = options_.entries - most + application.random.Below(most * 2 + 1);
     const std::array<std::size_t, kStreamCount> counts = EntryCounts(application, entries);
     for (std::size_t i = 0; i < kStreamCount; ++i) {
         if (counts[i] > 0)

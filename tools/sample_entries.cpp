@@ -105,30 +105,37 @@ class RegistryEntries {
                       kSettingValues[index / 3 % kSettingValues.size()], kText);
                 break;
             case 4:
+                if (application_.addresses) {
+                    AddNetworkSetting(application_.number + index / kKinds);
+                } else {
+                    Value(machine_, "DataFolder" + round, R"(H:\Data)", kText);
+                }
+                break;
+            case 5:
                 Value(Concat({R"(HKEY_CLASSES_ROOT\.)", product.extension}), "",
                       document_.substr(document_.rfind('\\') + 1), kText);
                 break;
-            case 5:
+            case 6:
                 Value(document_ + R"(\shell\open\command)", round,
                       Concat({"\"", application_.target, "\\", product.exe, ".exe\" \"%1\""}), kText);
                 break;
-            case 6:
+            case 7:
                 Value(class_ + R"(\InprocServer32)", round,
                       Concat({application_.target, "\\", product.exe, "core.dll"}), kText);
                 break;
-            case 7:
+            case 8:
                 Value(Concat({user_, R"(\Recent)"}), "Files" + round,
                       std::string_view("first.doc\0second.doc\0\0", 22), kTexts);
                 break;
-            case 8:
+            case 9:
                 Value(machine_, "Owner" + round, "Society for B\374rger & Caf\351s, the founders' office",
                       kText);
                 break;
-            case 9:
+            case 10:
                 Value(Concat({user_, R"(\Window)"}), "Placement" + round,
                       std::string_view("\x2c\0\0\0\2\0\0\0\x1b\x7f", 10), kBinary);
                 break;
-            case 10:
+            case 11:
                 stream_.RegistryValueDelete(Concat({user_, "\\", group}), "Obsolete" + round);
                 break;
             default:
@@ -146,12 +153,51 @@ class RegistryEntries {
     }
 
   private:
-    static constexpr std::size_t kKinds = 12;
+    static constexpr std::size_t kKinds = 13;
     // Data types, as the registry numbers them.
     static constexpr std::uint8_t kText = 1;
     static constexpr std::uint8_t kBinary = 3;
     static constexpr std::uint8_t kNumber = 4;
     static constexpr std::uint8_t kTexts = 7;
+
+    // A setting that holds an address, of the ranges and domains that are set aside for examples; which one
+    // follows from `number`.
+    void AddNetworkSetting(std::size_t number) {
+        const Product& product = application_.product;
+        const std::string host = Number(10 + application_.number % 40);
+        switch (number % 8) {
+            case 0:
+                Value(machine_ + R"(\Licensing)", "ServerAddress", "192.0.2." + host, kText);
+                break;
+            case 1:
+                Value(machine_ + R"(\Update)", "Url",
+                      Concat({"http://updates.example.com/", product.exe, "/", application_.version, "/"}),
+                      kText);
+                break;
+            case 2:
+                Value(R"(HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Internet Settings)",
+                      "ProxyServer", "198.51.100.8:8080", kText);
+                break;
+            case 3:
+                Value(R"(HKEY_CURRENT_USER\Software\Microsoft\Internet Explorer\Main)", "Start Page",
+                      "http://intranet.example.com/", kText);
+                break;
+            case 4:
+                Value(machine_ + R"(\Database)", "Server", Concat({"203.0.113.", host, ",1433"}), kText);
+                break;
+            case 5:
+                Value(user_ + R"(\Export)", "DropFolder",
+                      Concat({"ftp://drop.example.org/incoming/", product.exe}), kText);
+                break;
+            case 6:
+                Value(machine_ + R"(\Help)", "SupportPage",
+                      Concat({"https://support.example.org/", product.exe}), kText);
+                break;
+            default:
+                Value(machine_, "HomePage", Concat({"www.example.com/products/", product.exe}), kText);
+                break;
+        }
+    }
 
     void Value(std::string_view key, std::string_view name, std::string_view data, std::uint8_t data_type) {
         constexpr std::array<std::uint8_t, 7> kModes = {1, 1, 4, 1,
@@ -250,8 +296,10 @@ void AddTextChanges(StreamBuilder& stream, SampleApplication& application, std::
             stream.TextFileChange(kind, file, Concat({product.exe, "\t", port, "/tcp\t# ", product.title}),
                                   Concat({product.exe, "\t", port, "/udp\t# ", product.title}));
         } else if (file == files[2]) {
-            stream.TextFileChange(
-                kind, file, Concat({"10.20.30.", Number(number % 250 + 1), "\t", product.exe}), "10.20.31.1");
+            const std::string host =
+                application.addresses ? Concat({"192.0.2.", Number(number % 250 + 1), "\t"}) : "# ";
+            stream.TextFileChange(kind, file, host + std::string(product.exe),
+                                  application.addresses ? "198.51.100.1" : "#");
         } else {
             stream.TextFileChange(kind, file, Concat({"caption=", product.title, " (M\374nster)"}),
                                   "caption=");

@@ -8,6 +8,7 @@
 #include "sample_company.h"
 #include "sample_flaws.h"
 #include "sample_streams.h"
+#include "sample_tree_writer.h"
 
 namespace zorvel::tools {
 
@@ -24,9 +25,7 @@ struct ApplicationPlace {
 
 class ApplicationWriter {
   public:
-    // `entries` is the average number of stream entries of the `applications` applications.
-    ApplicationWriter(LdifWriter& ldif, const Company& company, std::uint64_t seed, std::size_t applications,
-                      std::size_t entries);
+    ApplicationWriter(LdifWriter& ldif, const Company& company, const SampleTreeOptions& options);
 
     void Write(const ApplicationPlace& place);
 
@@ -39,8 +38,7 @@ class ApplicationWriter {
 
     LdifWriter& ldif_;
     const Company& company_;
-    std::uint64_t seed_;
-    std::size_t entries_;
+    const SampleTreeOptions& options_;
     FlawDealer flaws_;
 };
 

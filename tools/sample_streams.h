@@ -48,6 +48,7 @@ struct SampleApplication {
     std::string source;   // the folder that its files come from
     std::string target;   // the folder that it is installed in, as its entries name it
     bool captured;        // its entries name both folders by macros
+    bool addresses;       // whether its entries hold addresses of machines and web pages
     std::vector<Flaw> flaws;
     Random random;
 

@@ -22,6 +22,8 @@ int main(int argument_count, char** arguments) {
     program.add_option("--applications", options.applications, "Applications")->capture_default_str();
     program.add_option("--entries", options.entries, "Stream entries of an application, on average")
         ->capture_default_str();
+    program.add_flag("!--no-addresses", options.addresses,
+                     "Entries hold no addresses of machines or web pages");
     try {
         program.parse(argument_count, arguments);
         zorvel::OutputFile file(output, output, zorvel::OutputFile::Mode::kTruncate);

@@ -59,7 +59,7 @@ std::string Comment(const SampleTreeOptions& options) {
     return Concat({"The tree ", options.tree, ", a company that does not exist. Made by\nsample_tree --tree ",
                    options.tree, " --seed ", Number(options.seed), " --containers ",
                    Number(options.containers), " --applications ", Number(options.applications),
-                   " --entries ", Number(options.entries)});
+                   " --entries ", Number(options.entries), options.addresses ? "" : " --no-addresses"});
 }
 
 }  // namespace
@@ -70,7 +70,7 @@ void WriteSampleTree(const SampleTreeOptions& options, OutputFile& file) {
     const Company company(options.seed, organization, options.containers);
     ApplicationShares shares(company, options.applications);
     LdifWriter ldif(file, Comment(options));
-    ApplicationWriter applications(ldif, company, options.seed, options.applications, options.entries);
+    ApplicationWriter applications(ldif, company, options);
     ApplicationPlace place{};
     for (place.container = 0; place.container < company.containers().size(); ++place.container) {
         WriteContainer(ldif, company, place.container);

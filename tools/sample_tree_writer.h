@@ -15,6 +15,7 @@ struct SampleTreeOptions {
     std::size_t containers = 60;  // 1 or more
     std::size_t applications = 150;
     std::size_t entries = 40;  // of the streams of an application, on average; its flaws can add some
+    bool addresses = true;     // whether entries hold addresses: of machines, of web pages
 };
 
 // The same options give the same bytes on every machine. Memory is needed for the containers only, 16 bytes

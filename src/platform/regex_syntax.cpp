@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/code_page.h"
+#include "platform/regex_texts.h"
 
 namespace zorvel {
 namespace {
@@ -48,7 +49,7 @@ class Translator {
     explicit Translator(std::string_view expression) : in_(expression) { CountGroups(); }
 
     EngineExpression Translate() {
-        while (at_ < in_.size())
+        for (; at_ < in_.size(); ++items_)
             TranslateItem();
         return std::move(out_);
     }
@@ -66,6 +67,7 @@ class Translator {
     void TranslateItem();
     void TranslateGroup();
     void TranslateQuantifier(std::size_t size);
+    bool TranslateLeadingQuantifier(std::string_view quantifier);
     double WaysToRepeat(std::string_view quantifier) const;
     std::size_t BracedQuantifierSize() const;
     void TranslateEscape();
@@ -97,6 +99,7 @@ class Translator {
 
     std::string_view in_;
     std::size_t at_ = 0;
+    std::size_t items_ = 0;  // before the one at at_
     EngineExpression out_;
     std::size_t groups_ = 0;
     bool named_groups_ = false;
@@ -164,10 +167,36 @@ void Translator::TranslateGroup() {
 
 void Translator::TranslateQuantifier(std::size_t size) {
     if (!repeatable_) throw ExpressionFault(at_, "nothing to repeat");
+    repeatable_ = false;
+    if (items_ == 1 && TranslateLeadingQuantifier(in_.substr(at_, size))) return;
     out_.ways *= WaysToRepeat(in_.substr(at_, size));
     Copy(size);
     if (Next() == '?') Copy();
-    repeatable_ = false;
+}
+
+// Translates the quantifier of the character that the expression begins with: whether there is a match does
+// not depend on repetitions above the fewest, as one can begin behind them. Without them the engine looks for
+// what stands at a fixed distance, which is much faster. False for quantifiers that allow none, or are
+// faulty.
+bool Translator::TranslateLeadingQuantifier(std::string_view quantifier) {
+    std::size_t fewest = 1;
+    if (quantifier.front() == '{') {
+        constexpr std::size_t kLongest = std::string_view("{65535,65535}").size();
+        const std::size_t comma = quantifier.find(',');
+        if (comma == std::string_view::npos || quantifier.size() > kLongest) return false;
+        fewest = std::stoul(std::string(quantifier.substr(1, comma - 1)));
+        const std::string most(quantifier.substr(comma + 1, quantifier.size() - comma - 2));
+        constexpr std::size_t kMost = 65535;  // the engine takes no more
+        if (fewest > kMost || (!most.empty() && (std::stoul(most) < fewest || std::stoul(most) > kMost)))
+            return false;
+    } else if (quantifier != "+") {
+        return false;
+    }
+    if (fewest == 0) return false;
+    Emit("{" + std::to_string(fewest) + "}", at_);
+    at_ += quantifier.size();
+    if (Next() == '?') ++at_;
+    return true;
 }
 
 // What the quantifier that comes next adds to the ways to match.
@@ -340,7 +369,12 @@ std::optional<unsigned> Translator::TakeHex(std::size_t digits) {
 }  // namespace
 
 EngineExpression TranslateExpression(std::string_view expression) {
-    return Translator(expression).Translate();
+    EngineExpression translated = Translator(expression).Translate();
+    if (const std::optional<std::string> faster = FasterChoice(expression)) {
+        translated.text = *faster;
+        translated.places.assign(faster->size(), 0);  // nothing to find fault with
+    }
+    return translated;
 }
 
 Error ExpressionFault(std::size_t place, std::string_view reason) {

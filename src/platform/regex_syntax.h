@@ -27,7 +27,8 @@ inline constexpr double kRepeatedGroup = 8'388'608;
 // Rewrites an expression of ECMAScript (ECMA-262 with its Annex B, without the flags u and v) so that PCRE2
 // understands it the same way. What only PCRE2 gives a meaning (possessive quantifiers, inline options,
 // POSIX classes, "\A", verbs) is refused or loses that meaning, as ECMAScript has it. "\uXXXX" is the byte
-// of that character in the code page. Raises ExpressionFault.
+// of that character in the code page. What is found by it begins and ends where the engine finds it fastest:
+// it tells in which texts the expression matches, not where. Raises ExpressionFault.
 EngineExpression TranslateExpression(std::string_view expression);
 
 // The error (number 5) of an expression with a fault; `place` counts its characters from 0.

@@ -162,7 +162,7 @@ TEST_F(BatchFind, ThePredefinedSearchesFindWhatAnAnalysisOfTheSampleTreeHolds) {
                            CountMatches(files, kRegistrySettings, expression, registry_text) +
                            CountMatches(files, kRegistrySettingsAlways, expression, registry_text));
     }
-    EXPECT_GT(*std::min_element(expected.begin() + 1, expected.begin() + 4), 300U);
+    EXPECT_GT(*std::min_element(expected.begin(), expected.end()), 50U);
 
     for (std::size_t i = 0; i < expected.size(); ++i) {
         const Result result = Run({"--preset", std::string(PredefinedSearches.at(i).name), "--all"});

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 #include "platform/error.h"
@@ -111,14 +112,62 @@ TEST(Regex, FindsMatchesWhereverTheyStandInALongText) {
     std::string text(100'000, 'x');
     const Regex dashed("-y");
     const Regex lines(".*-y");
+    const Regex texts("xx-y|:");
     for (const std::size_t at : {0U, 1022U, 1023U, 1024U, 3071U, 99'998U}) {
         text[at] = '-';
         text[at + 1] = 'y';
         EXPECT_TRUE(dashed.Matches(text)) << at;
         EXPECT_TRUE(lines.Matches(text)) << at;
+        EXPECT_EQ(texts.Matches(text), at >= 2) << at;
         text[at] = text[at + 1] = 'x';
         EXPECT_FALSE(dashed.Matches(text)) << at;
         EXPECT_FALSE(lines.Matches(text)) << at;
+        EXPECT_FALSE(texts.Matches(text)) << at;
+    }
+}
+
+// An expression in a group is searched as it stands; without the group it may be searched in a faster way.
+TEST(Regex, MatchesTheSameTextsWhicheverWayItIsSearched) {
+    std::uint32_t state = 1;
+    const auto random = [&state](std::uint32_t limit) {
+        state = state * 1664525U + 1013904223U;
+        return (state >> 16U) % limit;
+    };
+    for (const char* expression : {"ab.|a:|:b",
+                                   "ab:b|b:|aab.",
+                                   "b\\.a|b\\.b\\.|a\\.",
+                                   "aab:|:b\\.|\\.:",
+                                   "a:b|b:b:",
+                                   "ab|a:|b\\.",
+                                   "bab:|aa||b",
+                                   "A:b|B::|\\:\\.:",
+                                   "\r\na:|b\r",
+                                   "aa:\\.|b\\:a|\r:",
+                                   "b+a",
+                                   "b+?\\.:",
+                                   "[ab]{2,4}:a\\.",
+                                   "[ab]{2,}?::",
+                                   "\\w{3,3}:",
+                                   "b{1,3}|a:a:",
+                                   ".+:\\.",
+                                   "[^]+a:b",
+                                   "a+\\b:b",
+                                   "b{0,2}::",
+                                   "b*\\.a\\.",
+                                   "\\.+(?<=bb\\.)",
+                                   "a+(?!a)b\\.",
+                                   "[\r\n]+:a"}) {
+        const Regex plain(expression);
+        const Regex grouped(std::string("(?:") + expression + ")");
+        int matches = 0;
+        for (int round = 0; round < 3000; ++round) {
+            std::string text(random(14), ' ');
+            for (char& c : text)
+                c = "aabbAB:..\r\n"[random(11)];
+            ASSERT_EQ(plain.Matches(text), grouped.Matches(text)) << expression << "\n" << text;
+            matches += plain.Matches(text) ? 1 : 0;
+        }
+        EXPECT_GT(matches, 0) << expression;
     }
 }
 

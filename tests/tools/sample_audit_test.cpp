@@ -12,6 +12,7 @@
 
 #include "analysis/data_files.h"
 #include "directory/ldif_reader.h"
+#include "platform/regex.h"
 #include "sample_flaws.h"
 #include "sample_support.h"
 #include "stream_builder.h"
@@ -155,6 +156,21 @@ TEST_F(CorpTree, HasEveryKindOfOtherEntry) {
                 line.name == "appCopyFiles" && line.value.find(no_entry) != std::string_view::npos ? 1 : 0;
     }
     EXPECT_GT(found, 0);
+}
+
+TEST_F(CorpTree, HasAddressesThatAreNobodys) {
+    // A number in four parts, or the host of a web address.
+    const Regex address(R"([0-9]+\.[0-9]+\.[0-9]+\.[0-9]+|://|www\.)");
+    const Regex example(R"(^(192\.0\.2|198\.51\.100|203\.0\.113)\.[0-9]{1,3}(:8080|,1433)?$)"
+                        R"(|^((https?|ftp)://[a-z]+|www)\.example\.(com|org)/)");
+    std::set<std::string> kinds;
+    for (const std::string& data :
+         TextSet({data_files::kRegistrySettings, data_files::kRegistrySettingsAlways}, 3)) {
+        if (!address.Matches(data)) continue;
+        EXPECT_TRUE(example.Matches(data)) << data;
+        kinds.insert(data.substr(0, data.find_first_of(".:")));
+    }
+    EXPECT_EQ(kinds, (std::set<std::string>{"192", "198", "203", "ftp", "http", "https", "www"}));
 }
 
 TEST_F(CorpTree, HasEveryKindOfAssociation) {

@@ -68,6 +68,19 @@ TEST(SampleTree, HasAsManyContainersAndApplicationsAsAskedFor) {
     }
 }
 
+TEST(SampleTree, HasAddressesUnlessTheyAreLeftOut) {
+    SampleFolder folder;
+    folder.folder.Write("Directory.toml", "[[tree]]\nname = \"T\"\nldif = \"t.ldif\"\n");
+    for (const bool addresses : {true, false}) {
+        folder.folder.Write("t.ldif", SampleTree({"T", 3, 10, 60, 40, addresses}));
+        for (const char* search : {"IP Addresses", "Web Addresses"}) {
+            ASSERT_EQ(folder.Run({"--yes", "find", "--preset", search, "--all", "--refresh", "--pace", "0"}),
+                      kDone);
+            EXPECT_EQ(folder.out == "Total of 0 match(es) found\n", !addresses) << search << folder.out;
+        }
+    }
+}
+
 TEST(SampleTree, HasEveryKindOfContainer) {
     SampleFolder folder;
     ASSERT_EQ(folder.Run({"containers"}), kDone);
