@@ -18,14 +18,14 @@ struct Ball {
 Ball BallOf(StatusPicture picture) {
     switch (picture) {
         case StatusPicture::kRedBall:
-            return {":/imageRedBall.svg", "Interrupted or failed"};
+            return {":/icons/imageRedBall.svg", "Interrupted or failed"};
         case StatusPicture::kYellowBall:
-            return {":/imageYellowBall.svg", "Busy"};
+            return {":/icons/imageYellowBall.svg", "Busy"};
         case StatusPicture::kGreenBall:
         case StatusPicture::kUnchanged:
             break;
     }
-    return {":/imageGreenBall.svg", "Idle"};
+    return {":/icons/imageGreenBall.svg", "Idle"};
 }
 
 }  // namespace

@@ -61,14 +61,14 @@ TEST_F(FindWindow, ListsTheMatchesOfAPredefinedSearch) {
     EXPECT_EQ(tabs().currentIndex(), 2);
     EXPECT_EQ(Info(), "Total of 2 match(es) found");
     EXPECT_THAT(Results(), HasSubstr("Tool - (Copy Files)\n"));
-    EXPECT_THAT(Results(), HasSubstr("C:\\Tool\\setup.exe"));
-    EXPECT_THAT(Results(), testing::Not(HasSubstr("readme")));
+    EXPECT_THAT(Results(), HasSubstr("C:\\TOOL\\SETUP.EXE"));
+    EXPECT_THAT(Results(), testing::Not(HasSubstr("README")));
     EXPECT_THAT(folder_.Read("TempData/Zorvel_CaptureDetails.CSV"), HasSubstr("Find"));
 
     Click("butToClipBoard");
     EXPECT_EQ(boxes_.back(), "Results of Find have been sent to Clipboard..");
     const QMimeData& mime = *QGuiApplication::clipboard()->mimeData();
-    EXPECT_THAT(mime.text().toStdString(), HasSubstr("C:\\Tool\\run.CMD"));
+    EXPECT_THAT(mime.text().toStdString(), HasSubstr("C:\\TOOL\\RUN.CMD"));
     EXPECT_TRUE(mime.hasHtml());
     EXPECT_THAT(mime.data("text/rtf").toStdString(), StartsWith("{\\rtf1"));
 }
