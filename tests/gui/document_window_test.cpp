@@ -96,7 +96,7 @@ TEST_F(DocumentWindow, IsSearchedAsTheLogIs) {
 
 TEST_F(DocumentWindow, AMissingDocumentIsAnError) {
     try {
-        frmDocument(files_, files_.Path("none.rtf"), "None", {});
+        const frmDocument window(files_, files_.Path("none.rtf"), "None", {});
         FAIL();
     } catch (const Error& error) {
         EXPECT_EQ(error.number(), errors::kFileNotFound);
