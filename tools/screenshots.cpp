@@ -9,7 +9,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTabWidget>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -29,6 +28,8 @@
 namespace {
 
 using zorvel::frmZorvel;
+
+constexpr QSize kLogSize(940, 480);
 
 class Photographer {
   public:
@@ -58,20 +59,6 @@ void SelectApplications(const frmZorvel& window, const QString& name, int count)
         list->selectionModel()->select(list->model()->index(row, 0), QItemSelectionModel::Select);
 }
 
-// Opens a modal window with `open`, photographs it and closes it. `prepare` may change it before.
-void TakeModal(
-    const Photographer& photographer, const char* name, const std::function<void()>& open,
-    const std::function<void(QWidget&)>& prepare = [](QWidget&) {}) {
-    QTimer::singleShot(100, [&] {
-        QWidget* const window = QApplication::activeModalWidget();
-        if (window == nullptr) return;
-        prepare(*window);
-        photographer.Take(*window, name);
-        window->close();
-    });
-    open();
-}
-
 // Answers the questions that come with one button, until it goes.
 class Answers : public QObject {
   public:
@@ -91,6 +78,21 @@ class Answers : public QObject {
     QMessageBox::StandardButton button_;
 };
 
+// Opens a modal window with `open`, lets `prepare` change it, photographs it and leaves it.
+void TakeModal(
+    const Photographer& photographer, const char* name, const std::function<void()>& open,
+    const std::function<void(QWidget&)>& prepare = [](QWidget&) {},
+    const std::function<void(QWidget&)>& leave = [](QWidget& window) { window.close(); }) {
+    QTimer::singleShot(100, [&] {
+        QWidget* const window = QApplication::activeModalWidget();
+        if (window == nullptr) return;
+        prepare(*window);
+        photographer.Take(*window, name);
+        leave(*window);
+    });
+    open();
+}
+
 void TakeAll(frmZorvel& window, const Photographer& photographer) {
     const auto menu = [&](const char* name) {
         return [&window, name] { window.findChild<QAction*>(name)->trigger(); };
@@ -105,7 +107,18 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
     press("butTreeControl_3");
     tabs->setCurrentIndex(1);
     photographer.Take(window, "options");
-    TakeModal(photographer, "save-selections", menu("mnuFileExit_1"));
+    const auto press_in = [](const char* button) {
+        return [button](QWidget& dialog) {
+            const Answers answers(QMessageBox::Yes);
+            dialog.findChild<QAbstractButton*>(button)->click();
+        };
+    };
+    TakeModal(
+        photographer, "save-selections", menu("mnuFileExit_1"),
+        [](QWidget& dialog) {
+            QTest::keyClicks(dialog.findChild<QWidget*>("txtComment"), "Office suite, second wave");
+        },
+        press_in("butSave"));
     TakeModal(photographer, "load-selections", menu("mnuFileExit_2"));
 
     tabs->setCurrentIndex(0);
@@ -115,7 +128,12 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
         press("butGenerate");
     }
     photographer.Take(window, "status");
-    TakeModal(photographer, "import", menu("mnuDatabaseItem_1"));
+    TakeModal(
+        photographer, "import", menu("mnuDatabaseItem_1"),
+        [](QWidget& dialog) {
+            QTest::keyClicks(dialog.findChild<QWidget*>("txtComments"), "Before the migration");
+        },
+        press_in("butOk"));
     TakeModal(photographer, "maintenance", menu("mnuDatabaseItem_3"));
     // The log's warnings and errors, with one of each put into it.
     zorvel::Log& log = window.controller().services().log;
@@ -125,7 +143,10 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
         "of "
         "Tree likely out of date");
     TakeModal(photographer, "log", menu("mnuHelpItem_2"), [](QWidget& viewer) {
-        QTest::keyClick(viewer.findChild<QWidget*>("RichTextBox1"), Qt::Key_End, Qt::ControlModifier);
+        viewer.resize(kLogSize);
+        auto* text = viewer.findChild<QWidget*>("RichTextBox1");
+        QTest::keyClick(text, Qt::Key_End, Qt::ControlModifier);
+        QTest::keyClick(text, Qt::Key_Home);
     });
     TakeModal(photographer, "history", menu("mnuHelpItem_1"));
     TakeModal(photographer, "license", menu("mnuHelpItem_3"));
@@ -167,8 +188,9 @@ QPalette DarkPalette() {
 }
 
 int Run(const std::filesystem::path& program_folder, const QString& output) {
-    const QTemporaryDir copy;
-    const std::filesystem::path folder = copy.path().toStdString();
+    // A plain name: the log shows it.
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "Zorvel";
+    std::filesystem::remove_all(folder);
     std::filesystem::copy(program_folder, folder, std::filesystem::copy_options::recursive);
     std::ofstream(folder / "TempData/welcome.nal") << "suppressed\r\n";
 
@@ -185,6 +207,7 @@ int Run(const std::filesystem::path& program_folder, const QString& output) {
         settings);
     if (!window.StartUp("")) return 1;
     TakeAll(window, Photographer(output));
+    std::filesystem::remove_all(folder);
     return 0;
 }
 
