@@ -1,8 +1,6 @@
 #include "gui/applications_page.h"
 
 #include <QItemSelectionModel>
-#include <QTimer>
-#include <utility>
 
 #include "gui/app_list_model.h"
 #include "gui/ou_tree_model.h"
@@ -52,6 +50,8 @@ void ApplicationsPage::SetBrowser(OUBrowser& browser) {
 }
 
 void ApplicationsPage::ConnectTree() {
+    click_timer_.setSingleShot(true);
+    connect(&click_timer_, &QTimer::timeout, this, &ApplicationsPage::Click);
     ui_->comTree->installEventFilter(this);
     connect(ui_->comTree, &QComboBox::activated, this,
             [this](int index) { Q_EMIT TreeChosen(static_cast<std::size_t>(index)); });
@@ -101,11 +101,12 @@ void ApplicationsPage::DisableDirectoryFunctions() {
 
 // A click can load the whole tree again; that waits until the view is done with the event.
 void ApplicationsPage::ClickLater(std::size_t number) {
-    if (number == 0 || std::exchange(clicked_, number) != 0) return;
-    QTimer::singleShot(0, this, [this] {
-        const std::size_t clicked = std::exchange(clicked_, 0);
-        if (browser_->CanClick(clicked)) browser_->ClickNode(clicked);
-    });
+    clicked_ = number;
+    click_timer_.start(0);
+}
+
+void ApplicationsPage::Click() {
+    if (browser_->CanClick(clicked_)) browser_->ClickNode(clicked_);
 }
 
 void ApplicationsPage::CollapseAll() {

@@ -1,6 +1,7 @@
 // The Applications tab: the tree selector, the OU browser and the list of a container's applications.
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <cstddef>
 #include <memory>
@@ -55,6 +56,7 @@ class ApplicationsPage final : public QWidget, public OUBrowserDisplay {
     QToolButton* Button(const char* kind, int index) const;
     void CollapseAll();
     void ClickLater(std::size_t number);
+    void Click();
     void PassSelectionOn(const QItemSelection& selected, const QItemSelection& deselected);
 
     std::unique_ptr<Ui::ApplicationsPage> ui_;
@@ -62,7 +64,8 @@ class ApplicationsPage final : public QWidget, public OUBrowserDisplay {
     OUTreeModel* nodes_;
     AppListModel* items_;
     OUBrowser* browser_ = nullptr;
-    std::size_t clicked_ = 0;  // the node whose click is to be handled, or 0
+    QTimer click_timer_;
+    std::size_t clicked_ = 0;  // the node whose click is to be handled
     bool showing_nodes_ = false;
     bool showing_selection_ = false;
     bool directory_enabled_ = true;
