@@ -48,7 +48,12 @@ FindPage::FindPage(const Files& files, UserInterface& user, QWidget* parent)
 FindPage::~FindPage() = default;
 
 std::optional<std::string> FindPage::PatternToFind() {
-    if (box_.CanStart()) return std::string(box_.FindPattern());
+    if (ToQString(FromQString(ui_->comFind->currentText())) != ui_->comFind->currentText()) {
+        user_.Tell("The expression holds a character that the code page of the streams lacks.",
+                   MessageIcon::kExclamation);
+    } else if (box_.CanStart()) {
+        return std::string(box_.FindPattern());
+    }
     ui_->comFind->setFocus();
     ui_->comFind->lineEdit()->selectAll();
     return std::nullopt;

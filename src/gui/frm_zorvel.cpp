@@ -137,10 +137,8 @@ void frmZorvel::RefreshTree() {
 
 void frmZorvel::Operate(const std::function<void()>& operation) {
     // Input is kept away by BusyInputFilter; an action of an assistive tool is no input.
-    if (controller_.session().activity.Busy) return;
-    const bool outermost = !std::exchange(operating_, true);
+    if (std::exchange(operating_, true)) return;
     operation();
-    if (!outermost) return;
     operating_ = false;
     if (close_wanted_) close();
 }

@@ -95,7 +95,8 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     void Analyse();
     void Find();
     void ShowPendingNodes();
-    // Runs something that can take long; when the user wanted to close the window meanwhile, it closes after.
+    // Runs something that can take long, unless something runs already; when the user wanted to close the
+    // window meanwhile, it closes after.
     void Operate(const std::function<void()>& operation);
     // The same, with its errors shown and logged as having occurred in `procedure`.
     void Handle(std::string_view procedure, const std::function<void()>& operation);

@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::string_view kStreamSignature = "AOT FILE";
 constexpr double kUpdateInterval = 1.0;  // seconds between two updates of the displays
+constexpr double kEventInterval = 0.1;   // and between two looks at the pending events
 
 class StreamParser {
   public:
@@ -55,8 +56,9 @@ class StreamParser {
     EntryOutput output_;
     StreamFailure failure_;
     ParsePlace place_;
-    double last_update_ = 0;     // on the clock's Timer
-    double first_progress_ = 0;  // the progress bar on entry
+    double last_update_ = 0;               // on the clock's Timer
+    double next_events_ = kEventInterval;  // seconds after last_update_
+    double first_progress_ = 0;            // the progress bar on entry
 };
 
 ParseResult StreamParser::Parse() {
@@ -115,8 +117,11 @@ void StreamParser::AdvanceFrom(std::size_t start) const {
 }
 
 void StreamParser::UpdateDisplays() {
-    if (SecondsSince(services_.clock, last_update_) < kUpdateInterval) return;
+    const double since_update = SecondsSince(services_.clock, last_update_);
+    if (since_update < next_events_) return;
     services_.ui.ProcessEvents();
+    next_events_ = since_update + kEventInterval;
+    if (since_update < kUpdateInterval) return;
     const double fraction = static_cast<double>(place_.position) / static_cast<double>(stream_.size());
     services_.status.SetStatus(
         'Y', std::string_view("Saving eDirectory information for '" + context_.application_name + " - " +
@@ -126,6 +131,7 @@ void StreamParser::UpdateDisplays() {
     context_.progress.SetStreamProgress(progress);
     if (context_.only_application) context_.progress.SetOverallProgress(progress);
     last_update_ = services_.clock.Timer();
+    next_events_ = kEventInterval;
 }
 
 void StreamParser::FinishDisplays() {

@@ -95,6 +95,20 @@ TEST_F(FindWindow, StartsNothingForABlankText) {
     EXPECT_TRUE(boxes_.empty());
 }
 
+TEST_F(FindWindow, RefusesCharactersThatStreamsCannotHold) {
+    const auto paste_and_start = [this](const char16_t* text) {
+        QGuiApplication::clipboard()->setText(QString::fromUtf16(text));
+        Box().selectAll();
+        QTest::keyClick(&Box(), Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(&Box(), Qt::Key_Return);
+    };
+    Box().setFocus();
+    paste_and_start(u"caf\u00E9");
+    EXPECT_EQ(Info(), "Total of 0 match(es) found");
+    paste_and_start(u"\u4E2D");
+    EXPECT_EQ(boxes_.back(), "The expression holds a character that the code page of the streams lacks.");
+}
+
 TEST_F(FindWindow, TellsWhereAnExpressionIsWrongAndReadsNothing) {
     Type("set(up");
     Click("butGenerate");

@@ -79,6 +79,8 @@ TEST(StreamParse, ShowsItsProgressOnceASecond) {
                          .only_application = true,
                          .progress_share = 40};
     parser.shell.clock.timer = 86399;  // over midnight
+    int events = 0;
+    parser.shell.ui.on_events = [&events] { ++events; };
     OutputFile rows = parser.shell.files.Create(parser.shell.files.Path("TempData\\rows"));
     std::int32_t signature = 0;
     EXPECT_EQ(ParseAOT(context, rows, "Word.APPS.SITE", slow_stream.bytes(), signature),
@@ -90,6 +92,7 @@ TEST(StreamParse, ShowsItsProgressOnceASecond) {
     EXPECT_THAT(parser.progress.stream_values, ElementsAre(progress, 100));
     EXPECT_THAT(parser.progress.overall_values, ElementsAre(progress));
     EXPECT_EQ(parser.progress.refreshes, 2);
+    EXPECT_EQ(events, 3) << "ESC is noticed between the records, too";
 }
 
 TEST(StreamParse, StopsAtARecordBoundaryAfterEsc) {
