@@ -9,7 +9,7 @@
 namespace zorvel {
 
 StatusPage::StatusPage(QWidget* parent)
-    : QWidget(parent), ui_(std::make_unique<Ui::StatusPage>()), texts_([this] { ShowTexts(); }) {
+    : QWidget(parent), ui_(std::make_unique<Ui::StatusPage>()), updates_([this] { ShowState(); }) {
     ui_->setupUi(this);
     application_counts_ = {ui_->labApplicationCount_0, ui_->labApplicationCount_1,
                            ui_->labApplicationCount_2, ui_->labApplicationCount_3,
@@ -22,7 +22,7 @@ StatusPage::StatusPage(QWidget* parent)
 StatusPage::~StatusPage() = default;
 
 void StatusPage::LayOut() {
-    texts_.Cancel();
+    updates_.Cancel();
     status_.reset();
     const QString dash = QStringLiteral("-");
     for (std::size_t i = 0; i < kCounterCount; ++i) {
@@ -33,8 +33,9 @@ void StatusPage::LayOut() {
         label->setText(dash);
     }
     ui_->labCurrentName->clear();
-    ui_->barStream->setValue(0);
-    ui_->barOverall->setValue(0);
+    stream_progress_ = 0;
+    overall_progress_ = 0;
+    ShowState();
 }
 
 void StatusPage::ShowSelectedCount(std::string_view text) {
@@ -50,10 +51,12 @@ void StatusPage::ShowCurrentApplication(std::string_view count, std::string_view
 
 void StatusPage::ShowStatusCounts(const RunStatus& status) {
     status_.emplace(status);
-    texts_.Request();
+    updates_.Request();
 }
 
-void StatusPage::ShowTexts() {
+void StatusPage::ShowState() {
+    ui_->barStream->setValue(stream_progress_);
+    ui_->barOverall->setValue(overall_progress_);
     if (!status_) return;
     for (std::size_t i = 0; i < kCounterCount; ++i) {
         application_counts_[i]->setText(ToQString(RunStatus::CounterText(status_->counters.application[i])));
@@ -65,15 +68,17 @@ void StatusPage::ShowTexts() {
 }
 
 void StatusPage::ShowStreamProgress(double value) {
-    ui_->barStream->setValue(static_cast<int>(value));
+    stream_progress_ = static_cast<int>(value);
+    updates_.Request();
 }
 
 void StatusPage::ShowOverallProgress(double value) {
-    ui_->barOverall->setValue(static_cast<int>(value));
+    overall_progress_ = static_cast<int>(value);
+    updates_.Request();
 }
 
 void StatusPage::Flush() {
-    texts_.Flush();
+    updates_.Flush();
 }
 
 }  // namespace zorvel

@@ -31,17 +31,17 @@ class StatusPage final : public QWidget {
 
     void ShowSelectedCount(std::string_view text);
     void ShowCurrentApplication(std::string_view count, std::string_view name);
-    // May be called as often as a run likes: counters and times are shown at most 20 times a second. `status`
-    // is not kept.
+    // These may be called as often as a run likes: what they tell is shown at most 20 times a second.
+    // `status` is not kept.
     void ShowStatusCounts(const RunStatus& status);
     void ShowStreamProgress(double value);
     void ShowOverallProgress(double value);
-    // Shows the last counters and times, at the end of a run.
+    // Shows the last state, at the end of a run.
     void Flush();
 
   private:
     using Labels = std::array<QLabel*, kCounterCount>;
-    void ShowTexts();
+    void ShowState();
 
     std::unique_ptr<Ui::StatusPage> ui_;
     Labels application_counts_;
@@ -49,7 +49,9 @@ class StatusPage final : public QWidget {
     // A copy of what was last told, until it is shown. It outlives the run, and so must not be asked for more
     // than its texts, which need the session's clock alone.
     std::optional<RunStatus> status_;
-    PacedUpdate texts_;
+    int stream_progress_ = 0;
+    int overall_progress_ = 0;
+    PacedUpdate updates_;
 };
 
 }  // namespace zorvel

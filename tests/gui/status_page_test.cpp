@@ -75,6 +75,7 @@ TEST(StatusPage, ShowsCountersTimesAndProgress) {
     page.ShowCurrentApplication("938", "Caf\xE9 & Bar");
     page.ShowStreamProgress(99);
     page.ShowOverallProgress(99.9);
+    page.Flush();
     EXPECT_EQ(TextOf(page, "labSelected"), "2,345");
     EXPECT_EQ(TextOf(page, "labCurrentCount"), "938");
     EXPECT_EQ(TextOf(page, "labCurrentName"), QStringLiteral("Caf\u00E9 & Bar"));
