@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "directory/text_pool.h"
+#include "platform/text_pool.h"
 #include "shell/status_line.h"
 
 namespace zorvel {
