@@ -28,6 +28,7 @@ namespace zorvel {
 namespace {
 
 constexpr int kTreeWidth = 260;
+constexpr int kFindBarMargin = 6;
 constexpr int kProgressInterval = 40;  // milliseconds between two looks at the pending events
 constexpr int kPatience = 700;         // milliseconds ahead of a progress window
 
@@ -90,6 +91,7 @@ frmReport::frmReport(Services& services, std::shared_ptr<const Report> report, Q
     setWindowTitle(ToQString(report_->facts().caption));
     AddPageBox();
     ConnectActions();
+    ui_->barFind->setContentsMargins(kFindBarMargin, kFindBarMargin, kFindBarMargin, kFindBarMargin);
     ui_->barFind->Serve(*ui_->viewReport, *ui_->viewReport, *this);
     FillTree();
     auto* size = new QLabel(ToQString(Counted(report_->rows().size(), " row", " rows") + " on " +
@@ -159,6 +161,7 @@ void frmReport::FillTree() {
     }
     groups_ = new GroupTreeModel(report_, this);
     tree.setModel(groups_);
+    tree.setRootIsDecorated(report_->definition().groups.size() > 1);
     ui_->splitter->setSizes({kTreeWidth, width() - kTreeWidth});
     if (groups_->rowCount({}) == 1) tree.expand(groups_->index(0, 0, {}));
     connect(tree.selectionModel(), &QItemSelectionModel::currentChanged, this,
