@@ -80,6 +80,7 @@ class ReportOptionsDialog : public testing::Test {
     }
     std::vector<std::string> Categories() {
         std::vector<std::string> marks;
+        marks.reserve(6);
         for (int i = 0; i < Tree().topLevelItemCount(); ++i)
             marks.push_back(Mark(*Tree().topLevelItem(i)));
         return marks;
