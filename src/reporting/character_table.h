@@ -13,9 +13,10 @@
 
 namespace zorvel {
 
-// The characters that show nothing of their own: 0 to 31, and 127.
+// The control characters: those below kControlEnd, DEL, and the five codes that the code page leaves open.
 inline constexpr std::size_t kControlEnd = 0x20;
 inline constexpr std::size_t kDelete = 0x7F;
+inline constexpr std::array<std::size_t, 5> kOpenCodes{0x81, 0x8D, 0x8F, 0x90, 0x9D};
 
 class CharacterTable {
   public:
@@ -33,19 +34,6 @@ class CharacterTable {
         plain_[code] = false;
     }
 
-    // Spells the control characters as their pictures (U+2400 and on), and the five codes that have no
-    // character as U+FFFD: they stay visible, and harmless in a terminal.
-    void SpellControlsAsPictures() {
-        constexpr char32_t kPictures = 0x2400;
-        constexpr char32_t kPictureOfDelete = 0x2421;
-        constexpr char32_t kReplacement = 0xFFFD;
-        for (std::size_t code = 0; code < kControlEnd; ++code)
-            SpellAs(code, kPictures + static_cast<char32_t>(code));
-        SpellAs(kDelete, kPictureOfDelete);
-        for (const std::size_t code : {0x81, 0x8D, 0x8F, 0x90, 0x9D})
-            SpellAs(code, kReplacement);
-    }
-
     // Spells a character as itself.
     void Keep(std::size_t code) { plain_[code] = true; }
 
@@ -53,8 +41,8 @@ class CharacterTable {
 
     void Write(std::string_view text, OutputFile& file) const {
         while (!text.empty()) {
-            const auto* end =
-                std::find_if(text.begin(), text.end(), [this](char character) { return !IsPlain(character); });
+            const auto* end = std::find_if(text.begin(), text.end(),
+                                           [this](char character) { return !IsPlain(character); });
             file.Write(std::string_view(text.begin(), end));
             text.remove_prefix(static_cast<std::size_t>(end - text.begin()));
             if (text.empty()) return;
@@ -64,12 +52,6 @@ class CharacterTable {
     }
 
   private:
-    void SpellAs(std::size_t code, char32_t character) {
-        std::string text;
-        AppendUtf8(text, character);
-        Spell(code, std::move(text));
-    }
-
     std::array<std::string, 256> texts_;
     std::array<bool, 256> plain_{};
 };

@@ -2,7 +2,10 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "reporting/character_table.h"
 #include "reporting/export_fields.h"
@@ -27,9 +30,7 @@ enum Trait : unsigned char {
 class CsvWriter {
   public:
     explicit CsvWriter(OutputFile& file) : file_(file) {
-        spelling_.SpellControlsAsPictures();
-        for (const char kept : {'\t', '\r', '\n'})
-            spelling_.Keep(static_cast<unsigned char>(kept));
+        SpellControls();
         spelling_.Spell('"', "\"\"");
         for (std::size_t code = 0; code < traits_.size(); ++code) {
             const auto character = static_cast<char>(static_cast<unsigned char>(code));
@@ -53,8 +54,8 @@ class CsvWriter {
             traits |= TraitsOf(character);
         const bool suspect = (TraitsOf(value.front()) & kSuspect) != 0;
         const bool guarded = suspect && IsFormula(value);
-        const bool quoted = (traits & kQuoted) != 0 || Holds(kBlanks, value.front()) ||
-                            Holds(kBlanks, value.back());
+        const bool quoted =
+            (traits & kQuoted) != 0 || Holds(kBlanks, value.front()) || Holds(kBlanks, value.back());
         if (quoted) file_.Write('"');
         if (guarded) file_.Write('\'');
         if ((traits & kSpelled) != 0) {
@@ -66,6 +67,26 @@ class CsvWriter {
     }
 
   private:
+    // Control characters become their pictures (U+2400 and on), and codes without a character U+FFFD: they
+    // stay visible, cut no text short and tell a terminal nothing.
+    void SpellControls() {
+        constexpr char32_t kPictures = 0x2400;
+        constexpr char32_t kPictureOfDelete = 0x2421;
+        constexpr char32_t kReplacement = 0xFFFD;
+        const auto spell_as = [this](std::size_t code, char32_t character) {
+            std::string text;
+            AppendUtf8(text, character);
+            spelling_.Spell(code, std::move(text));
+        };
+        for (std::size_t code = 0; code < kControlEnd; ++code)
+            spell_as(code, kPictures + static_cast<char32_t>(code));
+        spell_as(kDelete, kPictureOfDelete);
+        for (const std::size_t code : kOpenCodes)
+            spell_as(code, kReplacement);
+        for (const char kept : {'\t', '\r', '\n'})
+            spelling_.Keep(static_cast<unsigned char>(kept));
+    }
+
     static bool Holds(std::string_view characters, char character) {
         return characters.find(character) != std::string_view::npos;
     }

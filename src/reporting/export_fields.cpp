@@ -10,12 +10,14 @@
 namespace zorvel {
 
 std::vector<const ReportColumn*> ColumnsOfFields(const Report& report) {
-    std::vector<const ReportColumn*> shown;
-    const auto& columns = report.definition().columns;
-    for (const std::string& field : report.rows().fields()) {
-        const auto found = std::find_if(columns.begin(), columns.end(),
-                                        [&](const ReportColumn& column) { return column.field == field; });
-        shown.push_back(found == columns.end() ? nullptr : &*found);
+    const std::vector<std::string>& fields = report.rows().fields();
+    std::vector<const ReportColumn*> shown(fields.size(), nullptr);
+    for (const ReportColumn& column : report.definition().columns) {
+        const auto found = std::find_if(fields.begin(), fields.end(), [&](const std::string& field) {
+            return EqualIgnoringCase(field, column.field);
+        });
+        const auto field = static_cast<std::size_t>(found - fields.begin());
+        if (field < fields.size() && shown[field] == nullptr) shown[field] = &column;
     }
     return shown;
 }

@@ -106,6 +106,7 @@ inline constexpr std::string_view kPageScript = R"js(
   const find = (id) => document.getElementById(id);
   const main = find("report");
   const box = find("filter");
+  if (box === null) return;
   const count = find("count");
   const groups = [...main.getElementsByTagName("details")];
   let index = null;

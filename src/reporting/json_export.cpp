@@ -26,7 +26,8 @@ class JsonWriter {
         };
         for (std::size_t code = 0; code < kControlEnd; ++code)
             escape(code);
-        for (const std::size_t code : {0x7F, 0x81, 0x8D, 0x8F, 0x90, 0x9D})
+        escape(kDelete);
+        for (const std::size_t code : kOpenCodes)
             escape(code);
         spelling_.Spell('"', "\\\"");
         spelling_.Spell('\\', "\\\\");
