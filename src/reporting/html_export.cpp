@@ -59,7 +59,8 @@ class HtmlPage {
         if (definition_.groups.empty()) WriteRows(0, rows_.size(), "aria-label=\"Rows\"");
         WriteGroups();
         Put("</main>\n");
-        PutUnlessEmpty("footer", report_.facts().generated);
+        if (!report_.facts().generated.empty())
+            PutElement("footer", "Generated " + report_.facts().generated);
         Put("<script>");
         Put(kPageScript);
         Put("</script>\n</body>\n</html>\n");
