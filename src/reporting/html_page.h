@@ -98,7 +98,7 @@ summary > span { flex: 0 1 auto; color: var(--faint); text-align: right; }
 }
 )css";
 
-// The rows' texts are gathered when something is first looked for. Blocks and groups without a match are
+// The rows' texts are gathered when the filter is first gone to. Blocks and groups without a match are
 // hidden whole, and their rows are left as they are until they are wanted again.
 inline constexpr std::string_view kPageScript = R"js(
 "use strict";
@@ -185,6 +185,7 @@ inline constexpr std::string_view kPageScript = R"js(
       ? before[total].toLocaleString("en") + " of " + total.toLocaleString("en") + " rows" : "";
   }
 
+  box.addEventListener("focus", () => { index ??= gather(); }, { once: true });
   const pause = 120;
   let timer = 0;
   box.addEventListener("input", () => {
@@ -204,6 +205,6 @@ inline constexpr std::string_view kPageScript = R"js(
 
 // What the browser may run: this script, by its SHA-256. A change of the script changes it; the test says
 // what it has become.
-inline constexpr std::string_view kPageScriptHash = "sha256-AAAA";
+inline constexpr std::string_view kPageScriptHash = "sha256-DmghfraqyaoC+L2J1rdgEPxvRLxRCY3o3Uz3l2nNL8w=";
 
 }  // namespace zorvel
