@@ -7,9 +7,12 @@
 #include <sys/stat.h>
 
 #include <array>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/error.h"
 #include "reporting/export_readers.h"
@@ -35,7 +38,10 @@ field = "Value"
 
 class ReportExport : public testing::Test {
   protected:
-    ReportExport() { database_.Execute("CREATE TABLE T (Name TEXT, Value TEXT, Extra)"); }
+    ReportExport() {
+        database_.Execute("CREATE TABLE T (Name TEXT, Value TEXT, Extra)");
+        database_.Begin();
+    }
 
     void Add(const std::string& name, const std::string& value, const std::string& extra = {}) {
         if (value.find('\0') == std::string::npos) {
@@ -138,7 +144,7 @@ TEST_F(ReportExport, WhatReportsSayOfThemselvesIsTextInEveryFile) {
     const std::string definition = R"(
 title = '<b>"x"\ & é'
 explanation = "</header>"
-query = "SELECT Name AS 'A<i>,""', Value FROM T"
+query = "SELECT Name AS 'A<i>,\"', Value FROM T"
 [[group]]
 by = 'A<i>,"'
 heading = '<u>{A<i>,"}'
