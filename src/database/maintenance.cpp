@@ -15,10 +15,6 @@ std::string CompactedCopy(const std::string& path) {
     return path + "_New.mdb";
 }
 
-std::string NumberAndDescription(const Error& error) {
-    return ' ' + std::to_string(error.number()) + " (" + error.description() + ')';
-}
-
 }  // namespace
 
 DatabaseMaintenance::DatabaseMaintenance(Services& services, Catalogue& catalogue)

@@ -12,16 +12,6 @@ namespace zorvel {
 namespace fs = std::filesystem;
 namespace {
 
-std::string ReadWhole(const fs::path& path) {
-    InputFile file(path, path.string());
-    std::string text;
-    for (std::string_view bytes = file.Available(); !bytes.empty(); bytes = file.Available()) {
-        text += bytes;
-        file.Skip(bytes.size());
-    }
-    return text;
-}
-
 void MoveTo(const fs::path& from, const fs::path& to) {
     std::error_code error;
     fs::rename(from, to, error);
@@ -40,7 +30,7 @@ fs::path NewBeside(const fs::path& path) {
 }  // namespace
 
 void MakeDatabases(const fs::path& schema, const fs::path& template_file, const fs::path& master_file) {
-    const std::string script = FromUtf8(ReadWhole(schema));
+    const std::string script = FromUtf8(InputFile(schema, schema.string()).Rest());
     const fs::path new_template = NewBeside(template_file);
     const fs::path new_master = NewBeside(master_file);
     {

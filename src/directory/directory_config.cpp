@@ -18,12 +18,7 @@ class ConfigReader {
     explicit ConfigReader(const Files& files) : files_(files), path_(files.Path(kDirectoryConfigFile)) {}
 
     DirectoryConfig Read() {
-        std::string text;
-        InputFile file = files_.Open(path_);
-        for (std::string_view bytes = file.Available(); !bytes.empty(); bytes = file.Available()) {
-            text += bytes;
-            file.Skip(bytes.size());
-        }
+        const std::string text = files_.Read(path_);
         try {
             const toml::table document = toml::parse(text);
             return Take(document);

@@ -82,6 +82,10 @@ InputFile Files::Open(std::string_view path) const {
     return InputFile(real, std::string(path));
 }
 
+std::string Files::Read(std::string_view path) const {
+    return Open(path).Rest();
+}
+
 OutputFile Files::Create(std::string_view path) const {
     return OutputFile(Resolve(path), std::string(path), OutputFile::Mode::kTruncate);
 }

@@ -35,6 +35,8 @@ class Files {
     bool Exists(std::string_view path) const;
     // Opens a file. Raises error 53 (no such file), 70, 75 or 76 (no such folder).
     InputFile Open(std::string_view path) const;
+    // The whole content of a file. Raises what Open raises, and error 75 on a read error.
+    std::string Read(std::string_view path) const;
     // Creates a file, replacing an older one. Raises an OutputError with number 61, 70, 75 or 76.
     OutputFile Create(std::string_view path) const;
     // Opens a file for appending, creating it when it does not exist. Raises an OutputError as Create does.

@@ -25,4 +25,13 @@ std::string_view InputFile::Available() {
     return {buffer_.data() + at_, end_ - at_};
 }
 
+std::string InputFile::Rest() {
+    std::string text;
+    for (std::string_view bytes = Available(); !bytes.empty(); bytes = Available()) {
+        text += bytes;
+        Skip(bytes.size());
+    }
+    return text;
+}
+
 }  // namespace zorvel

@@ -31,6 +31,9 @@ class InputFile {
     // Moves past `count` bytes of what Available gave.
     void Skip(std::size_t count) { at_ += count; }
 
+    // All bytes up to the end of the file. Raises error 75 on a read error.
+    std::string Rest();
+
     const std::string& name() const { return name_; }
 
   private:

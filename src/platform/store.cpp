@@ -308,6 +308,26 @@ std::string Rows::Text(const std::string& column) const {
                    [&] { return FromUtf8(statement_->getColumn(column.c_str()).getString()); });
 }
 
+std::vector<std::string> Rows::Columns() const {
+    return Guarded(connection_->name(), [&] {
+        std::vector<std::string> names;
+        for (int i = 0; i < statement_->getColumnCount(); ++i)
+            names.push_back(FromUtf8(statement_->getColumnName(i)));
+        return names;
+    });
+}
+
+void Rows::Read(std::size_t column, std::string& text) const {
+    const SQLite::Column field = statement_->getColumn(static_cast<int>(column));
+    const std::string_view bytes(field.getText(), static_cast<std::size_t>(field.getBytes()));
+    bool nul = false;
+    if (IsPlain(bytes, nul)) {
+        text.assign(bytes);
+    } else {
+        text = FromUtf8(bytes);
+    }
+}
+
 Command::Command(std::shared_ptr<Connection> connection, std::shared_ptr<SQLite::Statement> statement)
     : connection_(std::move(connection)), statement_(std::move(statement)) {}
 Command::Command(Command&&) noexcept = default;

@@ -3,12 +3,14 @@
 // reason as its description. The detail names the file.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/files.h"
 
@@ -38,6 +40,11 @@ class Rows {
     // The field of the current row in `column`; empty for a null. Raises an error when there is no such
     // column.
     std::string Text(const std::string& column) const;
+
+    // The names of the columns.
+    std::vector<std::string> Columns() const;
+    // Puts the field of the current row in column number `column` (from 0) into `text`; empty for a null.
+    void Read(std::size_t column, std::string& text) const;
 
   private:
     friend class Database;

@@ -1,71 +1,17 @@
-// A report on pages. One layout serves the screen, the printer and PDF: it places texts and areas on a
-// canvas, in points from the page's upper left corner.
+// A report on pages. One layout serves the screen, the printer and PDF.
 #pragma once
 
-#include <array>
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "reporting/page_blocks.h"
+#include "reporting/page_canvas.h"
+#include "reporting/page_flow.h"
 #include "reporting/report.h"
 
 namespace zorvel {
-
-// A font in ems: the advance of each character of the code page, and how far it reaches over and under its
-// base line.
-struct FontFace {
-    std::array<double, 256> advances{};
-    double ascent = 0;
-    double descent = 0;
-
-    // The width of a text in points at a size in points.
-    double Width(std::string_view text, double size) const;
-};
-
-struct ReportFonts {
-    FontFace regular;
-    FontFace bold;
-};
-
-// What a colour is for; the canvas decides what it looks like.
-enum class PageColour {
-    kText,
-    kFaintText,  // notes, facts, page numbers
-    kTitle,      // the report's title and the headings of outer groups
-    kBand,       // behind headings of the outermost groups
-    kLightBand,  // behind headings of the groups within
-    kStripe,     // behind every second row
-    kRule,       // lines
-    kBar,        // of charts
-};
-
-// Where a text on a page comes from.
-struct TextPlace {
-    enum class Kind { kFurniture, kCell, kHeading, kNote };
-
-    Kind kind = Kind::kFurniture;
-    std::size_t index = 0;   // the row of a cell, or the number of the group
-    std::size_t column = 0;  // of a cell
-    std::size_t offset = 0;  // of the text's first character in the value as it is displayed
-};
-
-struct PageText {
-    double x = 0;         // of the left end of the base line
-    double baseline = 0;  // from the top of the page
-    double size = 0;      // of the font
-    bool bold = false;
-    bool turned = false;  // runs upwards from that point
-    PageColour colour = PageColour::kText;
-    std::string_view text;  // valid during the call; one line of printable characters of the code page
-    TextPlace place;
-};
-
-class PageCanvas {
-  public:
-    virtual ~PageCanvas() = default;
-    virtual void Draw(const PageText& text) = 0;
-    virtual void Fill(double x, double y, double width, double height, PageColour colour) = 0;
-};
 
 class PageLayout {
   public:
@@ -74,15 +20,60 @@ class PageLayout {
 
     // At least 1.
     std::size_t page_count() const { return starts_.size(); }
-    double page_width() const;   // points
-    double page_height() const;  // points
+    double page_width() const { return report_.definition().page.width; }    // points
+    double page_height() const { return report_.definition().page.height; }  // points
 
     // Draws a page, from 0. Texts come in reading order.
     void Draw(std::size_t page, PageCanvas& canvas) const;
 
-    // The page on which a row or the heading of a group begins.
+    // The page on which a row, or the heading of a group, begins.
     std::size_t PageOfRow(std::size_t row) const;
     std::size_t PageOfGroup(std::size_t group) const;
+
+  private:
+    // A page that is being filled, and drawn if there is a canvas.
+    struct Sheet {
+        PageCanvas* canvas = nullptr;
+        double top = 0;  // where the next block goes
+        double bottom = 0;
+        double body_height = 0;
+        bool empty = true;      // no block is on it yet
+        bool headed = false;    // the columns' headings are on it
+        bool first_row = true;  // no row is on it yet
+    };
+    // A text at the left end of a line.
+    struct End {
+        std::string text;
+        double size = 0;
+        bool bold = false;
+    };
+
+    // Fills a page from `position` on; returns where the next one goes on.
+    FlowPosition Fill(FlowPosition position, std::size_t page, PageCanvas* canvas) const;
+    // True when the page should end ahead of a heading, so that it stays with what it is the heading of.
+    bool BreaksAhead(const FlowPosition& position, const Sheet& sheet) const;
+    double HeightWithNext(FlowPosition position) const;
+    // Places what fits of the block at `position`, which moves behind that; false when the page is full.
+    bool Place(FlowPosition& position, Sheet& sheet) const;
+    void PlaceHeadings(const FlowPosition& position, Sheet& sheet) const;
+    // Draws `count` lines of the block at hand, from line `first` on.
+    void DrawBlock(std::size_t first, std::size_t count, double height, double above,
+                   const Sheet& sheet) const;
+    void DrawLine(const BlockCell& cell, std::size_t line, double top, PageCanvas& canvas) const;
+    void DrawColumnHeadings(double top, PageCanvas& canvas) const;
+    // Draws what stands above and below the blocks of a page.
+    void DrawFurniture(std::size_t page, PageCanvas& canvas) const;
+    // Draws a line with a text at either end.
+    void DrawEnds(const End& left, std::string_view right, double top, PageCanvas& canvas) const;
+    double BodyTop(std::size_t page) const;
+    double BodyBottom() const;
+    std::size_t PageOf(const FlowPosition& position) const;
+
+    const Report& report_;
+    PageBlocks blocks_;
+    PageFlow flow_;
+    std::vector<FlowPosition> starts_;  // of each page
+    mutable PageBlock block_;           // the one at hand
 };
 
 }  // namespace zorvel

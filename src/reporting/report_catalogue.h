@@ -17,7 +17,7 @@ struct CatalogueReport {
     bool by_name = false;         // the sort choices that are honoured
     bool by_caption = false;
     bool by_icon_order = false;
-    std::string_view secondary;  // sort columns behind the chosen ones, with a leading comma
+    std::string_view secondary = {};  // sort columns behind the chosen ones, with a leading comma
     bool issue_filter = false;
 
     bool Honours(std::string_view sort) const;

@@ -66,10 +66,10 @@ class ReportRows {
     void Read(const Database& database, const std::string& query);
     std::size_t FieldNumber(const std::string& name, std::size_t line) const;
     std::vector<std::size_t> FieldNumbers(const std::vector<std::string>& names, std::size_t line) const;
+    void CheckTemplates() const;
     void Gather();
     void AddUpTotals();
     void AddUpTotal(std::size_t number, const ReportTotal& total);
-    void AddUpCharts();
     std::vector<ChartBar> AddUpChart(const ReportChart& chart) const;
 
     const ReportDefinition& definition_;

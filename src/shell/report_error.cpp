@@ -8,6 +8,10 @@ std::string ErrorText(const Error& error) {
     return PlainNumber(error.number()) + " (" + error.description() + ")";
 }
 
+std::string NumberAndDescription(const Error& error) {
+    return ' ' + std::to_string(error.number()) + " (" + error.description() + ')';
+}
+
 std::string LogUnexpectedError(Log& log, const Error& error, std::string_view where) {
     std::string text = "ERROR: Unexpected error #" + ErrorText(error) + " occurred in " + std::string(where);
     log.WriteLog(text);

@@ -12,6 +12,9 @@ namespace zorvel {
 // number with its leading blank + " (" + description + ")".
 std::string ErrorText(const Error& error);
 
+// " " + number + " (" + description + ")": the same with the blank ahead of negative numbers, too.
+std::string NumberAndDescription(const Error& error);
+
 // Logs "ERROR: Unexpected error #" + ErrorText + " occurred in " + `where`, and the error's detail, when it
 // has one, on a line of its own. Returns the text of the first line.
 std::string LogUnexpectedError(Log& log, const Error& error, std::string_view where);

@@ -382,14 +382,7 @@ void ReadRichText(std::string_view rtf, RichTextSink& sink) {
 }
 
 void ReadRichTextFile(const Files& files, std::string_view path, RichTextSink& sink) {
-    InputFile file = files.Open(path);
-    std::string rtf;
-    rtf.reserve(files.Size(path));
-    for (std::string_view bytes = file.Available(); !bytes.empty(); bytes = file.Available()) {
-        rtf += bytes;
-        file.Skip(bytes.size());
-    }
-    ReadRichText(rtf, sink);
+    ReadRichText(files.Read(path), sink);
 }
 
 }  // namespace zorvel

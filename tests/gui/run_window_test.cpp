@@ -11,7 +11,6 @@
 namespace zorvel::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 

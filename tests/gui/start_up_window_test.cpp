@@ -13,7 +13,6 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 class StartUpWindow : public MainWindowTest {};

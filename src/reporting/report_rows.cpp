@@ -1,0 +1,279 @@
+#include "reporting/report_rows.h"
+
+#include <algorithm>
+#include <numeric>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "platform/code_page.h"
+#include "platform/error.h"
+#include "reporting/report_values.h"
+
+namespace zorvel {
+namespace {
+
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+// Values joined so that different lists of values give different texts.
+void AppendKey(std::string& key, std::string_view value) {
+    key += std::to_string(value.size());
+    key += ':';
+    key += value;
+}
+
+// Groups as they are found, in the order of the query.
+class GroupTree {
+  public:
+    struct Node {
+        std::size_t parent = kNone;
+        std::size_t level = 0;
+        std::size_t rows = 0;  // of the group itself, not of those within
+        std::size_t last_child = kNone;
+        std::size_t next_sibling = kNone;
+        std::size_t first_child = kNone;
+        std::size_t place = 0;  // its number in the order of the report
+    };
+
+    GroupTree() : nodes_(1) {}  // all rows
+
+    // The group of `level` within `parent` whose values are joined in `key`.
+    std::size_t Find(std::size_t parent, std::size_t level, const std::string& key) {
+        const auto [entry, is_new] = numbers_.try_emplace(std::to_string(parent) + '/' + key, nodes_.size());
+        if (is_new) {
+            nodes_.push_back({.parent = parent, .level = level});
+            Node& above = nodes_[parent];
+            (above.last_child == kNone ? above.first_child : nodes_[above.last_child].next_sibling) =
+                entry->second;
+            above.last_child = entry->second;
+        }
+        return entry->second;
+    }
+    Node& operator[](std::size_t node) { return nodes_[node]; }
+    std::size_t size() const { return nodes_.size(); }
+
+    // The groups in the order of the report, each with the rows that it and those within it have.
+    std::vector<RowGroup> InOrder() {
+        std::vector<RowGroup> groups;
+        groups.reserve(nodes_.size() - 1);
+        std::size_t row = 0;
+        std::size_t node = nodes_[0].first_child;
+        while (node != kNone) {
+            nodes_[node].place = groups.size();
+            groups.push_back({nodes_[node].level, row, row});
+            row += nodes_[node].rows;
+            node = Following(node, row, groups);
+        }
+        return groups;
+    }
+
+  private:
+    // The node after `node`, depth first; closes the groups that end before it.
+    std::size_t Following(std::size_t node, std::size_t row, std::vector<RowGroup>& groups) {
+        if (nodes_[node].first_child != kNone) return nodes_[node].first_child;
+        while (node != 0) {
+            groups[nodes_[node].place].end = row;
+            if (nodes_[node].next_sibling != kNone) return nodes_[node].next_sibling;
+            node = nodes_[node].parent;
+        }
+        return kNone;
+    }
+
+    std::vector<Node> nodes_;
+    std::unordered_map<std::string, std::size_t> numbers_;
+};
+
+std::int64_t NumberOf(std::string_view value) {
+    return WholeNumber(value).value_or(0);
+}
+
+}  // namespace
+
+ReportRows::ReportRows(const Database& database, const ReportDefinition& definition, const std::string& query)
+    : definition_(definition), total_count_(definition.totals.size()) {
+    Read(database, query);
+    for (const ReportColumn& column : definition_.columns)
+        column_fields_.push_back(FieldNumber(column.field, column.line));
+    CheckTemplates();
+    Gather();
+    AddUpTotals();
+    for (const ReportChart& chart : definition_.charts)
+        charts_.push_back(AddUpChart(chart));
+}
+
+void ReportRows::Read(const Database& database, const std::string& query) {
+    Rows rows = database.Query(query);
+    fields_ = rows.Columns();
+    const std::size_t count = fields_.size();
+    std::string text;
+    while (rows.Next()) {
+        for (std::size_t field = 0; field < count; ++field) {
+            rows.Read(field, text);
+            // Rows of a group repeat the values of its fields, so most texts are those of the row before.
+            const bool repeats = cells_.size() >= count && cells_[cells_.size() - count] == text;
+            cells_.push_back(repeats ? cells_[cells_.size() - count] : texts_.Keep(text));
+        }
+    }
+}
+
+std::size_t ReportRows::FieldNumber(const std::string& name, std::size_t line) const {
+    const auto found = std::find_if(fields_.begin(), fields_.end(), [&name](const std::string& field) {
+        return EqualIgnoringCase(field, name);
+    });
+    if (found != fields_.end()) return static_cast<std::size_t>(found - fields_.begin());
+    std::string known;
+    for (const std::string& field : fields_)
+        known += (known.empty() ? "" : ", ") + field;
+    FailDefinition(definition_.path, line,
+                   "the query gives no field \"" + name + "\"; expected one of: " + known);
+}
+
+std::vector<std::size_t> ReportRows::FieldNumbers(const std::vector<std::string>& names,
+                                                  std::size_t line) const {
+    std::vector<std::size_t> numbers;
+    for (const std::string& name : names)
+        numbers.push_back(FieldNumber(name, line));
+    return numbers;
+}
+
+void ReportRows::CheckTemplates() const {
+    const auto check = [this](const TextTemplate& text) {
+        for (const TextTemplate::Piece& piece : text.pieces) {
+            if (piece.is_field) FieldNumber(piece.text, text.line);
+        }
+    };
+    for (const ReportGroup& group : definition_.groups) {
+        check(group.heading);
+        check(group.note);
+    }
+    for (const ReportChart& chart : definition_.charts)
+        check(chart.label);
+}
+
+void ReportRows::Gather() {
+    const std::size_t levels = definition_.groups.size();
+    const std::size_t row_count = cells_.empty() ? 0 : cells_.size() / fields_.size();
+    std::vector<std::vector<std::size_t>> by;
+    for (const ReportGroup& group : definition_.groups)
+        by.push_back(FieldNumbers(group.by, group.line));
+
+    GroupTree tree;
+    std::vector<std::size_t> group_of(row_count);
+    std::vector<std::size_t> open(levels + 1, 0);  // the groups of the row before; the first is all rows
+    std::string key;
+    for (std::size_t row = 0; row < row_count; ++row) {
+        const std::string_view* const cells = &cells_[row * fields_.size()];
+        bool same = row > 0;
+        for (std::size_t level = 0; level < levels; ++level) {
+            same = same && std::all_of(by[level].begin(), by[level].end(), [&](std::size_t field) {
+                       return cells[field] == (cells - fields_.size())[field];
+                   });
+            if (same) continue;
+            key.clear();
+            for (const std::size_t field : by[level])
+                AppendKey(key, cells[field]);
+            open[level + 1] = tree.Find(open[level], level, key);
+        }
+        group_of[row] = open[levels];
+        ++tree[open[levels]].rows;
+    }
+
+    groups_ = tree.InOrder();
+    level_groups_.resize(levels);
+    for (std::size_t group = 0; group < groups_.size(); ++group)
+        level_groups_[groups_[group].level].push_back(group);
+
+    std::vector<std::size_t> next(tree.size(), 0);  // place of the next row of each innermost group
+    for (std::size_t node = 1; node < tree.size(); ++node)
+        next[node] = groups_[tree[node].place].begin;
+    order_.resize(row_count);
+    for (std::size_t row = 0; row < row_count; ++row)
+        order_[next[group_of[row]]++] = row;
+}
+
+std::size_t ReportRows::GroupOf(std::size_t row, std::size_t level) const {
+    const std::vector<std::size_t>& groups = level_groups_[level];
+    const auto behind = std::upper_bound(
+        groups.begin(), groups.end(), row,
+        [this](std::size_t wanted, std::size_t group) { return wanted < groups_[group].begin; });
+    return *(behind - 1);
+}
+
+std::string ReportRows::Expand(const TextTemplate& text, std::size_t row) const {
+    std::string expanded;
+    for (const TextTemplate::Piece& piece : text.pieces) {
+        if (piece.is_field) {
+            expanded += Value(row, FieldNumber(piece.text, text.line));
+        } else {
+            expanded += piece.text;
+        }
+    }
+    return expanded;
+}
+
+void ReportRows::AddUpTotals() {
+    totals_.assign(total_count_ * (groups_.size() + 1), 0);
+    for (std::size_t number = 0; number < total_count_; ++number)
+        AddUpTotal(number, definition_.totals[number]);
+}
+
+void ReportRows::AddUpTotal(std::size_t number, const ReportTotal& total) {
+    const std::vector<std::size_t> fields = FieldNumbers(total.fields, total.line);
+    std::unordered_set<std::string> met;
+    std::string key;
+    const auto add_up = [&](std::size_t begin, std::size_t end) -> std::int64_t {
+        if (total.kind == ReportTotal::Kind::kCount) return static_cast<std::int64_t>(end - begin);
+        std::int64_t sum = 0;
+        met.clear();
+        for (std::size_t row = begin; row < end; ++row) {
+            if (total.kind == ReportTotal::Kind::kSum) {
+                sum += NumberOf(Value(row, fields.front()));
+                continue;
+            }
+            const bool same =
+                row > begin && std::all_of(fields.begin(), fields.end(), [&](std::size_t field) {
+                    return Value(row, field) == Value(row - 1, field);
+                });
+            if (same) continue;
+            key.clear();
+            for (const std::size_t field : fields)
+                AppendKey(key, Value(row, field));
+            met.insert(key);
+        }
+        return total.kind == ReportTotal::Kind::kSum ? sum : static_cast<std::int64_t>(met.size());
+    };
+    totals_[number] = add_up(0, size());
+    for (std::size_t group = 0; group < groups_.size(); ++group) {
+        if (groups_[group].level < total.levels)
+            totals_[(group + 1) * total_count_ + number] = add_up(groups_[group].begin, groups_[group].end);
+    }
+}
+
+std::vector<ChartBar> ReportRows::AddUpChart(const ReportChart& chart) const {
+    const std::vector<std::size_t> fields = FieldNumbers(chart.by, chart.line);
+    const bool counts = chart.sum.empty();
+    const std::size_t sum = counts ? 0 : FieldNumber(chart.sum, chart.line);
+    std::unordered_map<std::string, std::size_t> numbers;
+    std::vector<ChartBar> bars;
+    std::string key;
+    for (std::size_t row = 0; row < size(); ++row) {
+        key.clear();
+        for (const std::size_t field : fields)
+            AppendKey(key, Value(row, field));
+        const auto [entry, is_new] = numbers.try_emplace(key, bars.size());
+        if (is_new) bars.push_back({Expand(chart.label, row), 0});
+        bars[entry->second].value += counts ? 1 : NumberOf(Value(row, sum));
+    }
+    std::stable_sort(bars.begin(), bars.end(),
+                     [](const ChartBar& left, const ChartBar& right) { return left.value > right.value; });
+    if (bars.size() > chart.limit + 1) {
+        ChartBar other{"Other (" + std::to_string(bars.size() - chart.limit) + ')', 0};
+        for (std::size_t bar = chart.limit; bar < bars.size(); ++bar)
+            other.value += bars[bar].value;
+        bars.resize(chart.limit);
+        bars.push_back(std::move(other));
+    }
+    return bars;
+}
+
+}  // namespace zorvel

@@ -1,0 +1,123 @@
+#include "reporting/reports.h"
+
+#include <optional>
+#include <utility>
+
+#include "platform/store.h"
+#include "reporting/data_source.h"
+#include "reporting/report_definition.h"
+#include "reporting/report_query.h"
+#include "shell/formats.h"
+#include "shell/report_error.h"
+
+namespace zorvel {
+namespace {
+
+constexpr std::string_view kMasterCatalogue = "ZorvelMaster.mdb";
+
+}  // namespace
+
+Reports::Reports(Services& services, const Catalogue& catalogue, ReportChoice& choice, ReportDisplay& display)
+    : services_(services), catalogue_(catalogue), choice_(choice), display_(display) {}
+
+ReportOutcome Reports::Generate(std::string_view caption) {
+    const CatalogueReport* const report = FindReport(caption);
+    return Generate(caption, report == nullptr ? std::string_view() : report->definition);
+}
+
+ReportOutcome Reports::Generate(std::string_view caption, std::string_view definition_file) {
+    std::string sort;
+    std::string filter;
+    try {
+        const CatalogueReport* const report = FindReport(caption);
+        if (report == nullptr) throw Error(errors::kSubscript);
+        choice_.caption = caption;
+        if (caption == kCaptureDetailsReport) {
+            choice_.dataset = kMasterCatalogue;
+        } else {
+            display_.ShowReportOptions(choice_);
+            if (choice_.cancelled) return ReportOutcome::kCancelled;
+        }
+        RegisterDsn();
+        services_.log.WriteLog("Reporting: Source DB set to '" + DatasetPath() + "'");
+        sort = report->SortText(choice_.sort, choice_.descending);
+        filter = report->FilterText(choice_.excluded_codes);
+    } catch (...) {
+        Fail("Reporting module", "Reporting");
+        return ReportOutcome::kFailed;
+    }
+    return ReportLaunch(definition_file, sort, filter) ? ReportOutcome::kShown : ReportOutcome::kFailed;
+}
+
+std::string Reports::DatasetPath() const {
+    return services_.files.Path("Databases\\" + choice_.dataset);
+}
+
+void Reports::RegisterDsn() {
+    services_.log.WriteLog("Creating Zorvel System DSN if neccessary...");
+    try {
+        RegisterDataSource(services_.files);
+    } catch (...) {
+        services_.log.WriteLog("ERROR: DSN creation procedure failed..");
+        LogDetail(services_.log, CurrentError());
+    }
+}
+
+bool Reports::ReportLaunch(std::string_view definition_file, std::string_view sort, std::string_view filter) {
+    try {
+        const std::string path = services_.files.Path("Reports\\" + std::string(definition_file));
+        services_.log.WriteLog("Reporting: Launching '" + path + "'");
+        display_.ShowReport(MakeReport(path, sort, filter));
+        return true;
+    } catch (...) {
+        Fail("Report Launch", "Report Launch");
+        return false;
+    }
+}
+
+std::shared_ptr<const Report> Reports::MakeReport(const std::string& definition_path, std::string_view sort,
+                                                  std::string_view filter) const {
+    ReportDefinition definition =
+        ParseReportDefinition(services_.files.Read(definition_path), definition_path);
+    const std::string query = ImposeFilter(ImposeSort(definition.query, sort), filter);
+    ReportFacts facts = Facts();
+    if (!sort.empty()) facts.order = choice_.sort + (choice_.descending ? ", descending" : "");
+    if (!filter.empty()) facts.excluded = choice_.excluded_codes;
+    const Database database(services_.files.Resolve(DatasetPath()), DatasetPath(),
+                            Database::Access::kReadOnly);
+    const std::size_t query_line = definition.query_line;
+    try {
+        return std::make_shared<const Report>(std::move(definition), std::move(facts), database, query);
+    } catch (const Error& error) {
+        if (error.number() != errors::kStore) throw;
+        throw error.With(definition_path + ", line " + std::to_string(query_line) + ": the query of '" +
+                         DatasetPath() + "' failed: " + error.description());
+    }
+}
+
+ReportFacts Reports::Facts() const {
+    ReportFacts facts;
+    facts.caption = choice_.caption;
+    facts.dataset = choice_.dataset;
+    facts.generated = DateAndTime(services_.clock.Now());
+    if (choice_.caption == kCaptureDetailsReport) return facts;
+    const std::optional<CatalogueRow> row = catalogue_.Fetch(choice_.dataset);
+    if (!row) return facts;
+    facts.tree = row->Tree;
+    facts.container = row->OU;
+    facts.captured = row->Captured;
+    facts.comment = row->Description;
+    return facts;
+}
+
+void Reports::Fail(const std::string& module, const std::string& title) {
+    const Error error = CurrentError();
+    const std::string text = NumberAndDescription(error);
+    services_.sounds.PlayEventSound(services_.options.session.WarningSound);
+    services_.log.WriteLog("WARNING: Unexpected error #" + text + " occurred in " + module +
+                           " - continuing...");
+    LogDetail(services_.log, error);
+    services_.ui.Tell("Error No." + text + " has occurred in '" + title + "'", MessageIcon::kExclamation);
+}
+
+}  // namespace zorvel
