@@ -27,9 +27,9 @@ constexpr double kLongestBar = 80.0;
 
 constexpr double kWhole = 100.0;
 
-std::string Percent(double share) {
+std::string Number(double number) {
     std::array<char, 32> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.3f%%", share);
+    const int length = std::snprintf(text.data(), text.size(), "%.3f", number);
     return {text.data(), static_cast<std::size_t>(length)};
 }
 
@@ -103,6 +103,7 @@ class HtmlPage {
         Put("<style>");
         Put(kPageStyle);
         WriteColumnStyles();
+        WritePageStyle();
         Put("</style>\n</head>\n");
     }
 
@@ -114,11 +115,23 @@ class HtmlPage {
         for (std::size_t i = 0; i < definition_.columns.size(); ++i) {
             const ReportColumn& column = definition_.columns[i];
             const std::string child = ":nth-child(" + std::to_string(i + 1) + ')';
-            Put(".rows th" + child + " { width: " + Percent(kWhole * column.width / sum) + "; }\n");
+            Put(".rows th" + child + " { width: " + Number(kWhole * column.width / sum) + "%; }\n");
+            // "Yes" is shown whole where it is wider than its column.
+            if (column.format == ValueFormat::kYesNo) {
+                Put(".rows td" + child + " { overflow-wrap: normal; padding-left: 0; padding-right: 0; }\n");
+            }
             if (column.alignment == ColumnAlignment::kLeft) continue;
             Put(".rows th" + child + ", .rows td" + child + " { text-align: ");
             Put(column.alignment == ColumnAlignment::kRight ? "right; }\n" : "center; }\n");
         }
+    }
+
+    // On paper the page is as the definition has it.
+    void WritePageStyle() {
+        const ReportPage& page = definition_.page;
+        Put("@page { size: " + Number(page.width) + "pt " + Number(page.height) +
+            "pt; margin: " + Number(page.margin) +
+            "pt; }\n@media print { body { font-size: " + Number(page.text_size) + "pt; } }\n");
     }
 
     void WriteFacts() {
@@ -158,7 +171,7 @@ class HtmlPage {
                 static_cast<double>(std::max<std::int64_t>(bar.value, 0)) / static_cast<double>(longest);
             Put("<tr><th scope=\"row\">");
             PutText(bar.label);
-            Put("</th><td><i style=\"width: " + Percent(kLongestBar * share) + "\"></i>");
+            Put("</th><td><i style=\"width: " + Number(kLongestBar * share) + "%\"></i>");
             Put(GroupedOrZero(bar.value));
             Put("</td></tr>\n");
         }

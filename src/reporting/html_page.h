@@ -54,7 +54,7 @@ dd { margin: 0; white-space: pre-line; overflow-wrap: anywhere; }
 .tools output { color: var(--faint); }
 
 .rows { width: 100%; border-collapse: collapse; table-layout: fixed; }
-.rows th, .rows td { padding: 0.15rem 0.4rem; text-align: left; vertical-align: top;
+.rows th, .rows td { padding: 0.15rem 0.3rem; text-align: left; vertical-align: top;
   overflow-wrap: anywhere; }
 .rows td { border-bottom: 1px solid var(--rule); white-space: pre-wrap; }
 .rows tbody tr:hover { background: var(--hover); }
@@ -65,8 +65,7 @@ dd { margin: 0; white-space: pre-line; overflow-wrap: anywhere; }
 .block .rows th span { max-height: 0; overflow: hidden; }
 .rows td.again { font-size: 0; }
 .filtered .rows td.again { font-size: inherit; }
-.block { content-visibility: auto; contain-intrinsic-size: auto calc(var(--n) * 1.65rem);
-  contain-intrinsic-size: 0 calc(var(--n) * 1.65rem); }
+.block { content-visibility: auto; contain-intrinsic-size: 0 calc(var(--n) * 1.65rem); }
 
 details { margin-top: 0.25rem; }
 summary { display: flex; gap: 0.6rem; align-items: baseline; padding: 0.25rem 0.6rem; cursor: pointer;
@@ -77,6 +76,8 @@ details[open] > summary::before { content: "\25BE"; }
 summary > :first-of-type { flex: 1 1 auto; min-width: 0; white-space: pre-line; }
 summary > span { flex: 0 1 auto; color: var(--faint); text-align: right; }
 .outer > summary { background: var(--band); color: var(--title); }
+details details details > summary { background: none; padding-left: 1.4rem; }
+details details details > .note { padding-left: 2.8rem; }
 .outer { margin-top: 0.7rem; }
 .note { padding: 0 0.6rem 0 2rem; color: var(--faint); font-size: 0.8rem; }
 
@@ -86,10 +87,11 @@ summary > span { flex: 0 1 auto; color: var(--faint); text-align: right; }
     --paper: #fff; --text: #000; --faint: #444; --title: #123e6b; --band: #dfe8f2; --light: #eff4f9;
     --rule: #bbb; --bar: #4a86c5;
   }
-  body { margin: 0; font-size: 8pt; }
+  body { margin: 0; }
+  .rows th, .rows td, .block .rows th { padding: 0.1em 0.25em; }
   .bar { display: none; }
   .block { content-visibility: visible; }
-  .block .rows th { height: auto; padding: 0.15rem 0.4rem; font-size: inherit; line-height: inherit;
+  .block .rows th { height: auto; font-size: inherit; line-height: inherit;
     color: var(--title); vertical-align: bottom; }
   .block .rows th span { max-height: 16rem; }
   summary { break-after: avoid; print-color-adjust: exact; -webkit-print-color-adjust: exact; }
