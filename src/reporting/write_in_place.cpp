@@ -1,0 +1,85 @@
+// Writing a file so that the one it replaces is whole until the new one is.
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <system_error>
+
+#include "platform/code_page.h"
+#include "platform/error.h"
+#include "reporting/report_export.h"
+
+namespace zorvel {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A name in the folder of `path` that nobody uses, and nobody can guess. It does not depend on the name of
+// the file, which may be as long as names can be.
+fs::path NameBeside(const fs::path& path) {
+    constexpr int kParts = 4;
+    std::random_device random;
+    std::string name = ".zorvel";
+    for (int i = 0; i < kParts; ++i)
+        name += '-' + std::to_string(random());
+    return path.parent_path() / (name + ".tmp");
+}
+
+// A file that is removed again unless it was moved to its place.
+class TemporaryFile {
+  public:
+    explicit TemporaryFile(const fs::path& target) : path_(NameBeside(target)) {}
+    ~TemporaryFile() {
+        std::error_code ignored;
+        fs::remove(path_, ignored);
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    TemporaryFile(TemporaryFile&&) = delete;
+    TemporaryFile& operator=(TemporaryFile&&) = delete;
+
+    const fs::path& path() const { return path_; }
+
+    void MoveTo(const fs::path& target, const std::string& name) const {
+        if (std::rename(path_.c_str(), target.c_str()) != 0) throw OutputError(FileError(errno, name));
+    }
+
+  private:
+    fs::path path_;
+};
+
+// The file that a link leads to: it is replaced, and the link stays.
+fs::path WithoutLinks(const fs::path& path) {
+    std::error_code failure;
+    fs::path real = fs::canonical(path, failure);
+    return failure ? path : real;
+}
+
+void WriteInto(const fs::path& path, const std::string& name, const std::function<void(OutputFile&)>& write) {
+    OutputFile file(path, name, OutputFile::Mode::kTruncate);
+    write(file);
+    file.Close();
+}
+
+}  // namespace
+
+void WriteInPlace(const fs::path& path, const std::function<void(OutputFile&)>& write) {
+    const std::string name = FromUtf8(path.string());
+    const fs::path target = WithoutLinks(path);
+    std::error_code ignored;
+    const fs::file_status older = fs::status(target, ignored);
+    const bool replaces = fs::is_regular_file(older);
+    // Pipes and devices are written to, never replaced; a folder refuses.
+    if (fs::exists(older) && !replaces) return WriteInto(target, name, write);
+    if (replaces && ::access(target.c_str(), W_OK) != 0) throw OutputError(FileError(errno, name));
+
+    const TemporaryFile temporary(target);
+    WriteInto(temporary.path(), name, write);
+    if (replaces) fs::permissions(temporary.path(), older.permissions(), ignored);
+    temporary.MoveTo(target, name);
+}
+
+}  // namespace zorvel
