@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPointer>
 #include <QProcess>
 #include <QProgressDialog>
@@ -98,6 +99,11 @@ class ReportWindow : public testing::Test {
     }
     void TearDown() override { delete window_; }
 
+    // Gives a window that is shown the keyboard again.
+    static void Activate(QWidget& window) {
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
     ReportView& view() { return Control<ReportView>(*window_, "viewReport"); }
     QTreeView& tree() { return Control<QTreeView>(*window_, "treeGroups"); }
     void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
@@ -133,7 +139,7 @@ class ReportWindow : public testing::Test {
     QImage Seen() { return view().viewport()->grab().toImage(); }
     void Search(const char* needle) {
         Press(Qt::Key_F, Qt::ControlModifier);
-        QTest::keyClicks(window_->focusWidget(), QString::fromUtf8(needle));
+        QTest::keyClicks(window_->focusWidget(), needle);
     }
     QModelIndex Node(int row, const QModelIndex& parent = {}) {
         return tree().model()->index(row, 0, parent);
@@ -158,6 +164,7 @@ class ReportWindow : public testing::Test {
     }
     // Saves through the dialog, under a name of the test's folder.
     void SaveAs(const std::string& name, int filter = 0) {
+        Activate(*window_);
         WhenAsked<QFileDialog>([&, name, filter](QFileDialog& dialog) {
             auto& filters = Control<QComboBox>(dialog, "fileTypeCombo");
             for (int step = 0; step < filter; ++step)
@@ -318,7 +325,9 @@ TEST_F(ReportWindow, Zooms) {
 
 TEST_F(ReportWindow, FindsWhatIsShown) {
     Open(MakeReport());
-    Search("caf\xC3\xA9");
+    Search("caf");
+    EXPECT_EQ(Mark(), "cell 10.1@4 Caf");
+    Control<QLineEdit>(*window_, "txtFind").insert(QString::fromUtf8("\xC3\xA9"));
     EXPECT_EQ(Mark(), "cell 10.1@4 Caf\xC3\xA9");
     EXPECT_TRUE(QTest::qWaitFor([&] { return Said() == "2 matches"; }));
     Press(Qt::Key_Return);
@@ -339,13 +348,13 @@ TEST_F(ReportWindow, FindsWhatIsShown) {
         {"site 2", "heading 5.0@0 Site 2", "1 match"},
         {"installed at 3", "note 11.0@0 Installed at 3", "4 matches"},
         {"4,790", "cell 479.2@0 4,790", "1 match"},
-        {"4790", "cell 479.2@0 4,790", "Nothing was found"},
+        {"4790", "cell 47.2@0 47", "Nothing was found"},
         {"key\\120", "cell 240.0@0 Key\\120", "1 match"},  // the row below repeats it
     };
     for (const Case& test : cases) {
         Control<QLineEdit>(*window_, "txtFind").selectAll();
         QTest::keyClicks(&Control<QLineEdit>(*window_, "txtFind"), test.needle);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return StartsWith(test.said).Matches(Said()); }))
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Said().rfind(test.said, 0) == 0; }))
             << test.needle << ": " << Said();
         EXPECT_EQ(Mark(), test.mark);
     }
@@ -362,9 +371,9 @@ TEST_F(ReportWindow, FindsWhatIsShown) {
 TEST_F(ReportWindow, FindsFromThePageThatIsShown) {
     Open(MakeReport());
     Click("actLast");
-    Search("app");
-    EXPECT_THAT(Mark(), StartsWith("heading 14.0@0 App"));
-    Press(Qt::Key_Escape);
+    Search("data");
+    EXPECT_THAT(Mark(), testing::MatchesRegex("cell 4[5-7][0-9].1@0 data"));
+    EXPECT_EQ(static_cast<int>(view().page()) + 1, LastPage());
 }
 
 TEST_F(ReportWindow, JumpsToGroupsAndFollowsThePages) {
@@ -422,10 +431,11 @@ TEST_F(ReportWindow, ThereCanBeSeveralAndEachKeepsItsReport) {
     Open(MakeReport("", "WHERE Site = '1'"));
     EXPECT_NE(LastPage(), Control<QSpinBox>(*first, "txtPage").maximum());
     EXPECT_TRUE(first->isVisible());
-    ShowActive(*first);
+    Activate(*first);
     QTest::keyClick(first->focusWidget(), Qt::Key_W, Qt::ControlModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return first.isNull(); }));
     EXPECT_TRUE(kept.expired());
+    Activate(*window_);
     Press(Qt::Key_End);
     EXPECT_EQ(static_cast<int>(view().page()) + 1, LastPage());
 }
@@ -439,13 +449,17 @@ TEST_F(ReportWindow, SavesInTheChosenFormat) {
         const char* begins;
     };
     const Case cases[] = {
-        {"a", 0, "a.pdf", "%PDF-"},           {"a", 1, "a.html", "<!DOCTYPE html>"},
-        {"a", 2, "a.csv", "\xEF\xBB\xBFKey"}, {"a", 3, "a.json", "{"},
-        {"b.JSON", 0, "b.JSON", "{"},         {"v1.2", 2, "v1.2.csv", "\xEF\xBB\xBFKey"},
+        {"a", 0, "a.pdf", "%PDF-"},
+        {"a", 1, "a.html", "<!DOCTYPE html>"},
+        {"a", 2, "a.csv", "\xEF\xBB\xBFSite,App,Key"},
+        {"a", 3, "a.json", "{"},
+        {"b.JSON", 0, "b.JSON", "{"},
+        {"v1.2", 2, "v1.2.csv", "\xEF\xBB\xBFSite,App,Key"},
     };
     for (const Case& test : cases) {
         SaveAs(test.name, test.filter);
-        EXPECT_THAT(shell_.folder.Read(test.file), StartsWith(test.begins)) << test.file;
+        const std::string begins = test.begins;
+        EXPECT_EQ(shell_.folder.Read(test.file).substr(0, begins.size()), begins) << test.file;
         EXPECT_EQ(Status(), "Saved as " + (shell_.folder.path() / test.file).string());
     }
     EXPECT_EQ(offered_, "Registry Details");
@@ -462,8 +476,9 @@ TEST_F(ReportWindow, SavesInTheChosenFormat) {
 TEST_F(ReportWindow, TheTextOfAPdfCanBeSearched) {
     for (const char* orientation : {"portrait", "landscape"}) {
         Open(MakeReport(kGroups, "", orientation));
-        SaveAs("report.pdf");
-        const QString path = QString::fromStdString((shell_.folder.path() / "report.pdf").string());
+        const std::string name = std::string(orientation) + ".pdf";
+        SaveAs(name);
+        const QString path = QString::fromStdString((shell_.folder.path() / name).string());
         const std::string text = OutputOf("pdftotext", {"-layout", path, "-"});
         EXPECT_THAT(text, HasSubstr("Installed at 3"));
         EXPECT_THAT(text,
@@ -473,8 +488,8 @@ TEST_F(ReportWindow, TheTextOfAPdfCanBeSearched) {
         EXPECT_THAT(facts, testing::ContainsRegex("Title: +Registry Details"));
         EXPECT_THAT(facts, testing::ContainsRegex("Creator: +Zorvel"));
         EXPECT_THAT(facts, testing::ContainsRegex("Pages: +" + std::to_string(LastPage())));
-        EXPECT_THAT(facts, HasSubstr(orientation == std::string("portrait") ? " 595.2 x 841.9 pts"
-                                                                            : " 841.9 x 595.2 pts"));
+        EXPECT_THAT(facts,
+                    HasSubstr(orientation == std::string("portrait") ? " 595 x 842 pts" : " 842 x 595 pts"));
         delete window_;
     }
 }
@@ -485,6 +500,7 @@ TEST_F(ReportWindow, AFullDiskIsToldAndTheOldFileStays) {
     for (const char* name : {"full.pdf", "full.html", "full.csv", "full.json"}) {
         shell_.folder.Write(name, "old");
         shell_.ui.boxes.clear();
+        Activate(*window_);
         WhenAsked<QFileDialog>([this, name, filter](QFileDialog& dialog) {
             for (int step = 0; step < filter; ++step)
                 QTest::keyClick(&Control<QComboBox>(dialog, "fileTypeCombo"), Qt::Key_Down);
