@@ -38,7 +38,7 @@ ExitStatus RunCommand(BatchCommand& command, const BatchOptions& options, std::o
 }  // namespace
 
 int RunBatchProgram(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
-                    bool show_progress, std::ostream& out, std::ostream& err) {
+                    bool show_progress, std::ostream& out, std::ostream& err, const ReportWriter& write_pdf) {
     CLI::App program("Zorvel without a window: analyses of application delivery from a shell",
                      "zorvel-batch");
     BatchOptions options{folder, CommandLine(arguments), {.yes = false, .show_progress = show_progress}};
@@ -57,6 +57,8 @@ int RunBatchProgram(const std::vector<std::string>& arguments, const std::filesy
     commands.push_back(MakeDatasetsCommand());
     commands.push_back(MakeCompactCommand());
     commands.push_back(MakeDeleteCommand());
+    commands.push_back(MakeReportsCommand());
+    commands.push_back(MakeReportCommand(write_pdf));
     commands.push_back(MakeLogCommand());
     std::vector<std::pair<CLI::App*, BatchCommand*>> registered;
     registered.reserve(commands.size());

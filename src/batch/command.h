@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "batch/batch_session.h"
+#include "batch/report_writer.h"
 
 namespace CLI {
 class App;
@@ -30,5 +31,8 @@ std::unique_ptr<BatchCommand> MakeDatasetsCommand();
 std::unique_ptr<BatchCommand> MakeCompactCommand();
 std::unique_ptr<BatchCommand> MakeDeleteCommand();
 std::unique_ptr<BatchCommand> MakeLogCommand();
+std::unique_ptr<BatchCommand> MakeReportsCommand();
+// `write_pdf` makes a report's PDF.
+std::unique_ptr<BatchCommand> MakeReportCommand(ReportWriter write_pdf);
 
 }  // namespace zorvel

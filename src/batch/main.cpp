@@ -23,5 +23,5 @@ int main(int argc, char** argv) {
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
     const std::filesystem::path folder = error ? std::filesystem::path(".") : program.parent_path();
     return zorvel::RunBatchProgram(std::vector<std::string>(argv + 1, argv + argc), folder,
-                                   isatty(STDERR_FILENO) != 0, std::cout, std::cerr);
+                                   isatty(STDERR_FILENO) != 0, std::cout, std::cerr, WritePdf);
 }

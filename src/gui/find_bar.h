@@ -43,6 +43,9 @@ class FindBar final : public QWidget {
     // is. To be called once.
     void Serve(FindTarget& target, QWidget& view, QWidget& owner);
 
+    // Shows the bar, ready to type in what is looked for.
+    void Open();
+
     // The text has changed; what is said about matches no longer holds.
     void ForgetMatches();
 
@@ -50,7 +53,6 @@ class FindBar final : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    void Open();
     void Close();
     void Changed();
     void Find(FindStart start);

@@ -1,23 +1,10 @@
 #include "gui/frm_view_log.h"
 
-#include <QGuiApplication>
-
+#include "gui/hourglass.h"
 #include "ui_frm_view_log.h"
 #include "viewers/log_view.h"
 
 namespace zorvel {
-namespace {
-
-// The pointer as an hourglass while this lives.
-class Hourglass {
-  public:
-    Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
-
-}  // namespace
 
 frmViewLog::frmViewLog(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmViewLog>()) {
     ui_->setupUi(this);

@@ -35,12 +35,6 @@ int ToScroll(std::size_t number) {
     return static_cast<int>(std::min<std::size_t>(number, std::numeric_limits<int>::max()));
 }
 
-// The core's text of a needle; empty when it has characters that no text can hold.
-std::string NeedleText(const QString& needle) {
-    std::string text = FromQString(needle);
-    return ToQString(text) == needle ? text : std::string();
-}
-
 }  // namespace
 
 LineView::LineView(QWidget* parent)

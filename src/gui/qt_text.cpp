@@ -12,4 +12,9 @@ std::string FromQString(const QString& text) {
     return FromUtf8(text.toStdString());
 }
 
+std::string NeedleText(const QString& needle) {
+    std::string text = FromQString(needle);
+    return ToQString(text) == needle ? text : std::string();
+}
+
 }  // namespace zorvel

@@ -13,4 +13,7 @@ QString ToQString(std::string_view text);
 // What the user entered as text of the core; a character without a code becomes "?".
 std::string FromQString(const QString& text);
 
+// What is looked for as text of the core; empty when it has characters that no text can hold.
+std::string NeedleText(const QString& needle);
+
 }  // namespace zorvel

@@ -4,14 +4,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "database/dataset_folder.h"
-#include "reporting/report_catalogue.h"
-#include "shell/formats.h"
 
 namespace zorvel {
 namespace {

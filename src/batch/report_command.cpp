@@ -1,0 +1,113 @@
+// zorvel-batch report: a report as a file.
+#include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "batch/command.h"
+#include "batch/report_request.h"
+#include "platform/code_page.h"
+#include "reporting/report_catalogue.h"
+#include "reporting/report_export.h"
+#include "reporting/reports.h"
+
+namespace zorvel {
+namespace {
+
+class ReportCommand final : public BatchCommand {
+  public:
+    explicit ReportCommand(ReportWriter write_pdf)
+        : formats_{{".pdf", std::move(write_pdf)},
+                   {".html", InPlace(WriteHtml)},
+                   {".csv", InPlace(WriteCsv)},
+                   {".json", InPlace(WriteJson)}} {}
+
+    CLI::App* Register(CLI::App& program) override {
+        CLI::App* command =
+            program.add_subcommand("report", "Make a report over a dataset, by default the newest");
+        command->add_option("CAPTION", caption_, "The report, as `reports` names it")->required();
+        command->add_option("--output", output_, "The file to write: .pdf, .html, .csv or .json")
+            ->required()
+            ->check([this](const std::string& path) {
+                return FormatOf(path) == nullptr ? "its name must end in .pdf, .html, .csv or .json" : "";
+            });
+        command->add_option("--dataset", dataset_, "The dataset's file, as `datasets` names it");
+        command->add_option(
+            "--sort", sort_,
+            "\"Application Name\", \"Application Caption\" or \"Application Icon/Run Order\"");
+        command->add_flag("--descending", request_.descending, "The other way round within each container");
+        command->add_option("--exclude", excluded_, "An issue code to leave out; may be repeated");
+        command->add_option("--definition", definition_,
+                            "Another definition file of Reports than the report's own");
+        return command;
+    }
+
+    ExitStatus Run(BatchSession& session) override {
+        const std::string caption = FromUtf8(caption_);
+        const CatalogueReport* const report = Find(caption);
+        if (report == nullptr) return session.Fail("there is no report '" + caption + '\'');
+        request_.dataset = FromUtf8(dataset_);
+        request_.sort = FromUtf8(sort_);
+        for (const std::string& code : excluded_)
+            request_.excluded.push_back(FromUtf8(code));
+        if (report->caption == kCaptureDetailsReport && !request_.IsEmpty())
+            return session.Fail("'" + std::string(report->caption) + "' has no options");
+        if (!session.Start()) return kFailed;
+
+        Services& services = session.controller().services();
+        const Catalogue catalogue(*session.controller().session().MasterConnection);
+        RequestedReport requested(services, catalogue, request_);
+        ReportChoice choice;
+        Reports(services, catalogue, choice, requested)
+            .Generate(report->caption,
+                      definition_.empty() ? std::string(report->definition) : FromUtf8(definition_));
+        if (!requested.refusal().empty()) return session.Fail(requested.refusal());
+        if (requested.report() == nullptr) return session.Fail("there is no report");
+        FormatOf(output_)->write(*requested.report(), output_);
+        return kDone;
+    }
+
+  private:
+    struct Format {
+        std::string suffix;
+        ReportWriter write;
+    };
+
+    static ReportWriter InPlace(void (*write)(const Report&, OutputFile&)) {
+        return [write](const Report& report, const std::filesystem::path& path) {
+            WriteInPlace(path, [&](OutputFile& file) { write(report, file); });
+        };
+    }
+    static const CatalogueReport* Find(const std::string& caption) {
+        for (const CatalogueReport& report : CatalogueReports()) {
+            if (EqualIgnoringCase(report.caption, caption)) return &report;
+        }
+        return nullptr;
+    }
+    const Format* FormatOf(const std::string& path) const {
+        const std::string suffix = std::filesystem::path(path).extension().string();
+        for (const Format& format : formats_) {
+            if (EqualIgnoringCase(format.suffix, suffix)) return &format;
+        }
+        return nullptr;
+    }
+
+    std::vector<Format> formats_;
+    std::string caption_;
+    std::string output_;
+    std::string dataset_;
+    std::string sort_;
+    std::vector<std::string> excluded_;
+    std::string definition_;
+    ReportRequest request_;
+};
+
+}  // namespace
+
+std::unique_ptr<BatchCommand> MakeReportCommand(ReportWriter write_pdf) {
+    return std::make_unique<ReportCommand>(std::move(write_pdf));
+}
+
+}  // namespace zorvel

@@ -1,0 +1,74 @@
+#include "batch/report_request.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/code_page.h"
+#include "reporting/report_options.h"
+
+namespace zorvel {
+namespace {
+
+std::string SelectSort(ReportOptions& options, const std::string& sort) {
+    if (sort.empty()) return {};
+    for (const std::string& item : options.comboSortBy) {
+        if (!EqualIgnoringCase(item, sort)) continue;
+        options.sort = item;
+        return {};
+    }
+    if (options.comboSortBy.empty()) return "the order of this report is fixed";
+    std::string choices;
+    for (const std::string& item : options.comboSortBy)
+        choices += (choices.empty() ? "'" : ", '") + item + '\'';
+    return "this report cannot be ordered by '" + sort + "', only by " + choices;
+}
+
+std::string Exclude(IssueTree& tree, const std::string& code) {
+    if (tree.nodes().empty()) return "this report has no issues to exclude";
+    for (std::size_t number = 0; number < tree.nodes().size(); ++number) {
+        if (tree.IsCategory(number) || tree.nodes()[number].key != code) continue;
+        tree.Check(number, false);
+        return {};
+    }
+    return "there is no issue '" + code + '\'';
+}
+
+}  // namespace
+
+RequestedReport::RequestedReport(Services& services, const Catalogue& catalogue, const ReportRequest& request)
+    : services_(services), catalogue_(catalogue), request_(request) {}
+
+void RequestedReport::ShowReportOptions(ReportChoice& choice) {
+    refusal_ = Fill(choice);
+    if (!refusal_.empty()) choice.cancelled = true;
+}
+
+std::string RequestedReport::Fill(ReportChoice& choice) {
+    ReportOptions options(services_, catalogue_, choice);
+    options.Open();
+    if (!options.butOkEnabled) return {};  // there is no dataset, as the user was told
+
+    const std::vector<CatalogueRow> rows = catalogue_.List();
+    auto row = rows.begin();
+    if (!request_.dataset.empty()) {
+        row = std::find_if(rows.begin(), rows.end(), [this](const CatalogueRow& candidate) {
+            return EqualIgnoringCase(candidate.DBName, request_.dataset);
+        });
+        if (row == rows.end()) return "there is no dataset '" + request_.dataset + '\'';
+    }
+    std::string fault = SelectSort(options, request_.sort);
+    options.chkOrder = request_.descending;
+    for (const std::string& code : request_.excluded) {
+        if (fault.empty()) fault = Exclude(options.treeRO, code);
+    }
+    if (!fault.empty()) return fault;
+    if (!options.Generate()) return "nothing was reported";
+    choice.dataset = row->DBName;
+    return {};
+}
+
+void RequestedReport::ShowReport(std::shared_ptr<const Report> report) {
+    report_ = std::move(report);
+}
+
+}  // namespace zorvel

@@ -1,0 +1,312 @@
+#include "gui/frm_report.h"
+
+#include <QCloseEvent>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPrintDialog>
+#include <QProgressDialog>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <array>
+#include <cmath>
+#include <string>
+#include <utility>
+
+#include "gui/hourglass.h"
+#include "gui/qt_text.h"
+#include "gui/report_print.h"
+#include "reporting/report_export.h"
+#include "shell/formats.h"
+#include "shell/report_error.h"
+#include "ui_frm_report.h"
+
+namespace zorvel {
+namespace {
+
+constexpr int kTreeWidth = 260;
+constexpr int kFindBarMargin = 6;
+constexpr int kProgressInterval = 40;  // milliseconds between two looks at the pending events
+constexpr int kPatience = 700;         // milliseconds ahead of a progress window
+
+struct FileKind {
+    const char* suffix;
+    const char* filter;
+};
+constexpr std::array<FileKind, 4> kFileKinds{{{"pdf", "PDF document (*.pdf)"},
+                                              {"html", "Web page (*.html)"},
+                                              {"csv", "Comma-separated values (*.csv)"},
+                                              {"json", "JSON (*.json)"}}};
+
+std::string Counted(std::size_t number, const char* one, const char* many) {
+    return GroupedOrZero(static_cast<std::int64_t>(number)) + (number == 1 ? one : many);
+}
+
+// The suffix of a file kind; null for one that is none.
+const char* KnownSuffix(const QString& suffix) {
+    for (const FileKind& kind : kFileKinds)
+        if (suffix.compare(QLatin1String(kind.suffix), Qt::CaseInsensitive) == 0) return kind.suffix;
+    return nullptr;
+}
+
+const char* SuffixOfFilter(const QString& filter) {
+    for (const FileKind& kind : kFileKinds)
+        if (filter == QLatin1String(kind.filter)) return kind.suffix;
+    return kFileKinds.front().suffix;
+}
+
+void WriteKind(const Report& report, std::string_view suffix, OutputFile& file) {
+    if (suffix == "html")
+        WriteHtml(report, file);
+    else if (suffix == "csv")
+        WriteCsv(report, file);
+    else
+        WriteJson(report, file);
+}
+
+bool ShowPrintDialog(QPrinter& printer, std::size_t pages, QWidget* window) {
+    QPrintDialog dialog(&printer, window);
+    dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
+                      QAbstractPrintDialog::PrintCurrentPage | QAbstractPrintDialog::PrintCollateCopies |
+                      QAbstractPrintDialog::PrintShowPageSize);
+    dialog.setMinMax(1, static_cast<int>(pages));
+    dialog.setFromTo(1, static_cast<int>(pages));
+    return dialog.exec() == QDialog::Accepted;
+}
+
+}  // namespace
+
+frmReport::frmReport(Services& services, std::shared_ptr<const Report> report, QWidget* parent)
+    : QMainWindow(parent),
+      services_(services),
+      report_(std::move(report)),
+      layout_(*report_, fonts_.metrics()),
+      ui_(std::make_unique<Ui::frmReport>()),
+      ask_printer_(ShowPrintDialog) {
+    setAttribute(Qt::WA_DeleteOnClose);
+    ui_->setupUi(this);
+    setWindowTitle(ToQString(report_->facts().caption));
+    AddPageBox();
+    ConnectActions();
+    ui_->barFind->setContentsMargins(kFindBarMargin, kFindBarMargin, kFindBarMargin, kFindBarMargin);
+    ui_->barFind->Serve(*ui_->viewReport, *ui_->viewReport, *this);
+    FillTree();
+    auto* size = new QLabel(ToQString(Counted(report_->rows().size(), " row", " rows") + " on " +
+                                      Counted(layout_.page_count(), " page", " pages")));
+    size->setObjectName("labSize");
+    ui_->barStatus->addPermanentWidget(size);
+    connect(ui_->viewReport, &ReportView::PageChanged, this, &frmReport::ShowPage);
+    connect(ui_->viewReport, &ReportView::ZoomChanged, this, &frmReport::ShowZoom);
+    ui_->viewReport->ShowReport(*report_, layout_, fonts_);
+    ui_->viewReport->setFocus();
+    ShowPage();
+}
+
+frmReport::~frmReport() = default;
+
+void frmReport::AddPageBox() {
+    page_box_ = new QSpinBox;
+    page_box_->setObjectName("txtPage");
+    page_box_->setAccessibleName("Page");
+    page_box_->setKeyboardTracking(false);
+    page_box_->setGroupSeparatorShown(true);
+    page_box_->setButtonSymbols(QAbstractSpinBox::NoButtons);
+    page_box_->setAlignment(Qt::AlignCenter);
+    page_box_->setRange(1, static_cast<int>(layout_.page_count()));
+    page_box_->setSuffix(ToQString(" of " + GroupedOrZero(static_cast<std::int64_t>(layout_.page_count()))));
+    ui_->barTools->insertWidget(ui_->actNext, page_box_);
+    ReportView& view = *ui_->viewReport;
+    connect(page_box_, &QSpinBox::valueChanged, this,
+            [&view](int number) { view.GoToPage(static_cast<std::size_t>(number) - 1); });
+    connect(page_box_->findChild<QLineEdit*>(), &QLineEdit::returnPressed, this,
+            [&view] { view.setFocus(); });
+    zoom_label_ = new QLabel;
+    zoom_label_->setObjectName("labZoom");
+    zoom_label_->setAlignment(Qt::AlignCenter);
+    zoom_label_->setMinimumWidth(fontMetrics().horizontalAdvance("0000 %"));
+    ui_->barTools->insertWidget(ui_->actZoomIn, zoom_label_);
+}
+
+void frmReport::ConnectActions() {
+    ReportView& view = *ui_->viewReport;
+    const auto on = [this](QAction* action, auto&& operation) {
+        connect(action, &QAction::triggered, this, std::forward<decltype(operation)>(operation));
+        addAction(action);
+    };
+    on(ui_->actSave, [this] { Save(); });
+    on(ui_->actPrint, [this] { Print(); });
+    on(ui_->actFind, [this] { ui_->barFind->Open(); });
+    on(ui_->actFirst, [&view] { view.GoToPage(0); });
+    on(ui_->actPrevious, [&view] { view.GoToPage(view.page() - std::min<std::size_t>(view.page(), 1)); });
+    on(ui_->actNext, [&view] { view.GoToPage(view.page() + 1); });
+    on(ui_->actLast, [this, &view] { view.GoToPage(layout_.page_count() - 1); });
+    on(ui_->actZoomOut, [&view] { view.ZoomOut(); });
+    on(ui_->actZoomIn, [&view] { view.ZoomIn(); });
+    ui_->actZoomIn->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    on(ui_->actActualSize, [&view] { view.SetZoom(1); });
+    on(ui_->actFitWidth, [&view] { view.SetFit(ReportView::Fit::kWidth); });
+    on(ui_->actFitPage, [&view] { view.SetFit(ReportView::Fit::kPage); });
+    on(ui_->actClose, [this] { close(); });
+}
+
+void frmReport::FillTree() {
+    QTreeView& tree = *ui_->treeGroups;
+    if (report_->rows().groups().empty()) {
+        tree.hide();
+        return;
+    }
+    groups_ = new GroupTreeModel(report_, this);
+    tree.setModel(groups_);
+    tree.setRootIsDecorated(report_->definition().groups.size() > 1);
+    ui_->splitter->setSizes({kTreeWidth, width() - kTreeWidth});
+    if (groups_->rowCount({}) == 1) tree.expand(groups_->index(0, 0, {}));
+    connect(tree.selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& index) {
+                if (!following_) JumpTo(index);
+            });
+    connect(&tree, &QTreeView::clicked, this, &frmReport::JumpTo);
+}
+
+void frmReport::JumpTo(const QModelIndex& index) {
+    if (index.isValid()) ui_->viewReport->GoToGroup(GroupTreeModel::Group(index));
+}
+
+void frmReport::ShowPage() {
+    const std::size_t page = ui_->viewReport->page();
+    const QSignalBlocker showing(page_box_);
+    page_box_->setValue(static_cast<int>(page) + 1);
+    for (QAction* action : {ui_->actFirst, ui_->actPrevious})
+        action->setEnabled(page > 0);
+    for (QAction* action : {ui_->actNext, ui_->actLast})
+        action->setEnabled(page + 1 < layout_.page_count());
+    FollowPage();
+}
+
+void frmReport::ShowZoom() {
+    const ReportView& view = *ui_->viewReport;
+    constexpr double kPercent = 100;
+    zoom_label_->setText(QString::number(std::lround(view.zoom() * kPercent)) + " %");
+    ui_->actFitWidth->setChecked(view.fit() == ReportView::Fit::kWidth);
+    ui_->actFitPage->setChecked(view.fit() == ReportView::Fit::kPage);
+}
+
+void frmReport::FollowPage() {
+    if (groups_ == nullptr) return;
+    QTreeView& tree = *ui_->treeGroups;
+    const std::size_t page = ui_->viewReport->page();
+    const QModelIndex current = tree.currentIndex();
+    if (current.isValid() && layout_.PageOfGroup(GroupTreeModel::Group(current)) == page) return;
+    // The first group that begins on the page, else the one that goes on there.
+    std::size_t group = 0;
+    std::size_t behind = report_->rows().groups().size();
+    while (group < behind) {
+        const std::size_t middle = group + (behind - group) / 2;
+        if (layout_.PageOfGroup(middle) < page)
+            group = middle + 1;
+        else
+            behind = middle;
+    }
+    const bool begins = group < report_->rows().groups().size() && layout_.PageOfGroup(group) == page;
+    if (!begins && group > 0) --group;
+    QModelIndex index = groups_->IndexOf(group);
+    for (QModelIndex outer = index.parent(); outer.isValid(); outer = outer.parent())
+        if (!tree.isExpanded(outer)) index = outer;
+    following_ = true;
+    tree.setCurrentIndex(index);
+    following_ = false;
+}
+
+void frmReport::Handle(const std::function<void()>& operation) {
+    if (std::exchange(operating_, true)) return;
+    try {
+        operation();
+    } catch (...) {
+        services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "frmReport"),
+                          MessageIcon::kExclamation);
+    }
+    operating_ = false;
+}
+
+void frmReport::closeEvent(QCloseEvent* event) {
+    // What is under way works on the report.
+    event->setAccepted(!operating_);
+}
+
+void frmReport::Save() {
+    Handle([this] {
+        QFileDialog dialog(this, "Save Report");
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        QStringList filters;
+        for (const FileKind& kind : kFileKinds)
+            filters.append(QLatin1String(kind.filter));
+        dialog.setNameFilters(filters);
+        dialog.setDefaultSuffix(QLatin1String(kFileKinds.front().suffix));
+        connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+            dialog.setDefaultSuffix(QLatin1String(SuffixOfFilter(filter)));
+        });
+        dialog.selectFile(ToQString(report_->facts().caption).replace('/', ' '));
+        if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+        QString name = dialog.selectedFiles().constFirst();
+        const char* suffix = KnownSuffix(QFileInfo(name).suffix());
+        if (suffix == nullptr) {
+            // The dialog has asked about another name.
+            suffix = SuffixOfFilter(dialog.selectedNameFilter());
+            name += '.' + QLatin1String(suffix);
+            if (QFileInfo::exists(name) &&
+                !services_.ui.Ask(FromQString(name) + " already exists.\nDo you want to replace it?",
+                                  MessageIcon::kExclamation, Answer::kNo))
+                return;
+        }
+        Write(QFile::encodeName(name).toStdString(), suffix);
+    });
+}
+
+void frmReport::Write(const std::filesystem::path& path, std::string_view suffix) {
+    bool written = true;
+    if (suffix == "pdf") {
+        written = WithProgress("Saving the report...", [&](const PageProgress& progress) {
+            return WritePdf(*report_, layout_, fonts_, path, progress);
+        });
+    } else {
+        const Hourglass hourglass;
+        WriteInPlace(path, [&](OutputFile& file) { WriteKind(*report_, suffix, file); });
+    }
+    if (written) ui_->barStatus->showMessage("Saved as " + QFile::decodeName(path.c_str()));
+}
+
+void frmReport::Print() {
+    Handle([this] {
+        QPrinter printer(QPrinter::HighResolution);
+        PreparePrinter(printer, *report_, layout_);
+        if (!ask_printer_(printer, layout_.page_count(), this)) return;
+        const auto pages = PagesToPrint(printer, layout_.page_count(), ui_->viewReport->page());
+        const bool printed = WithProgress("Printing the report...", [&](const PageProgress& progress) {
+            return PrintPages(printer, layout_, fonts_, pages, progress);
+        });
+        if (printed)
+            ui_->barStatus->showMessage(ToQString(Counted(pages.size(), " page", " pages") + " printed"));
+    });
+}
+
+bool frmReport::WithProgress(const QString& text, const std::function<bool(const PageProgress&)>& work) {
+    QProgressDialog window(text, "Cancel", 0, 0, this);
+    window.setWindowModality(Qt::ApplicationModal);
+    window.setMinimumDuration(kPatience);
+    QElapsedTimer since_last;
+    since_last.start();
+    return work([&](std::size_t done, std::size_t pages) {
+        if (done != 0 && since_last.elapsed() < kProgressInterval) return true;
+        since_last.restart();
+        window.setMaximum(static_cast<int>(pages));
+        window.setLabelText(text + ToQString(" page " + GroupedOrZero(static_cast<std::int64_t>(done) + 1) +
+                                             " of " + GroupedOrZero(static_cast<std::int64_t>(pages))));
+        window.setValue(static_cast<int>(done));  // lets pending events run
+        return !window.wasCanceled();
+    });
+}
+
+}  // namespace zorvel

@@ -1,0 +1,95 @@
+#include "gui/report_pdf.h"
+
+#include <QIODevice>
+#include <QPdfWriter>
+#include <exception>
+#include <numeric>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "gui/report_fonts.h"
+#include "gui/report_painter.h"
+#include "platform/code_page.h"
+#include "platform/user_interface.h"
+#include "reporting/report_export.h"
+
+namespace zorvel {
+namespace {
+
+// Units in an inch: a fine grid, on which numbers in the file are short.
+constexpr int kResolution = 1200;
+
+QString Text(std::string_view text) {
+    return QString::fromStdString(ToUtf8(text));
+}
+
+// An output file as Qt writes to it. What fails is kept until somebody asks: no exception passes through Qt.
+class OutputDevice final : public QIODevice {
+  public:
+    explicit OutputDevice(OutputFile& file) : file_(file) { open(WriteOnly | Unbuffered); }
+
+    bool isSequential() const override { return true; }
+    // Raises the first failure.
+    void Check() const {
+        if (failure_) std::rethrow_exception(failure_);
+    }
+
+  protected:
+    qint64 readData(char* /*data*/, qint64 /*size*/) override { return -1; }
+    qint64 writeData(const char* data, qint64 size) override {
+        if (failure_) return -1;
+        try {
+            file_.Write(std::string_view(data, static_cast<std::size_t>(size)));
+        } catch (...) {
+            failure_ = std::current_exception();
+            return -1;
+        }
+        return size;
+    }
+
+  private:
+    OutputFile& file_;
+    std::exception_ptr failure_;
+};
+
+// Ends the writing of a file that nobody wants any more.
+struct Stopped {};
+
+void WritePages(const Report& report, const PageLayout& layout, const PaperFonts& fonts, OutputFile& file,
+                const PageProgress& progress) {
+    OutputDevice device(file);
+    QPdfWriter writer(&device);
+    writer.setResolution(kResolution);
+    writer.setTitle(Text(report.facts().caption));
+    writer.setCreator(Text(kProductName));
+    writer.setPageLayout(PaperOf(layout));
+    std::vector<std::size_t> pages(layout.page_count());
+    std::iota(pages.begin(), pages.end(), std::size_t{0});
+    const bool whole = DrawPages(writer, layout, fonts, pages, [&](std::size_t done, std::size_t count) {
+        device.Check();
+        return !progress || progress(done, count);
+    });
+    device.Check();
+    if (!whole) throw Stopped{};
+}
+
+}  // namespace
+
+void WritePdf(const Report& report, const std::filesystem::path& path) {
+    const PaperFonts fonts;
+    const PageLayout layout(report, fonts.metrics());
+    WritePdf(report, layout, fonts, path, {});
+}
+
+bool WritePdf(const Report& report, const PageLayout& layout, const PaperFonts& fonts,
+              const std::filesystem::path& path, const PageProgress& progress) {
+    try {
+        WriteInPlace(path, [&](OutputFile& file) { WritePages(report, layout, fonts, file, progress); });
+    } catch (const Stopped&) {
+        return false;
+    }
+    return true;
+}
+
+}  // namespace zorvel

@@ -1,0 +1,27 @@
+// A report as a PDF file, page by page as it is printed.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+
+#include "reporting/page_layout.h"
+#include "reporting/report.h"
+
+namespace zorvel {
+
+class PaperFonts;
+
+// Told before each page how many of how many are done; answers false to stop.
+using PageProgress = std::function<bool(std::size_t done, std::size_t pages)>;
+
+// Writes the file in the place of `path` (a real path): an older file of that name stays when writing fails.
+// Needs a QGuiApplication. Raises an OutputError that names the file (61, 70, 75 or 76).
+void WritePdf(const Report& report, const std::filesystem::path& path);
+
+// The same for a report that has been laid out with these fonts. False when `progress` stopped it; the older
+// file stays then, too.
+bool WritePdf(const Report& report, const PageLayout& layout, const PaperFonts& fonts,
+              const std::filesystem::path& path, const PageProgress& progress);
+
+}  // namespace zorvel

@@ -1,0 +1,278 @@
+// The window of the report options.
+#include <gmock/gmock.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "database/dataset_folder.h"
+#include "gui/controls.h"
+#include "gui/frm_report_options.h"
+#include "platform/error.h"
+
+namespace zorvel {
+namespace {
+
+using test::Control;
+using test::ShowActive;
+using testing::Each;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ReportOptionsDialog : public testing::Test {
+  protected:
+    void Add(int day, const std::string& comment) {
+        CatalogueRow row;
+        row.Captured = std::to_string(day) + "/11/2026 08:00:00";
+        row.Tree = "TREE_" + std::to_string(day);
+        row.OU = "APPS & all.SITE";
+        row.Description = comment;
+        row.AppCount = 1234;
+        row.DBName = DatasetName(row.Captured);
+        folder_.catalogue->Add(row);
+    }
+    frmReportOptions& Opened(const std::string& caption) {
+        choice_.caption = caption;
+        options_.emplace(folder_.services, *folder_.catalogue, choice_).Open();
+        return window_.emplace(*options_);
+    }
+    frmReportOptions& Shown(const std::string& caption) {
+        ShowActive(Opened(caption));
+        return *window_;
+    }
+    template <typename Widget>
+    Widget& Get(const char* name) {
+        return Control<Widget>(*window_, name);
+    }
+    void Press(const char* button) {
+        QTest::mouseClick(&Get<QAbstractButton>(button), Qt::LeftButton);
+        QCoreApplication::processEvents();
+    }
+    QTreeWidget& Tree() { return Get<QTreeWidget>("treeRO"); }
+    QTreeWidgetItem& Item(const QString& text) {
+        return *Tree().findItems(text, Qt::MatchStartsWith | Qt::MatchRecursive).at(0);
+    }
+    // Presses the space bar on an item.
+    void Toggle(const QString& text) {
+        Tree().setCurrentItem(&Item(text));
+        QTest::keyClick(&Tree(), Qt::Key_Space);
+    }
+    // A category as it is shown: "[*]" checked and bold, "[x]" checked, "[ ]" neither.
+    static std::string Mark(const QTreeWidgetItem& item) {
+        const bool bold = item.data(0, Qt::FontRole).value<QFont>().bold();
+        const std::string mark =
+            item.checkState(0) == Qt::Checked ? (bold ? "[*] " : "[x] ") : (bold ? "[b] " : "[ ] ");
+        return mark + item.text(0).toStdString();
+    }
+    std::vector<std::string> Categories() {
+        std::vector<std::string> marks;
+        marks.reserve(6);
+        for (int i = 0; i < Tree().topLevelItemCount(); ++i)
+            marks.push_back(Mark(*Tree().topLevelItem(i)));
+        return marks;
+    }
+    std::vector<std::string> Summary() {
+        std::vector<std::string> texts;
+        for (const char* name : {"labData_0", "labData_1", "labData_2", "labData_3", "labData_4"})
+            texts.push_back(Get<QLabel>(name).text().toStdString());
+        texts.push_back(Get<QPlainTextEdit>("txtComments").toPlainText().toStdString());
+        return texts;
+    }
+
+    test::DatasetFolder folder_;
+    ReportChoice choice_;
+    std::optional<ReportOptions> options_;
+    std::optional<frmReportOptions> window_;
+};
+
+TEST_F(ReportOptionsDialog, ShowsTheDatasetsAndTheOrders) {
+    Add(16, "older");
+    Add(17, "<b>newer</b>");
+    frmReportOptions& window = Shown("Run Order Summary");
+    EXPECT_EQ(window.windowTitle(), "Reporting options for Run Order Summary");
+    EXPECT_TRUE(window.isModal());
+    EXPECT_EQ(Get<QGroupBox>("frameCapture").title(),
+              "Please select Zorvel dataset to report on (2 are on file)");
+    EXPECT_EQ(Get<QGroupBox>("frameSummary").title(), "Dataset Summary");
+    EXPECT_EQ(Get<QGroupBox>("frameOptions").title(), "Report options");
+    auto& list = Get<QListWidget>("lstCapture");
+    EXPECT_EQ(window.focusWidget(), &list);
+    EXPECT_EQ(list.item(1)->text(), "16/11/2026 08:00:00  -  older  -  Zorvel_261116080000.MDB");
+    EXPECT_THAT(Summary(), ElementsAre("17/11/2026 08:00:00", "TREE_17", "APPS & all.SITE", "1,234", "0",
+                                       "<b>newer</b>"));
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_THAT(Summary(),
+                ElementsAre("16/11/2026 08:00:00", "TREE_16", HasSubstr("APPS"), "1,234", "0", "older"));
+    auto& orders = Get<QComboBox>("comboSortBy");
+    EXPECT_EQ(orders.count(), 3);
+    EXPECT_EQ(orders.currentText(), "Application Icon/Run Order");
+    QTest::keyClick(&orders, Qt::Key_Up);
+    QTest::keyClick(&Get<QCheckBox>("chkOrder"), Qt::Key_Space);
+    EXPECT_FALSE(Get<QPushButton>("butAdvanced").isEnabled());
+    // Enter on the list presses the default button.
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_EQ(window.result(), QDialog::Accepted);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(choice_.dataset, "Zorvel_261116080000.MDB");
+    EXPECT_EQ(choice_.sort, "Application Caption");
+    EXPECT_TRUE(choice_.descending);
+    EXPECT_FALSE(choice_.cancelled);
+}
+
+TEST_F(ReportOptionsDialog, OffersNoOrderForTheFingerprints) {
+    Add(16, "a run");
+    Shown("Application 'Fingerprint' Summary");
+    EXPECT_EQ(Get<QComboBox>("comboSortBy").count(), 0);
+    EXPECT_FALSE(Get<QComboBox>("comboSortBy").isEnabled());
+    EXPECT_FALSE(Get<QCheckBox>("chkOrder").isEnabled());
+    Press("butOk");
+    EXPECT_EQ(choice_.sort, "");
+}
+
+TEST_F(ReportOptionsDialog, CancelsInEveryWayOfLeaving) {
+    Add(16, "a run");
+    const std::vector<std::function<void()>> ways = {
+        [this] { Press("butCancel"); },
+        [this] { QTest::keyClick(&*window_, Qt::Key_C, Qt::AltModifier); },
+        [this] { QTest::keyClick(&*window_, Qt::Key_Escape); },
+        [this] { window_->close(); },
+    };
+    for (const auto& leave : ways) {
+        choice_ = {};
+        Shown("Registry Details");
+        leave();
+        // A button that a key reaches is pressed for a moment before it acts.
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
+        EXPECT_EQ(window_->result(), QDialog::Rejected);
+        EXPECT_TRUE(choice_.cancelled);
+        EXPECT_EQ(choice_.dataset, "");
+    }
+}
+
+TEST_F(ReportOptionsDialog, CannotGenerateWithoutDatasets) {
+    Shown("Registry Details");
+    EXPECT_THAT(folder_.OnlyBox(), StartsWith("There are no recorded Zorvelled applications"));
+    EXPECT_FALSE(Get<QPushButton>("butOk").isEnabled());
+    EXPECT_THAT(Summary(), Each(""));
+    QTest::keyClick(&Get<QListWidget>("lstCapture"), Qt::Key_Return);
+    EXPECT_TRUE(window_->isVisible());
+}
+
+TEST_F(ReportOptionsDialog, GrowsByTheAdvancedArea) {
+    Add(16, "a run");
+    frmReportOptions& window = Shown("Issue Summary");
+    auto& advanced = Get<QPushButton>("butAdvanced");
+    EXPECT_EQ(advanced.text(), "Advanced >>");
+    EXPECT_EQ(advanced.toolTip(), "Show advanced options for this report");
+    EXPECT_FALSE(Tree().isVisible());
+    const QSize shut = window.size();
+    const int list_height = Get<QListWidget>("lstCapture").height();
+    for (int round = 0; round < 2; ++round) {
+        Press("butAdvanced");
+        EXPECT_EQ(advanced.text(), "Advanced <<");
+        EXPECT_TRUE(Tree().isVisible());
+        EXPECT_EQ(window.width(), shut.width());
+        EXPECT_GE(window.height(), shut.height() + Tree().height());
+        EXPECT_NEAR(Get<QListWidget>("lstCapture").height(), list_height, 2);
+        Press("butAdvanced");
+        EXPECT_EQ(advanced.text(), "Advanced >>");
+        EXPECT_FALSE(Tree().isVisible());
+        EXPECT_EQ(window.size(), shut);
+    }
+}
+
+TEST_F(ReportOptionsDialog, ExcludesTheUncheckedIssues) {
+    Add(16, "a run");
+    Shown("Issue Detail");
+    Press("butAdvanced");
+    EXPECT_THAT(Categories(), ElementsAre("[*] Application Complexity", "[*] Best Practices",
+                                          "[*] Miscellaneous Issues", "[*] File Related Issues",
+                                          "[*] Registry Related Issues", "[*] Macro Related Issues"));
+    Toggle("Registry Related Issues");
+    EXPECT_EQ(Item("Registry value holds").checkState(0), Qt::Unchecked);
+    // With the mouse, on the box itself.
+    Item("File Related Issues").setExpanded(true);
+    QTreeWidgetItem& old = Item("Superseded copy of a file (.OLD)");
+    Tree().scrollToItem(&old);
+    const QRect line = Tree().visualItemRect(&old);
+    const int box = Tree().style()->pixelMetric(QStyle::PM_IndicatorWidth);
+    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {}, {line.left() + box / 2 + 2, line.center().y()});
+    EXPECT_EQ(old.checkState(0), Qt::Unchecked);
+    EXPECT_THAT(Categories(), ElementsAre("[*] Application Complexity", "[*] Best Practices",
+                                          "[*] Miscellaneous Issues", "[x] File Related Issues",
+                                          "[ ] Registry Related Issues", "[*] Macro Related Issues"));
+    Press("butOk");
+    EXPECT_EQ(choice_.excluded_codes, "'FILEOLD','REGISTRYEXCLUDE','REGISTRYUNC'");
+}
+
+TEST_F(ReportOptionsDialog, TreeButtonsSetAllIssues) {
+    Add(16, "a run");
+    Shown("Issue Summary");
+    Press("butAdvanced");
+    EXPECT_EQ(Get<QToolButton>("butTreeROControl_1").toolTip(), "Select ALL issues");
+    EXPECT_EQ(Get<QToolButton>("butTreeROControl_2").toolTip(), "Unselect ALL issues");
+    EXPECT_EQ(Get<QToolButton>("butTreeROControl_3").toolTip(), "Invert current issue selections");
+    Press("butTreeROControl_3");
+    EXPECT_THAT(Categories(), Each(StartsWith("[ ] ")));
+    Press("butTreeROControl_1");
+    EXPECT_THAT(Categories(), Each(StartsWith("[*] ")));
+    QTest::keyClick(&Get<QToolButton>("butTreeROControl_2"), Qt::Key_Space);
+    EXPECT_THAT(Categories(), Each(StartsWith("[ ] ")));
+    Press("butOk");
+    EXPECT_THAT(folder_.OnlyBox(), StartsWith("Warning: all issues have been disabled"));
+    EXPECT_TRUE(window_->isVisible());
+    folder_.ui.answers = {Answer::kYes};
+    Press("butOk");
+    EXPECT_FALSE(window_->isVisible());
+    EXPECT_THAT(choice_.excluded_codes, EndsWith(",'MACROSTP'"));
+}
+
+TEST_F(ReportOptionsDialog, TabLeadsThroughTheControls) {
+    Add(16, "a run");
+    Shown("Issue Summary");
+    Press("butAdvanced");
+    Get<QListWidget>("lstCapture").setFocus();
+    std::vector<std::string> order;
+    do {
+        order.push_back(window_->focusWidget()->objectName().toStdString());
+        QTest::keyClick(window_->focusWidget(), Qt::Key_Tab);
+    } while (window_->focusWidget()->objectName() != "lstCapture" && order.size() < 20);
+    EXPECT_THAT(order, ElementsAre("lstCapture", "txtComments", "comboSortBy", "chkOrder", "butAdvanced",
+                                   "treeRO", "butTreeROControl_1", "butTreeROControl_2", "butTreeROControl_3",
+                                   "butOk", "butCancel"));
+}
+
+TEST_F(ReportOptionsDialog, ClosesOnAFailureAndRaisesIt) {
+    Add(16, "older");
+    Add(17, "newer");
+    Opened("Issue Summary");
+    QTimer::singleShot(0, &*window_, [this] {
+        folder_.master->Execute("DROP TABLE Zorvel_CaptureDetails");
+        QTest::keyClick(&Get<QListWidget>("lstCapture"), Qt::Key_Down);
+    });
+    try {
+        window_->exec();
+        ADD_FAILURE() << "nothing was raised";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number(), errors::kStore);
+    }
+    EXPECT_FALSE(window_->isVisible());
+    EXPECT_TRUE(choice_.cancelled);
+}
+
+}  // namespace
+}  // namespace zorvel
