@@ -25,13 +25,6 @@ constexpr std::size_t kLastHeading = 6;
 // The longest bar, as a share of its cell; the rest is for its number.
 constexpr double kLongestBar = 80.0;
 
-// What a heading with its note takes, in lines of rows.
-constexpr std::size_t kLinesOfHeading = 2;
-
-// Groups within an outermost group that are worth guessing its height for. Few such groups speed a page up;
-// thousands, each with blocks of its own, bring browsers to a standstill when all are shown again at once.
-constexpr std::size_t kManyGroups = 50;
-
 constexpr double kWhole = 100.0;
 
 std::string Number(double number) {
@@ -231,23 +224,10 @@ class HtmlPage {
         close_to(0);
     }
 
-    // An outermost group that holds many groups is laid out only when it is in sight.
-    std::string DetailsAttributes(std::size_t group) const {
-        const std::vector<RowGroup>& groups = rows_.groups();
-        const RowGroup& rows = groups[group];
-        if (rows.level > 0) return {};
-        const auto next = std::find_if(groups.begin() + static_cast<std::ptrdiff_t>(group) + 1, groups.end(),
-                                       [&rows](const RowGroup& other) { return other.begin >= rows.end; });
-        const auto within = static_cast<std::size_t>(next - groups.begin()) - group - 1;
-        if (within < kManyGroups) return " class=\"outer\"";
-        const std::size_t lines = rows.end - rows.begin + kLinesOfHeading * within;
-        return " class=\"outer wide\" style=\"--n: " + std::to_string(lines) + '"';
-    }
-
     void WriteGroupHeading(std::size_t group) {
         const std::size_t level = rows_.groups()[group].level;
         const std::string heading = 'h' + std::to_string(std::min(kFirstHeading + level, kLastHeading));
-        Put("<details" + DetailsAttributes(group) + " open>");
+        Put(level == 0 ? "<details class=\"outer\" open>" : "<details open>");
         Put("<summary><" + heading + " id=\"g" + std::to_string(group) + "\">");
         PutText(report_.Heading(group));
         Put("</" + heading + '>');

@@ -7,7 +7,7 @@ namespace zorvel {
 
 // A table of rows hides its headings, which the bar above shows for all tables; on paper each shows its own.
 // What is out of sight is not laid out (content-visibility), so that long reports open and filter quickly;
-// --n is the number of lines of a block, or of a group of many groups, from which its height is guessed.
+// --n is the number of rows of a block, from which its height is guessed.
 inline constexpr std::string_view kPageStyle = R"css(
 :root {
   color-scheme: light dark;
@@ -65,7 +65,7 @@ dd { margin: 0; white-space: pre-line; overflow-wrap: anywhere; }
 .block .rows th span { max-height: 0; overflow: hidden; }
 .rows td.again { font-size: 0; }
 .filtered .rows td.again { font-size: inherit; }
-.block, .wide[open] { content-visibility: auto; contain-intrinsic-size: 0 calc(var(--n) * 1.65rem); }
+.block { content-visibility: auto; contain-intrinsic-size: 0 calc(var(--n) * 1.65rem); }
 
 details { margin-top: 0.25rem; }
 summary { display: flex; gap: 0.6rem; align-items: baseline; padding: 0.25rem 0.6rem; cursor: pointer;
@@ -90,7 +90,7 @@ details details details > .note { padding-left: 2.8rem; }
   body { margin: 0; }
   .rows th, .rows td, .block .rows th { padding: 0.1em 0.25em; }
   .bar { display: none; }
-  .block, .wide[open] { content-visibility: visible; }
+  .block { content-visibility: visible; }
   .block .rows th { height: auto; font-size: inherit; line-height: inherit;
     color: var(--title); vertical-align: bottom; }
   .block .rows th span { max-height: 16rem; }
@@ -119,8 +119,7 @@ inline constexpr std::string_view kPageScript = R"js(
       for (const node of parent.children) {
         if (node.tagName === "DETAILS") {
           const own = [...node.children].filter((part) => part.matches("summary, .note"));
-          const fold = { node, begin: rows.length, hidden: false, wasOpen: true, lines: 0 };
-          if (node.classList.contains("wide")) fold.lines = Number(node.style.getPropertyValue("--n"));
+          const fold = { node, begin: rows.length, hidden: false, wasOpen: true };
           folds.push(fold);
           walk(node, context + own.map((part) => part.textContent + "\n").join(""));
           fold.end = rows.length;
@@ -160,12 +159,7 @@ inline constexpr std::string_view kPageScript = R"js(
 
   function showGroups(before, filtered) {
     for (const fold of index.folds) {
-      const matching = before[fold.end] - before[fold.begin];
-      const hidden = filtered && matching === 0;
-      if (fold.lines > 0) {
-        const share = matching / (fold.end - fold.begin);
-        fold.node.style.setProperty("--n", Math.ceil(fold.lines * share));
-      }
+      const hidden = filtered && before[fold.end] === before[fold.begin];
       if (hidden !== fold.hidden) fold.node.hidden = fold.hidden = hidden;
       if (filtered && !index.filtered) fold.wasOpen = fold.node.open;
       const open = filtered || fold.wasOpen;
@@ -213,6 +207,6 @@ inline constexpr std::string_view kPageScript = R"js(
 
 // What the browser may run: this script, by its SHA-256. A change of the script changes it; the test says
 // what it has become.
-inline constexpr std::string_view kPageScriptHash = "sha256-yOU49iNVsO2UPWvqaXhPiwuKgytu8GHbllfVw3nUzsE=";
+inline constexpr std::string_view kPageScriptHash = "sha256-DmghfraqyaoC+L2J1rdgEPxvRLxRCY3o3Uz3l2nNL8w=";
 
 }  // namespace zorvel

@@ -331,8 +331,7 @@ TEST_F(ReportExport, HtmlFoldsGroupsInGroups) {
     };
     EXPECT_EQ(body,
               "<main id=\"report\">\n"
-              "<details class=\"outer\" open><summary><h2 id=\"g0\">OU1</h2><span>Settings "
-              "3, Kinds 1</span>"
+              "<details class=\"outer\" open><summary><h2 id=\"g0\">OU1</h2><span>Settings 3, Kinds 1</span>"
               "</summary>\n" +
                   app("1", "1000", "OU1", "2",
                       "<tr><td>same</td><td>1,000</td></tr>\n"
@@ -346,17 +345,6 @@ TEST_F(ReportExport, HtmlFoldsGroupsInGroups) {
                                 ".rows th:nth-child(2), .rows td:nth-child(2) { text-align: right; }\n"));
     EXPECT_THAT(page, HasSubstr("<dt>Settings</dt>\n<dd>4</dd>"));
     EXPECT_THAT(page, HasSubstr("id=\"expand\""));
-}
-
-TEST_F(ReportExport, HtmlGuessesTheHeightOfGroupsThatHoldManyGroups) {
-    database_.Execute(
-        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 99) "
-        "INSERT INTO T SELECT iif(i < 50, 'few', 'many'), i, i FROM n");
-    const std::string page = Written(WriteHtml, kGroups);
-    EXPECT_EQ(test::NestingFault(page), "");
-    EXPECT_THAT(page, HasSubstr("<details class=\"outer\" open><summary><h2 id=\"g0\">few</h2>"));
-    EXPECT_THAT(page, HasSubstr("<details class=\"outer wide\" style=\"--n: 150\" open><summary>"
-                                "<h2 id=\"g50\">many</h2>"));
 }
 
 TEST_F(ReportExport, HtmlCutsLongTablesIntoBlocks) {
