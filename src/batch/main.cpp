@@ -9,6 +9,7 @@
 
 #include "batch/batch_program.h"
 #include "batch/batch_window.h"
+#include "gui/headless_pdf.h"
 
 int main(int argc, char** argv) {
     // The first Ctrl-C is the ESC key: the run ends in good order. A second one ends the program.
@@ -23,5 +24,6 @@ int main(int argc, char** argv) {
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
     const std::filesystem::path folder = error ? std::filesystem::path(".") : program.parent_path();
     return zorvel::RunBatchProgram(std::vector<std::string>(argv + 1, argv + argc), folder,
-                                   isatty(STDERR_FILENO) != 0, std::cout, std::cerr, WritePdf);
+                                   isatty(STDERR_FILENO) != 0, std::cout, std::cerr,
+                                   zorvel::WritePdfWithoutDisplay);
 }

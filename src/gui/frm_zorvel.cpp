@@ -23,6 +23,7 @@
 #include "gui/frm_welcome.h"
 #include "gui/options_page.h"
 #include "gui/qt_text.h"
+#include "gui/report_windows.h"
 #include "gui/status_page.h"
 #include "shell/report_error.h"
 #include "ui_frm_zorvel.h"
@@ -102,6 +103,9 @@ void frmZorvel::ConnectMenus() {
     connect(ui_->mnuFileExit_4, &QAction::triggered, this, [] { QCoreApplication::exit(); });
     on(ui_->mnuDatabaseItem_1, "frmCaptureDetails", &frmZorvel::OpenImport);
     on(ui_->mnuDatabaseItem_3, "frmDBMaint", &frmZorvel::OpenMaintenance);
+    report_windows_ = std::make_unique<ReportWindows>(
+        controller_, *ui_->mnuReports, *this,
+        [this](const std::function<void()>& operation) { Handle("mnuReports", operation); });
     const auto edit = [this](QAction* action, RuleListFile list) {
         connect(action, &QAction::triggered, this, [this, list] {
             Handle("mnuAdvancedItem procedure", [&] { controller_.EditRuleList(list); });
@@ -371,6 +375,10 @@ void frmZorvel::closeEvent(QCloseEvent* event) {
         close_wanted_ = true;
         user_.StopAsking();
         if (!controller_.session().activity.UserInterrupt) controller_.PressEscape();
+        return;
+    }
+    if (!report_windows_->CloseAll()) {
+        event->ignore();
         return;
     }
     controller_.Exit();

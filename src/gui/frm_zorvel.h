@@ -26,6 +26,7 @@ namespace zorvel {
 class ApplicationsPage;
 class FindPage;
 class OptionsPage;
+class ReportWindows;
 class StatusPage;
 class frmCacheTree;
 
@@ -118,6 +119,7 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     StatusPage* status_page_;
     frmCacheTree* cache_tree_;
     OUBrowser browser_;
+    std::unique_ptr<ReportWindows> report_windows_;
     QElapsedTimer nodes_shown_;
     qint64 nodes_cost_ = 0;       // milliseconds that showing the nodes took last
     bool nodes_pending_ = false;  // some are not shown yet

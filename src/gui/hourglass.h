@@ -1,6 +1,7 @@
 // The pointer while the user waits.
 #pragma once
 
+#include <QCursor>
 #include <QGuiApplication>
 
 namespace zorvel {

@@ -10,7 +10,7 @@ namespace zorvel {
 namespace {
 
 // Room around texts, in points.
-constexpr double kCellPadding = 3;
+constexpr double kCellPadding = 4;
 constexpr double kRowAbove = 1.5;
 constexpr double kRowBelow = 1.5;
 constexpr double kHeadingAbove = 2.5;
@@ -156,9 +156,8 @@ void PageBlocks::MakeBar(std::size_t chart, std::size_t bar, PageBlock& block) c
     number.storage = GroupedOrZero(bars[bar].value);
     number.text = number.storage;
     Break(block, number);
-    std::int64_t longest = 1;
-    for (const ChartBar& other : bars)
-        longest = std::max(longest, other.value);
+    if (bars[bar].is_rest) return;
+    const std::int64_t longest = std::max<std::int64_t>(bars.front().value, 1);
     const double room = width * (1 - kBarLabel - kBarNumber) - 2 * kCellPadding;
     block.bar_x = left() + width * (kBarLabel + kBarNumber) + kCellPadding;
     block.bar_width =

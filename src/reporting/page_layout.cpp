@@ -14,7 +14,8 @@ constexpr double kFurnitureGap = 6;  // between furniture and blocks, points
 constexpr double kRule = 0.6;        // thickness, points
 constexpr double kGap = 20;          // between two texts of one line, at least
 constexpr double kBarHeight = 0.72;  // of a line
-constexpr double kHeadingPadding = 3;
+constexpr double kHeadingPadding = 4;
+constexpr double kTableGap = 10;  // ahead of the columns' headings, when something stands above them
 
 // A block is kept in one piece unless it takes more of the page than this.
 constexpr double kKeptTogether = 0.5;
@@ -84,7 +85,7 @@ bool PageLayout::BreaksAhead(const FlowPosition& position, const Sheet& sheet) c
     }
     const bool leads = position.kind == BlockKind::kHeading || position.kind == BlockKind::kChartHeading;
     if (!leads) return false;
-    const double headings = sheet.headed ? 0 : blocks_.headings().height;
+    const double headings = sheet.headed ? 0 : kTableGap + blocks_.headings().height + kRule;
     const double height = HeightWithNext(position) + (position.InTable() ? headings : 0);
     return height <= sheet.body_height && sheet.top + height > sheet.bottom;
 }
@@ -172,6 +173,7 @@ void PageLayout::DrawLine(const BlockCell& cell, std::size_t line, double top, P
 }
 
 void PageLayout::PlaceHeadings(const FlowPosition& position, Sheet& sheet) const {
+    if (!sheet.empty) sheet.top += kTableGap;
     if (sheet.canvas != nullptr) DrawColumnHeadings(sheet.top, *sheet.canvas);
     sheet.top += blocks_.headings().height + kRule;
     sheet.headed = true;

@@ -261,13 +261,13 @@ std::vector<ChartBar> ReportRows::AddUpChart(const ReportChart& chart) const {
         for (const std::size_t field : fields)
             AppendKey(key, Value(row, field));
         const auto [entry, is_new] = numbers.try_emplace(key, bars.size());
-        if (is_new) bars.push_back({Expand(chart.label, row), 0});
+        if (is_new) bars.push_back({Expand(chart.label, row)});
         bars[entry->second].value += counts ? 1 : NumberOf(Value(row, sum));
     }
     std::stable_sort(bars.begin(), bars.end(),
                      [](const ChartBar& left, const ChartBar& right) { return left.value > right.value; });
     if (bars.size() > chart.limit + 1) {
-        ChartBar other{"Other (" + std::to_string(bars.size() - chart.limit) + ')', 0};
+        ChartBar other{"Other (" + std::to_string(bars.size() - chart.limit) + ')', 0, true};
         for (std::size_t bar = chart.limit; bar < bars.size(); ++bar)
             other.value += bars[bar].value;
         bars.resize(chart.limit);

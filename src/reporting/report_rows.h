@@ -23,6 +23,7 @@ struct RowGroup {
 struct ChartBar {
     std::string label;
     std::int64_t value = 0;
+    bool is_rest = false;  // stands for all that are beyond the chart's limit, and is shown as a number alone
 };
 
 class ReportRows {

@@ -85,7 +85,9 @@ void BreakLines(std::string_view text, const FontFace& face, double size, double
             i = cut - 1;
             continue;
         }
-        chances.Note(kBreaks[code], i + 1, used >= room * kFilled);
+        // What a path begins with stays with it.
+        const bool begins = (text[i] == '\\' || text[i] == '/') && (i == begin || text[i - 1] == ' ');
+        if (!begins) chances.Note(kBreaks[code], i + 1, used >= room * kFilled);
     }
     if (begin < text.size() || lines.empty()) lines.push_back({begin, text.size()});
 }

@@ -36,7 +36,7 @@ class Batch : public testing::Test {
     Result Run(const std::vector<std::string>& arguments) {
         std::ostringstream out;
         std::ostringstream err;
-        const int status = RunBatchProgram(arguments, folder_.path(), false, out, err);
+        const int status = RunBatchProgram(arguments, folder_.path(), false, out, err, {});
         return {status, out.str(), err.str()};
     }
 
@@ -161,7 +161,7 @@ TEST_F(Batch, CtrlCEndsTheRunInGoodOrder) {
     InterruptingBuffer buffer;
     std::ostream err(&buffer);
     std::ostringstream out;
-    EXPECT_EQ(RunBatchProgram({"analyse", "--all", "--pace", "0"}, folder_.path(), false, out, err), 3);
+    EXPECT_EQ(RunBatchProgram({"analyse", "--all", "--pace", "0"}, folder_.path(), false, out, err, {}), 3);
     EXPECT_THAT(folder_.Read("TempData/Zorvel_CaptureDetails.CSV"), HasSubstr(",T1,SITE,1,"));
     EXPECT_EQ(out.str(), "Zorvelrun finished without any stream parsing errors.\n");
 }

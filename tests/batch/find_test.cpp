@@ -32,7 +32,7 @@ class BatchFind : public testing::Test {
     Result RunProgram(const std::vector<std::string>& arguments) {
         std::ostringstream out;
         std::ostringstream err;
-        const int status = RunBatchProgram(arguments, folder_.path(), false, out, err);
+        const int status = RunBatchProgram(arguments, folder_.path(), false, out, err, {});
         return {status, out.str(), err.str()};
     }
     std::string Results() const { return folder_.Read("TempData/Zorvel.$$$"); }

@@ -1,0 +1,60 @@
+#include "gui/report_windows.h"
+
+#include <QMenu>
+#include <utility>
+
+#include "database/catalogue.h"
+#include "gui/frm_report.h"
+#include "gui/frm_report_options.h"
+#include "gui/qt_text.h"
+#include "reporting/report_catalogue.h"
+#include "reporting/report_options.h"
+#include "reporting/reports.h"
+
+namespace zorvel {
+
+ReportWindows::ReportWindows(MainController& controller, QMenu& menu, QWidget& window, const Run& run)
+    : controller_(controller), window_(window) {
+    QMenu* submenu = nullptr;
+    for (const CatalogueReport& report : CatalogueReports()) {
+        const QString group = ToQString(report.group);
+        if (submenu == nullptr || submenu->title() != group) submenu = menu.addMenu(group);
+        QAction* const entry = submenu->addAction(ToQString(report.caption));
+        QObject::connect(entry, &QAction::triggered, &window,
+                         [this, run, caption = report.caption] { run([&] { Generate(caption); }); });
+    }
+}
+
+ReportWindows::~ReportWindows() = default;
+
+bool ReportWindows::CloseAll() {
+    bool closed = true;
+    for (const QPointer<frmReport>& window : std::as_const(windows_)) {
+        if (window != nullptr && !window->close()) closed = false;
+    }
+    return closed;
+}
+
+void ReportWindows::Generate(std::string_view caption) {
+    windows_.removeAll(nullptr);
+    if (caption == kCaptureDetailsReport) preparing_.emplace();
+    const Catalogue catalogue(*controller_.session().MasterConnection);
+    Reports(controller_.services(), catalogue, choice_, *this).Generate(caption);
+    preparing_.reset();
+}
+
+void ReportWindows::ShowReportOptions(ReportChoice& choice) {
+    const Catalogue catalogue(*controller_.session().MasterConnection);
+    ReportOptions options(controller_.services(), catalogue, choice);
+    options.Open();
+    frmReportOptions(options, &window_).exec();
+    preparing_.emplace();
+}
+
+void ReportWindows::ShowReport(std::shared_ptr<const Report> report) {
+    auto* window = new frmReport(controller_.services(), std::move(report));
+    windows_.append(window);
+    window->showMaximized();
+}
+
+}  // namespace zorvel
