@@ -173,7 +173,8 @@ TEST_F(ReportsTest, AQueryWithoutOrderStaysAsItIsAndTheReportDoesNotClaimOtherwi
         choice = {choice.caption, folder_.dataset, "Application Name", true, "'FILEBAK'", false};
     };
     EXPECT_EQ(Generate("Issue Summary"), ReportOutcome::kShown);
-    EXPECT_THAT(Values("IssueCode"), ElementsAre("FILEOLD", "FILEOLD", "FILEBAK", "NOSUCHRULE"));
+    EXPECT_THAT(Values("IssueCode"),
+                testing::UnorderedElementsAre("FILEOLD", "FILEOLD", "FILEBAK", "NOSUCHRULE"));
     EXPECT_EQ(display_.report->facts().order, "");
     EXPECT_EQ(display_.report->facts().excluded, "");
 }
