@@ -271,7 +271,7 @@ void frmReport::Write(const std::filesystem::path& path, std::string_view suffix
     bool written = true;
     if (suffix == "pdf") {
         written = WithProgress("Saving the report...", [&](const PageProgress& progress) {
-            return WritePdf(*report_, layout_, fonts_, path, progress);
+            return WritePdf(*report_, layout_, fonts_, AllPages(layout_), path, progress);
         });
     } else {
         const Hourglass hourglass;
@@ -287,6 +287,11 @@ void frmReport::Print() {
         if (!ask_printer_(printer, layout_.page_count(), this)) return;
         const auto pages = PagesToPrint(printer, layout_.page_count(), ui_->viewReport->page());
         const bool printed = WithProgress("Printing the report...", [&](const PageProgress& progress) {
+            // A file that is printed into tells of a full disk only when it is written here.
+            if (printer.outputFormat() == QPrinter::PdfFormat) {
+                const std::filesystem::path path = QFile::encodeName(printer.outputFileName()).toStdString();
+                return WritePdf(*report_, layout_, fonts_, pages, path, progress);
+            }
             return PrintPages(printer, layout_, fonts_, pages, progress);
         });
         if (printed)

@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QProgressDialog>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QStatusBar>
@@ -506,8 +507,9 @@ TEST_F(ReportWindow, AFullDiskIsToldAndTheOldFileStays) {
                 QTest::keyClick(&Control<QComboBox>(dialog, "fileTypeCombo"), Qt::Key_Down);
             auto& box = Control<QLineEdit>(dialog, "fileNameEdit");
             box.setText(QString::fromStdString((shell_.folder.path() / name).string()));
-            WhenAsked<QMessageBox>(
-                [](QMessageBox& question) { QTest::keyClick(&question, Qt::Key_Y, Qt::AltModifier); });
+            WhenAsked<QMessageBox>([](QMessageBox& question) {
+                QTest::mouseClick(question.button(QMessageBox::Yes), Qt::LeftButton);
+            });
             QTest::keyClick(&box, Qt::Key_Return);
         });
         {
@@ -551,7 +553,7 @@ TEST_F(ReportWindow, ALongSaveCanBeStopped) {
     const PageLayout layout(*report, fonts.metrics());
     shell_.folder.Write("a.pdf", "old");
     std::vector<std::size_t> told;
-    EXPECT_FALSE(WritePdf(*report, layout, fonts, shell_.folder.path() / "a.pdf",
+    EXPECT_FALSE(WritePdf(*report, layout, fonts, AllPages(layout), shell_.folder.path() / "a.pdf",
                           [&](std::size_t done, std::size_t pages) {
                               EXPECT_EQ(pages, layout.page_count());
                               told.push_back(done);
@@ -595,7 +597,7 @@ TEST_F(ReportWindow, PrintsTheChosenPages) {
     EXPECT_TRUE(shell_.ui.boxes.empty());
 }
 
-TEST_F(ReportWindow, APrinterThatFailsIsTold) {
+TEST_F(ReportWindow, AFileThatCannotBePrintedIsTold) {
     Open(MakeReport());
     window_->SetAskPrinter([&](QPrinter& printer, std::size_t, QWidget*) {
         printer.setOutputFileName(QString::fromStdString((shell_.folder.path() / "none/a.pdf").string()));
@@ -603,11 +605,40 @@ TEST_F(ReportWindow, APrinterThatFailsIsTold) {
     });
     Press(Qt::Key_P, Qt::ControlModifier);
     ASSERT_EQ(shell_.ui.boxes.size(), 1U);
-    EXPECT_EQ(shell_.ui.boxes[0].text,
-              "ERROR: Unexpected error # 75 (Path/File access error) occurred in frmReport");
+    EXPECT_EQ(shell_.ui.boxes[0].text, "ERROR: Unexpected error # 76 (Path not found) occurred in frmReport");
     EXPECT_THAT(shell_.LogLines().back(), HasSubstr("none/a.pdf"));
     Press(Qt::Key_End);
     EXPECT_EQ(static_cast<int>(view().page()) + 1, LastPage());
+}
+
+TEST_F(ReportWindow, PrintersGetTheirPages) {
+    const auto report = MakeReport(kGroups, "", "landscape");
+    const PaperFonts fonts;
+    const PageLayout layout(*report, fonts.metrics());
+    QPrinter printer;
+    const QString path = QString::fromStdString((shell_.folder.path() / "printed.pdf").string());
+    printer.setOutputFileName(path);
+    PreparePrinter(printer, *report, layout);
+    EXPECT_TRUE(PrintPages(printer, layout, fonts, {2, 0}, {}));
+    const std::string text = OutputOf("pdftotext", {"-layout", path, "-"});
+    EXPECT_THAT(text, testing::ContainsRegex("Page 3 of .*\f"));
+    EXPECT_LT(text.find("Page 3 of"), text.find("Page 1 of"));
+    const std::string facts = OutputOf("pdfinfo", {path});
+    EXPECT_THAT(facts, testing::ContainsRegex("Pages: +2\n"));
+    EXPECT_THAT(facts, testing::ContainsRegex("Page size: +842 x 595"));
+    // On a smaller paper all of a page is still there.
+    printer.setPageSize(QPageSize(QPageSize::A5));
+    EXPECT_TRUE(PrintPages(printer, layout, fonts, {0}, {}));
+    EXPECT_THAT(OutputOf("pdftotext", {"-layout", path, "-"}), HasSubstr("Page 1 of"));
+    EXPECT_FALSE(PrintPages(printer, layout, fonts, {0, 1}, [](std::size_t, std::size_t) { return false; }));
+    printer.setOutputFileName(QString::fromStdString((shell_.folder.path() / "none/a.pdf").string()));
+    try {
+        PrintPages(printer, layout, fonts, {0}, {});
+        ADD_FAILURE();
+    } catch (const OutputError& error) {
+        EXPECT_EQ(error.number(), errors::kPathFileAccess);
+        EXPECT_THAT(error.detail(), HasSubstr("none/a.pdf"));
+    }
 }
 
 TEST(PagesToPrint, AreThoseOfTheSettings) {
