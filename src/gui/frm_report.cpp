@@ -19,6 +19,7 @@
 #include "gui/hourglass.h"
 #include "gui/qt_text.h"
 #include "gui/report_print.h"
+#include "gui/roomy_delegate.h"
 #include "reporting/report_export.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
@@ -155,6 +156,7 @@ void frmReport::ConnectActions() {
 
 void frmReport::FillTree() {
     QTreeView& tree = *ui_->treeGroups;
+    tree.setItemDelegate(new RoomyDelegate(&tree));
     if (report_->rows().groups().empty()) {
         tree.hide();
         return;

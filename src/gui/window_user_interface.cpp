@@ -6,6 +6,7 @@
 #include <QSoundEffect>
 #include <QUrl>
 
+#include "gui/hourglass.h"
 #include "gui/qt_text.h"
 #include "platform/error.h"
 
@@ -41,6 +42,7 @@ WindowUserInterface::~WindowUserInterface() = default;
 
 Answer WindowUserInterface::Show(const MessageBox& box) {
     if (!asking_) return box.buttons == Buttons::kOk ? Answer::kOk : box.default_answer;
+    const UsualPointer pointer;  // also where something has put up the hourglass
     // Questions of a dialog belong to the dialog, those of another window to that: below it nobody would see
     // them.
     QWidget* owner = QApplication::activeModalWidget();

@@ -1,0 +1,20 @@
+// Fills a dataset with a made-up run of any size, for measuring reports.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/store.h"
+
+namespace zorvel::tools {
+
+struct ReportSize {
+    std::int64_t rows = 1000;  // registry settings, the same number for each application
+    std::int64_t applications = 100;
+    std::int64_t containers = 10;
+};
+
+// Adds applications and registry settings to a dataset that has none. Keys have 40 to 90 characters and up to
+// three values each. The same size gives the same rows.
+void FillRegistry(Database& dataset, const ReportSize& size);
+
+}  // namespace zorvel::tools

@@ -1,0 +1,47 @@
+// zorvel_report_rows FOLDER ROWS APPLICATIONS CONTAINERS: adds a dataset with a made-up run to the program
+// folder and prints the name of its file.
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+#include "database/catalogue.h"
+#include "platform/error.h"
+#include "platform/files.h"
+#include "report_data.h"
+
+namespace {
+
+void Run(const char* folder, const zorvel::tools::ReportSize& size) {
+    using namespace zorvel;
+    const Files files{folder};
+    CatalogueRow details;
+    details.Captured = "16/11/2026 17:28:05";
+    details.DBName = "Zorvel_Rows.MDB";
+    details.AppCount = static_cast<std::int32_t>(size.applications);
+    const std::string path = files.Path("Databases\\" + details.DBName);
+    CopyDatabase(files, files.Path("Empty_Zorvel.mdb"), path);
+    Database dataset(files.Resolve(path), path);
+    tools::FillRegistry(dataset, size);
+    const std::string master_path = files.Path(R"(Databases\ZorvelMaster.mdb)");
+    Database master(files.Resolve(master_path), master_path);
+    Catalogue(master).Add(details);
+    std::puts(details.DBName.c_str());
+}
+
+}  // namespace
+
+int main(int argument_count, char** arguments) {
+    constexpr int kArguments = 5;
+    if (argument_count != kArguments) {
+        std::fputs("usage: zorvel_report_rows FOLDER ROWS APPLICATIONS CONTAINERS\n", stderr);
+        return 2;
+    }
+    try {
+        Run(arguments[1], {std::atoll(arguments[2]), std::atoll(arguments[3]), std::atoll(arguments[4])});
+        return 0;
+    } catch (...) {
+        const zorvel::Error error = zorvel::CurrentError();
+        std::fprintf(stderr, "zorvel_report_rows: %s %s\n", error.what(), error.detail().c_str());
+        return 1;
+    }
+}
