@@ -30,6 +30,7 @@ namespace {
 using zorvel::frmZorvel;
 
 constexpr QSize kLogSize(940, 480);
+constexpr QSize kReportSize(1180, 820);
 
 class Photographer {
   public:
@@ -93,6 +94,30 @@ void TakeModal(
     open();
 }
 
+// Asks for the Issue Summary, opens the advanced options, and photographs them and the report.
+void TakeReport(frmZorvel& window, const Photographer& photographer) {
+    const auto open = [&window] {
+        for (QAction* const action : window.findChildren<QAction*>()) {
+            if (action->text() == "Issue Summary") action->trigger();
+        }
+    };
+    TakeModal(
+        photographer, "report-options", open,
+        [](QWidget& dialog) {
+            dialog.findChild<QAbstractButton*>("butAdvanced")->click();
+            auto* tree = dialog.findChild<QTreeView*>("treeRO");
+            tree->expand(tree->model()->index(0, 0));
+        },
+        [](QWidget& dialog) { dialog.findChild<QAbstractButton*>("butOk")->click(); });
+    for (QWidget* const report : QApplication::topLevelWidgets()) {
+        if (report->objectName() != "frmReport") continue;
+        report->showNormal();
+        report->resize(kReportSize);
+        photographer.Take(*report, "report");
+        report->close();
+    }
+}
+
 void TakeAll(frmZorvel& window, const Photographer& photographer) {
     const auto menu = [&](const char* name) {
         return [&window, name] { window.findChild<QAction*>(name)->trigger(); };
@@ -135,6 +160,7 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
         },
         press_in("butOk"));
     TakeModal(photographer, "maintenance", menu("mnuDatabaseItem_3"));
+    TakeReport(window, photographer);
     // The log's warnings and errors, with one of each put into it.
     zorvel::Log& log = window.controller().services().log;
     log.WriteLog("WARNING: Stream '(Copy Files)' of 'Reader.APPS.CORP' could not be read to its end");

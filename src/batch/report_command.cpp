@@ -64,7 +64,7 @@ class ReportCommand final : public BatchCommand {
             .Generate(report->caption,
                       definition_.empty() ? std::string(report->definition) : FromUtf8(definition_));
         if (!requested.refusal().empty()) return session.Fail(requested.refusal());
-        if (requested.report() == nullptr) return session.Fail("there is no report");
+        if (requested.report() == nullptr) return session.Fail("the report was not made");
         FormatOf(output_)->write(*requested.report(), output_);
         return kDone;
     }

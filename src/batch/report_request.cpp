@@ -9,6 +9,8 @@
 namespace zorvel {
 namespace {
 
+constexpr const char* kFixedOrder = "the order of this report is fixed";
+
 std::string SelectSort(ReportOptions& options, const std::string& sort) {
     if (sort.empty()) return {};
     for (const std::string& item : options.comboSortBy) {
@@ -16,7 +18,7 @@ std::string SelectSort(ReportOptions& options, const std::string& sort) {
         options.sort = item;
         return {};
     }
-    if (options.comboSortBy.empty()) return "the order of this report is fixed";
+    if (options.comboSortBy.empty()) return kFixedOrder;
     std::string choices;
     for (const std::string& item : options.comboSortBy)
         choices += (choices.empty() ? "'" : ", '") + item + '\'';
@@ -57,6 +59,7 @@ std::string RequestedReport::Fill(ReportChoice& choice) {
         if (row == rows.end()) return "there is no dataset '" + request_.dataset + '\'';
     }
     std::string fault = SelectSort(options, request_.sort);
+    if (fault.empty() && request_.descending && !options.order_enabled) fault = kFixedOrder;
     options.chkOrder = request_.descending;
     for (const std::string& code : request_.excluded) {
         if (fault.empty()) fault = Exclude(options.treeRO, code);

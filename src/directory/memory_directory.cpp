@@ -316,33 +316,32 @@ std::string MemoryDirectory::AttributeSyntax(const Entry& entry, std::string_vie
     return std::string(SyntaxName(known ? objects.AttributeSyntax(number) : Syntax::kString));
 }
 
-std::vector<std::string> MemoryDirectory::AttributeValues(const Entry& entry, std::string_view attribute) {
+MemoryDirectory::HeldValues MemoryDirectory::ReadValues(const Entry& entry, std::string_view attribute) {
     CheckFaults();
     const Place place = Locate(entry);
-    const MemoryTree& objects = *place.tree->objects;
-    const std::uint32_t number = objects.FindAttribute(attribute);
-    const std::vector<std::string_view> values = ValuesOf(place, number);
+    const MemoryTree& tree = *place.tree->objects;
+    const std::uint32_t number = tree.FindAttribute(attribute);
+    std::vector<std::string_view> values = ValuesOf(place, number);
     if (values.empty()) throw Error(errors::kNoSuchValue);
-    return ValueTexts(objects, objects.AttributeSyntax(number), values);
+    return {&tree, tree.AttributeSyntax(number), std::move(values)};
+}
+
+std::vector<std::string> MemoryDirectory::AttributeValues(const Entry& entry, std::string_view attribute) {
+    const HeldValues held = ReadValues(entry, attribute);
+    return ValueTexts(*held.tree, held.syntax, held.values);
 }
 
 std::vector<std::string> MemoryDirectory::ReferencedNames(const Entry& entry, std::string_view attribute) {
-    CheckFaults();
-    const Place place = Locate(entry);
-    const MemoryTree& objects = *place.tree->objects;
-    const std::uint32_t number = objects.FindAttribute(attribute);
-    const std::vector<std::string_view> values = ValuesOf(place, number);
-    if (values.empty()) throw Error(errors::kNoSuchValue);
-    const Syntax syntax = objects.AttributeSyntax(number);
+    const auto [tree, syntax, values] = ReadValues(entry, attribute);
     std::vector<std::string> names;
     MemoryTree::LastContainer container;
     for (const std::string_view value : values) {
-        const EntryIndex object = syntax == Syntax::kName ? objects.FindDN(value, container) : kNoEntry;
+        const EntryIndex object = syntax == Syntax::kName ? tree->FindDN(value, container) : kNoEntry;
         if (object != kNoEntry) {
-            names.push_back(objects.FullName(object));
+            names.push_back(tree->FullName(object));
             continue;
         }
-        for (const std::string& text : ValueTexts(objects, syntax, {value})) {
+        for (const std::string& text : ValueTexts(*tree, syntax, {value})) {
             const std::optional<Place> named = Find(text);
             if (named) names.push_back(named->tree->objects->FullName(named->entry));
         }

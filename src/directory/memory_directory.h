@@ -96,6 +96,11 @@ class MemoryDirectory final : public Directory {
         const Tree* tree;
         EntryIndex entry;
     };
+    struct HeldValues {
+        const MemoryTree* tree = nullptr;
+        Syntax syntax{};
+        std::vector<std::string_view> values;  // at least one
+    };
     struct OpenStream {
         std::shared_ptr<const MemoryTree> owner;  // keeps the bytes when the tree is read anew
         std::string_view rest;                    // what has not yet been read
@@ -114,6 +119,8 @@ class MemoryDirectory final : public Directory {
     bool PassesFilter(std::string_view class_name) const;
     bool IsRead(const Place& place) const;
     std::vector<std::string_view> ValuesOf(const Place& place, std::uint32_t attribute) const;
+    // An attribute's values as the tree holds them. Raises what AttributeValues raises.
+    HeldValues ReadValues(const Entry& entry, std::string_view attribute);
     OpenStream& StreamOf(int file_handle);
 
     const Files& files_;

@@ -19,6 +19,7 @@
 #include "gui/hourglass.h"
 #include "gui/qt_text.h"
 #include "gui/report_print.h"
+#include "gui/roomy_delegate.h"
 #include "reporting/report_export.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
@@ -155,6 +156,7 @@ void frmReport::ConnectActions() {
 
 void frmReport::FillTree() {
     QTreeView& tree = *ui_->treeGroups;
+    tree.setItemDelegate(new RoomyDelegate(&tree));
     if (report_->rows().groups().empty()) {
         tree.hide();
         return;
@@ -269,7 +271,7 @@ void frmReport::Write(const std::filesystem::path& path, std::string_view suffix
     bool written = true;
     if (suffix == "pdf") {
         written = WithProgress("Saving the report...", [&](const PageProgress& progress) {
-            return WritePdf(*report_, layout_, fonts_, path, progress);
+            return WritePdf(*report_, layout_, fonts_, AllPages(layout_), path, progress);
         });
     } else {
         const Hourglass hourglass;
@@ -285,6 +287,11 @@ void frmReport::Print() {
         if (!ask_printer_(printer, layout_.page_count(), this)) return;
         const auto pages = PagesToPrint(printer, layout_.page_count(), ui_->viewReport->page());
         const bool printed = WithProgress("Printing the report...", [&](const PageProgress& progress) {
+            // A file that is printed into tells of a full disk only when it is written here.
+            if (printer.outputFormat() == QPrinter::PdfFormat) {
+                const std::filesystem::path path = QFile::encodeName(printer.outputFileName()).toStdString();
+                return WritePdf(*report_, layout_, fonts_, pages, path, progress);
+            }
             return PrintPages(printer, layout_, fonts_, pages, progress);
         });
         if (printed)

@@ -1,4 +1,4 @@
-// The pointer while the user waits.
+// The pointer while the user waits, and while he is asked meanwhile.
 #pragma once
 
 #include <QCursor>
@@ -6,13 +6,21 @@
 
 namespace zorvel {
 
-// The pointer as an hourglass while this lives.
-class Hourglass {
+// A pointer that is the same everywhere while this lives.
+class OverridePointer {
   public:
-    Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
+    explicit OverridePointer(Qt::CursorShape shape) { QGuiApplication::setOverrideCursor(shape); }
+    ~OverridePointer() { QGuiApplication::restoreOverrideCursor(); }
+    OverridePointer(const OverridePointer&) = delete;
+    OverridePointer& operator=(const OverridePointer&) = delete;
+};
+
+struct Hourglass : OverridePointer {
+    Hourglass() : OverridePointer(Qt::WaitCursor) {}
+};
+
+struct UsualPointer : OverridePointer {
+    UsualPointer() : OverridePointer(Qt::ArrowCursor) {}
 };
 
 }  // namespace zorvel

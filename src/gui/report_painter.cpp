@@ -16,6 +16,15 @@ bool SamePlace(const TextPlace& left, const TextPlace& right) {
     return left.kind == right.kind && left.index == right.index && left.column == right.column;
 }
 
+// What pages are made smaller by, so that they fit on another paper than theirs; 1 when they do.
+double Shrinking(const QPagedPaintDevice& device, const PageLayout& layout) {
+    const QSizeF paper = device.pageLayout().fullRect(QPageLayout::Point).size();
+    const double factor =
+        std::min(paper.width() / layout.page_width(), paper.height() / layout.page_height());
+    constexpr double kSame = 0.99;  // papers are known by whole points
+    return factor > kSame || factor <= 0 ? 1 : factor;
+}
+
 }  // namespace
 
 QColor PaperColour(PageColour colour) {
@@ -128,7 +137,7 @@ bool DrawPages(QPagedPaintDevice& device, const PageLayout& layout, const PaperF
     QPainter painter;
     if (!painter.begin(&device)) return false;
     constexpr double kPointsInAnInch = 72;
-    ReportPainter canvas(painter, fonts, device.logicalDpiX() / kPointsInAnInch);
+    ReportPainter canvas(painter, fonts, Shrinking(device, layout) * device.logicalDpiX() / kPointsInAnInch);
     for (std::size_t done = 0; done < pages.size(); ++done) {
         if (!progress(done, pages.size())) return false;
         if (done != 0 && !device.newPage()) return false;

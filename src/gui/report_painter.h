@@ -66,9 +66,9 @@ QColor PaperColour(PageColour colour);
 // The paper that a report's pages are made for, without margins: the layout has its own.
 QPageLayout PaperOf(const PageLayout& layout);
 
-// Draws these pages, numbered from 0, on a device that has been set up for their paper, each on a page of its
-// own. `progress` is told before each how many are done; false, from it or from the device, ends the drawing,
-// and is returned then.
+// Draws these pages, numbered from 0, on a device, each on a page of its own, smaller when its paper is
+// smaller than theirs. `progress` is told before each how many are done; false, from it or from the device,
+// ends the drawing, and is returned then.
 bool DrawPages(QPagedPaintDevice& device, const PageLayout& layout, const PaperFonts& fonts,
                std::span<const std::size_t> pages,
                const std::function<bool(std::size_t done, std::size_t pages)>& progress);

@@ -56,16 +56,14 @@ class OutputDevice final : public QIODevice {
 // Ends the writing of a file that nobody wants any more.
 struct Stopped {};
 
-void WritePages(const Report& report, const PageLayout& layout, const PaperFonts& fonts, OutputFile& file,
-                const PageProgress& progress) {
+void WritePages(const Report& report, const PageLayout& layout, const PaperFonts& fonts,
+                const std::vector<std::size_t>& pages, OutputFile& file, const PageProgress& progress) {
     OutputDevice device(file);
     QPdfWriter writer(&device);
     writer.setResolution(kResolution);
     writer.setTitle(Text(report.facts().caption));
     writer.setCreator(Text(kProductName));
     writer.setPageLayout(PaperOf(layout));
-    std::vector<std::size_t> pages(layout.page_count());
-    std::iota(pages.begin(), pages.end(), std::size_t{0});
     const bool whole = DrawPages(writer, layout, fonts, pages, [&](std::size_t done, std::size_t count) {
         device.Check();
         return !progress || progress(done, count);
@@ -76,16 +74,24 @@ void WritePages(const Report& report, const PageLayout& layout, const PaperFonts
 
 }  // namespace
 
+std::vector<std::size_t> AllPages(const PageLayout& layout) {
+    std::vector<std::size_t> pages(layout.page_count());
+    std::iota(pages.begin(), pages.end(), std::size_t{0});
+    return pages;
+}
+
 void WritePdf(const Report& report, const std::filesystem::path& path) {
     const PaperFonts fonts;
     const PageLayout layout(report, fonts.metrics());
-    WritePdf(report, layout, fonts, path, {});
+    WritePdf(report, layout, fonts, AllPages(layout), path, {});
 }
 
 bool WritePdf(const Report& report, const PageLayout& layout, const PaperFonts& fonts,
-              const std::filesystem::path& path, const PageProgress& progress) {
+              const std::vector<std::size_t>& pages, const std::filesystem::path& path,
+              const PageProgress& progress) {
     try {
-        WriteInPlace(path, [&](OutputFile& file) { WritePages(report, layout, fonts, file, progress); });
+        WriteInPlace(path,
+                     [&](OutputFile& file) { WritePages(report, layout, fonts, pages, file, progress); });
     } catch (const Stopped&) {
         return false;
     }

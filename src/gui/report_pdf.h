@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <vector>
 
 #include "reporting/page_layout.h"
 #include "reporting/report.h"
@@ -19,9 +20,13 @@ using PageProgress = std::function<bool(std::size_t done, std::size_t pages)>;
 // Needs a QGuiApplication. Raises an OutputError that names the file (61, 70, 75 or 76).
 void WritePdf(const Report& report, const std::filesystem::path& path);
 
-// The same for a report that has been laid out with these fonts. False when `progress` stopped it; the older
-// file stays then, too.
+// The same for pages, numbered from 0, of a report that has been laid out with these fonts. False when
+// `progress` stopped it; the older file stays then, too.
 bool WritePdf(const Report& report, const PageLayout& layout, const PaperFonts& fonts,
-              const std::filesystem::path& path, const PageProgress& progress);
+              const std::vector<std::size_t>& pages, const std::filesystem::path& path,
+              const PageProgress& progress);
+
+// All pages of a layout.
+std::vector<std::size_t> AllPages(const PageLayout& layout);
 
 }  // namespace zorvel

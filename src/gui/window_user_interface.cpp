@@ -6,6 +6,7 @@
 #include <QSoundEffect>
 #include <QUrl>
 
+#include "gui/hourglass.h"
 #include "gui/qt_text.h"
 #include "platform/error.h"
 
@@ -41,9 +42,12 @@ WindowUserInterface::~WindowUserInterface() = default;
 
 Answer WindowUserInterface::Show(const MessageBox& box) {
     if (!asking_) return box.buttons == Buttons::kOk ? Answer::kOk : box.default_answer;
-    // Questions of a dialog belong to the dialog.
-    QWidget* const dialog = QApplication::activeModalWidget();
-    QMessageBox message(dialog != nullptr ? dialog : &window_);
+    const UsualPointer pointer;  // also where something has put up the hourglass
+    // Questions of a dialog belong to the dialog, those of another window to that: below it nobody would see
+    // them.
+    QWidget* owner = QApplication::activeModalWidget();
+    if (owner == nullptr) owner = QApplication::activeWindow();
+    QMessageBox message(owner != nullptr ? owner : &window_);
     message.setWindowTitle(ToQString(box.title));
     message.setIcon(IconOf(box.icon));
     message.setTextFormat(Qt::PlainText);

@@ -160,9 +160,7 @@ class HtmlPage {
     }
 
     void WriteChart(std::string_view heading, const std::vector<ChartBar>& bars) {
-        std::int64_t longest = 1;
-        for (const ChartBar& bar : bars)
-            longest = std::max(longest, bar.value);
+        const std::int64_t longest = std::max<std::int64_t>(bars.front().value, 1);
         Put("<section>\n");
         PutElement("h2", heading);
         Put("<table>\n");
@@ -171,7 +169,8 @@ class HtmlPage {
                 static_cast<double>(std::max<std::int64_t>(bar.value, 0)) / static_cast<double>(longest);
             Put("<tr><th scope=\"row\">");
             PutText(bar.label);
-            Put("</th><td><i style=\"width: " + Number(kLongestBar * share) + "%\"></i>");
+            Put("</th><td>");
+            if (!bar.is_rest) Put("<i style=\"width: " + Number(kLongestBar * share) + "%\"></i>");
             Put(GroupedOrZero(bar.value));
             Put("</td></tr>\n");
         }

@@ -7,7 +7,8 @@ namespace zorvel {
 
 // A table of rows hides its headings, which the bar above shows for all tables; on paper each shows its own.
 // What is out of sight is not laid out (content-visibility), so that long reports open and filter quickly;
-// --n is the number of rows of a block, from which its height is guessed.
+// --n is the number of rows of a block, from which its height is guessed. Groups must not have
+// content-visibility as well: Chromium never comes back when some hundreds of them change at once.
 inline constexpr std::string_view kPageStyle = R"css(
 :root {
   color-scheme: light dark;

@@ -310,8 +310,7 @@ ReportDefinition Take(const toml::table& document, const std::string& path) {
 }  // namespace
 
 void FailDefinition(const std::string& path, std::size_t line, std::string_view reason) {
-    const std::string text = path + ", line " + std::to_string(line) + ": " + std::string(reason);
-    throw Error(errors::kTypeMismatch, text).With(text);
+    throw Error(errors::kTypeMismatch, path + ", line " + std::to_string(line) + ": " + std::string(reason));
 }
 
 ReportDefinition ParseReportDefinition(std::string_view text, const std::string& path) {

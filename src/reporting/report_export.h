@@ -12,20 +12,30 @@
 
 namespace zorvel {
 
-// One self-contained page: nothing is loaded from elsewhere. Groups fold, a box filters the rows.
+// Text comes out of every format whole, and without a meaning in it. The writers raise the file's errors.
+
+// One self-contained page: nothing is loaded from elsewhere, and no script runs but its own. Groups fold, a
+// box filters the rows; without scripts groups still fold. Values are shown as in the report's window. On
+// paper the page is the definition's.
 void WriteHtml(const Report& report, OutputFile& file);
 
-// The columns' headings, then one record a row (RFC 4180, with a byte order mark, by which spreadsheets know
-// UTF-8). Values are as the dataset holds them, except that an apostrophe stands before a text that a
-// spreadsheet would take for a formula.
+// A heading for every field of the query (that of the column which shows it, or else its name), then one
+// record a row (RFC 4180, with a byte order mark, by which spreadsheets know UTF-8). Values are as the
+// dataset holds them, except that an apostrophe stands before a text that a spreadsheet would take for a
+// formula, and that control characters other than tabs and ends of lines become their pictures ("\u241B" for
+// 27) or U+FFFD.
 void WriteCsv(const Report& report, OutputFile& file);
 
-// An object with the report's facts, its totals, and "rows", an array of objects keyed by field name. Numbers
-// are numbers.
+// An object with "title", "facts", "totals" (numbers by their headings) and "rows", an array of objects keyed
+// by field name, one a line. Values are as the dataset holds them, character by character: texts, but plain
+// whole numbers of number columns are numbers (unless doubles cannot hold them), and those of yes-no columns
+// true or false.
 void WriteJson(const Report& report, OutputFile& file);
 
 // Writes a file in the place of `path` (a real path): beside it first, so that an older file of that name
-// stays when writing fails. Raises an OutputError that names the file.
+// stays when writing fails. It replaces the file that a link leads to, keeps an older file's permissions, and
+// does not replace what is write-protected; pipes and devices are written to directly. Raises what `write`
+// raises, and an OutputError (61, 70, 75, 76) that names `path`.
 void WriteInPlace(const std::filesystem::path& path, const std::function<void(OutputFile&)>& write);
 
 }  // namespace zorvel

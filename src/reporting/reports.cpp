@@ -79,19 +79,22 @@ std::shared_ptr<const Report> Reports::MakeReport(const std::string& definition_
                                                   std::string_view filter) const {
     ReportDefinition definition =
         ParseReportDefinition(services_.files.Read(definition_path), definition_path);
-    const std::string query = ImposeFilter(ImposeSort(definition.query, sort), filter);
+    const std::string sorted = ImposeSort(definition.query, sort);
+    const std::string query = ImposeFilter(sorted, filter);
     ReportFacts facts = Facts();
-    if (!sort.empty()) facts.order = choice_.sort + (choice_.descending ? ", descending" : "");
-    if (!filter.empty()) facts.excluded = choice_.excluded_codes;
+    if (sorted != definition.query) facts.order = choice_.sort + (choice_.descending ? ", descending" : "");
+    if (query != sorted) facts.excluded = choice_.excluded_codes;
     const Database database(services_.files.Resolve(DatasetPath()), DatasetPath(),
                             Database::Access::kReadOnly);
-    const std::size_t query_line = definition.query_line;
+    const std::string where = definition_path + ", line " + std::to_string(definition.query_line);
+    const bool changed = query != definition.query;
     try {
         return std::make_shared<const Report>(std::move(definition), std::move(facts), database, query);
     } catch (const Error& error) {
         if (error.number() != errors::kStore) throw;
-        throw error.With(definition_path + ", line " + std::to_string(query_line) + ": the query of '" +
-                         DatasetPath() + "' failed: " + error.description());
+        const std::string expected =
+            changed ? "; expected one ORDER BY, at the query's end, and no WHERE" : "";
+        throw Error(errors::kStore, where + ": the query failed: " + error.description() + expected);
     }
 }
 

@@ -154,7 +154,7 @@ TEST_F(FindInSampleTree, HasTheMatchesOfTheBatchProgram) {
         std::ostringstream err;
         EXPECT_EQ(RunBatchProgram({"--folder", folder_.path().string(), "find", "--preset",
                                    std::string(search.name), "--all", "--pace", "0"},
-                                  folder_.path(), false, out, err),
+                                  folder_.path(), false, out, err, {}),
                   0)
             << err.str();
         EXPECT_EQ(ResultsFile(), found) << search.name;

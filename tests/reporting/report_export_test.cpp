@@ -5,6 +5,8 @@
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdlib>
@@ -22,7 +24,7 @@
 namespace zorvel {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -484,6 +486,24 @@ TEST_F(InPlace, TheOlderFileStaysWhenTheReportFails) {
         throw Error(errors::kStore);
     });
     EXPECT_EQ(error.number(), errors::kStore);
+    ExpectOlder();
+}
+
+TEST_F(InPlace, AWriteProtectedFileStays) {
+    folder_.Write("Reports/out.csv", "older");
+    for (const auto& path : {folder_.path(), path_.parent_path()})
+        std::filesystem::permissions(path, std::filesystem::perms::all);
+    std::filesystem::permissions(path_, std::filesystem::perms{0444});
+    const pid_t child = fork();
+    if (child == 0) {
+        constexpr uid_t kNobody = 65534;
+        if (geteuid() == 0 && setuid(kNobody) != 0) _exit(1);  // nothing is protected from root
+        _exit(ErrorOf(WriteNew).number());
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), errors::kPermissionDenied);
     ExpectOlder();
 }
 

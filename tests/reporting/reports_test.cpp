@@ -165,6 +165,20 @@ TEST_F(ReportsTest, EachReportOfTheCatalogueIsPreparedInEachOfItsOrders) {
     EXPECT_THAT(folder_.ui.boxes, IsEmpty());
 }
 
+TEST_F(ReportsTest, AQueryWithoutOrderStaysAsItIsAndTheReportDoesNotClaimOtherwise) {
+    folder_.folder.Write("Reports/Zorvel_AppIssues.rpt",
+                         "title = \"t\"\nquery = \"SELECT IssueCode FROM Zorvel_Issues\"\n"
+                         "[[column]]\nfield = \"IssueCode\"\n");
+    display_.choose = [this](ReportChoice& choice) {
+        choice = {choice.caption, folder_.dataset, "Application Name", true, "'FILEBAK'", false};
+    };
+    EXPECT_EQ(Generate("Issue Summary"), ReportOutcome::kShown);
+    EXPECT_THAT(Values("IssueCode"),
+                testing::UnorderedElementsAre("FILEOLD", "FILEOLD", "FILEBAK", "NOSUCHRULE"));
+    EXPECT_EQ(display_.report->facts().order, "");
+    EXPECT_EQ(display_.report->facts().excluded, "");
+}
+
 TEST_F(ReportsTest, CaptureDetailsAsksNothingAndReportsOnTheMasterCatalogue) {
     EXPECT_EQ(Generate("Capture Details Summary"), ReportOutcome::kShown);
     EXPECT_EQ(display_.asked, 0);
@@ -217,7 +231,8 @@ TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
                  "Reports/Zorvel_AppIssues.rpt",
                  "title = \"t\"\nquery = \"SELECT x FROM nowhere ORDER BY x\"\n[[column]]\nfield = \"x\"\n");
          },
-         "Error No. -2147467259 (no such table: nowhere) has occurred in 'Report Launch'", "continuing..."},
+         "Zorvel_AppIssues.rpt, line 2: the query failed: no such table: nowhere; expected one ORDER BY",
+         "continuing..."},
         {"a missing dataset", [&] { folder_.dataset = "gone.mdb"; }, "Error No. -2147467259 (",
          "Report Launch"},
         {"a dataset that is none", [&] { folder_.dataset = "text.mdb"; },

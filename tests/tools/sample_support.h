@@ -35,7 +35,7 @@ class SampleFolder {
     int Run(const std::vector<std::string>& arguments) {
         std::ostringstream output;
         std::ostringstream errors;
-        const int status = RunBatchProgram(arguments, folder.path(), false, output, errors);
+        const int status = RunBatchProgram(arguments, folder.path(), false, output, errors, {});
         out = output.str();
         return status;
     }

@@ -1,0 +1,319 @@
+// zorvel-batch reports and report as a shell user meets them.
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include <csignal>
+#include <sstream>
+
+#include "batch/batch_program.h"
+#include "database/make_databases.h"
+#include "gui/headless_pdf.h"
+#include "support/program_folder.h"
+
+namespace zorvel {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+struct Result {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+// A program folder that holds the reports and, once Analyse was called, a dataset of three applications.
+class BatchReport : public testing::Test {
+  protected:
+    BatchReport() {
+        using namespace test;
+        FillProgramFolder(
+            folder_, LdifOrganization("S\xC3\xA9") +
+                         LdifApplication("Word", "o=S\xC3\xA9", "appCaption: Editor\nappIconOrder: 5000\n") +
+                         LdifApplication("Calc", "o=S\xC3\xA9", "appCaption: Sums\nappIconOrder: 9\n") +
+                         LdifApplication("Draw", "o=S\xC3\xA9", "appCaption: Art\nappIconOrder: 7\n"));
+        std::filesystem::remove(folder_.path() / "Databases/ZorvelMaster.mdb");
+        MakeDatabases(ZORVEL_SOURCE_DIR "/src/database/schema.sql", folder_.path() / "Empty_Zorvel.mdb",
+                      folder_.path() / "Databases/ZorvelMaster.mdb");
+        std::filesystem::copy(ZORVEL_SOURCE_DIR "/program/Reports", folder_.path() / "Reports");
+    }
+
+    Result Run(const std::vector<std::string>& arguments) const {
+        std::ostringstream out;
+        std::ostringstream err;
+        const int status =
+            RunBatchProgram(arguments, folder_.path(), false, out, err, WritePdfWithoutDisplay);
+        return {status, out.str(), err.str()};
+    }
+    // Makes a report, by default into the file "out.csv" of the folder.
+    Result Report(std::vector<std::string> arguments, const std::string& output = "out.csv") const {
+        arguments.insert(arguments.begin(), {"report", "--output", (folder_.path() / output).string()});
+        return Run(arguments);
+    }
+    // Makes the dataset, whose name it keeps, and beside it an older copy of it.
+    void Analyse() {
+        const Result analysis = Run({"analyse", "--all", "--pace", "0", "--import"});
+        ASSERT_EQ(analysis.status, 0) << analysis.err;
+        const std::string line = Run({"datasets"}).out;
+        dataset_ = line.substr(line.find("Zorvel_"), 23);
+        Sql("Databases/ZorvelMaster.mdb",
+            "INSERT INTO Zorvel_CaptureDetails (Captured, Tree, OU, Description, AppCount, DBName) VALUES "
+            "('2001-02-03 04:05:06', 'OLD_TREE', 'OLD', '', 1, 'Zorvel_OLD.MDB')");
+        std::filesystem::copy(folder_.path() / "Databases" / dataset_,
+                              folder_.path() / "Databases/Zorvel_OLD.MDB");
+        Sql("Databases/Zorvel_OLD.MDB", "UPDATE Zorvel_Apps SET AppCaption = 'Older ' || AppCaption");
+    }
+    void Sql(const std::string& file, const std::string& statement) const {
+        Database(folder_.path() / file, file).Execute(statement);
+    }
+    std::string Written() const { return folder_.Read("out.csv"); }
+    // The applications of the rows of "out.csv".
+    std::string Applications() const {
+        std::istringstream lines(Written());
+        std::string line;
+        std::getline(lines, line);
+        std::string names;
+        while (std::getline(lines, line))  // a row begins with the application's key
+            names += (line.front() == '1' ? "Word " : line.front() == '2' ? "Calc " : "Draw ");
+        return names;
+    }
+
+    test::TempFolder folder_;
+    std::string dataset_;
+};
+
+TEST_F(BatchReport, TheCaptionsComeALineEachInTheOrderOfTheMenu) {
+    const Result result = Run({"reports"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out,
+              "Issue Summary\nIssue Detail\nFIL File Details\nRegistry Details\nMacro Details\n"
+              "INI File Details\nAttribute Details\nRun Order Summary\nCapture Details Summary\n"
+              "Associations Summary\nAssociations by Application\nAssociations by User\n"
+              "Application 'Fingerprint' Summary\nApplication Flags Summary\n");
+}
+
+TEST_F(BatchReport, TheEndingDecidesTheFormat) {
+    Analyse();
+    const struct {
+        const char* name;
+        const char* beginning;
+    } kCases[] = {{"a.pdf", "%PDF-1."},
+                  {"b.html", "<!DOCTYPE html>"},
+                  {"c.csv",
+                   "\xEF\xBB\xBF"
+                   "AppUniqueRef,"},
+                  {"d.json", "{"},
+                  {"e.PDF", "%PDF-1."},
+                  {"f.b.Csv", "\xEF\xBB\xBF"}};
+    for (const auto& c : kCases) {
+        const Result result = Report({"run order summary"}, c.name);
+        EXPECT_EQ(result.status, 0) << c.name << result.err;
+        EXPECT_EQ(result.out + result.err, "");
+        EXPECT_THAT(folder_.Read(c.name), StartsWith(c.beginning)) << c.name;
+    }
+}
+
+TEST_F(BatchReport, OptionsChooseDatasetOrderAndIssues) {
+    Analyse();
+    const struct {
+        std::vector<std::string> arguments;
+        const char* applications;
+    } kCases[] = {
+        {{"Run Order Summary"}, "Draw Calc Word "},
+        {{"Run Order Summary", "--descending"}, "Word Calc Draw "},
+        {{"Run Order Summary", "--sort", "application NAME"}, "Calc Draw Word "},
+        {{"Run Order Summary", "--sort", "Application Name", "--descending"}, "Word Draw Calc "},
+        {{"Run Order Summary", "--sort", "Application Caption"}, "Draw Word Calc "},
+        {{"Issue Summary"}, "Draw Draw Draw Word Word Word Word Calc Calc Calc "},
+        {{"Issue Summary", "--exclude", "APPNODESC"}, "Draw Draw Word Word Word Calc Calc "},
+        {{"Issue Detail", "--exclude", "APPNODESC", "--exclude", "INVALIDRO"},
+         "Draw Draw Word Word Calc Calc "},
+    };
+    for (const auto& c : kCases) {
+        const Result result = Report(c.arguments);
+        EXPECT_EQ(result.status, 0) << testing::PrintToString(c.arguments) << result.err;
+        EXPECT_EQ(result.out + result.err, "");
+        EXPECT_EQ(Applications(), c.applications) << testing::PrintToString(c.arguments);
+    }
+    EXPECT_EQ(Report({"Run Order Summary", "--dataset", "zorvel_old.mdb"}).status, 0);
+    EXPECT_THAT(Written(), HasSubstr(",Calc,Older Sums,9,"));
+}
+
+TEST_F(BatchReport, AllIssuesAreLeftOutOnlyByAYes) {
+    Analyse();
+    std::vector<std::string> arguments{"Issue Detail"};
+    const Database empty(folder_.path() / "Empty_Zorvel.mdb", "Empty_Zorvel.mdb");
+    for (Rows rows = empty.Query("SELECT IssueCode FROM Zorvel_Resolutions"); rows.Next();)
+        arguments.insert(arguments.end(), {"--exclude", rows.Text("IssueCode")});
+    const char* const kWarning = "all issues have been disabled in the Advanced report options";
+
+    const Result no = Report(arguments);
+    EXPECT_EQ(no.status, 1);
+    EXPECT_THAT(no.err, HasSubstr(kWarning));
+    EXPECT_THAT(no.err, HasSubstr("zorvel-batch: nothing was reported\n"));
+    EXPECT_FALSE(folder_.Has("out.csv"));
+
+    arguments.insert(arguments.begin(),
+                     {"--yes", "report", "--output", (folder_.path() / "out.csv").string()});
+    const Result yes = Run(arguments);
+    EXPECT_EQ(yes.status, 0) << yes.err;
+    EXPECT_THAT(yes.err, HasSubstr(kWarning));
+    EXPECT_THAT(Written(), HasSubstr(",Target,Source\r\n"));
+    EXPECT_EQ(Applications(), "");
+}
+
+TEST_F(BatchReport, CaptureDetailsAreOfTheMasterCatalogueAndHaveNoOptions) {
+    Result result = Report({"Capture Details Summary"});  // of nothing, but a report
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(Applications(), "");
+    Analyse();
+    result = Report({"Capture Details Summary"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(Written(), HasSubstr(",Zorvel_OLD.MDB\r\n"));
+    EXPECT_THAT(Written(), HasSubstr(',' + dataset_ + "\r\n"));
+    for (const std::vector<std::string>& option : {std::vector<std::string>{"--dataset", dataset_},
+                                                   {"--sort", "Application Name"},
+                                                   {"--descending"},
+                                                   {"--exclude", "FILEOLD"}}) {
+        std::vector<std::string> arguments{"Capture Details Summary"};
+        arguments.insert(arguments.end(), option.begin(), option.end());
+        result = Report(arguments, "refused.csv");
+        EXPECT_EQ(result.status, 1) << option.front();
+        EXPECT_EQ(result.err, "zorvel-batch: 'Capture Details Summary' has no options\n");
+        EXPECT_FALSE(folder_.Has("refused.csv"));
+    }
+}
+
+TEST_F(BatchReport, AnotherDefinitionCanBeNamed) {
+    Analyse();
+    std::string definition = folder_.Read("Reports/Zorvel_AppRunOrderSummary.rpt");
+    definition.replace(definition.find("heading = \"Order\""), 17, "heading = \"Place\"");
+    folder_.Write("Reports/Own.rpt", definition);
+    const Result result = Report({"Run Order Summary", "--definition", "own.RPT", "--descending"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(Written(), HasSubstr(",Caption,Place,"));
+    EXPECT_EQ(Applications(), "Word Calc Draw ");
+}
+
+TEST_F(BatchReport, WhatCannotBeReportedFailsWithItsReasonAndTheOlderFileStays) {
+    folder_.Write("out.csv", "older");
+    const Result nothing = Report({"Issue Summary"});
+    EXPECT_EQ(nothing.status, 1);
+    EXPECT_THAT(nothing.err, HasSubstr("There are no recorded Zorvelled applications to report on"));
+    EXPECT_EQ(Written(), "older");
+    Analyse();
+
+    const std::string output = (folder_.path() / "out.csv").string();
+    const struct {
+        std::vector<std::string> arguments;
+        int status;
+        const char* reason;
+    } kCases[] = {
+        {{"Issue Summary"}, 2, "--output is required"},
+        {{"--output", output}, 2, "CAPTION is required"},
+        {{"Issue Summary", "--output", "report.txt"}, 2, "its name must end in .pdf, .html, .csv or .json"},
+        {{"Issue Summary", "--output", "pdf"}, 2, "its name must end in .pdf, .html, .csv or .json"},
+        {{"Issues", "--output", output}, 1, "there is no report 'Issues'"},
+        {{"Issue Summary", "--output", output, "--dataset", "Gone.mdb"}, 1, "there is no dataset 'Gone.mdb'"},
+        {{"Issue Summary", "--output", output, "--sort", "Caption"},
+         1,
+         "this report cannot be ordered by 'Caption', only by 'Application Name', 'Application Caption', "
+         "'Application Icon/Run Order'"},
+        {{"Macro Details", "--output", output, "--sort", "Application Icon/Run Order"},
+         1,
+         "only by 'Application Name', 'Application Caption'\n"},
+        {{"Application 'Fingerprint' Summary", "--output", output, "--sort", "Application Name"},
+         1,
+         "the order of this report is fixed"},
+        {{"Issue Detail", "--output", output, "--exclude", "FILEOLD", "--exclude", "FILENEW"},
+         1,
+         "there is no issue 'FILENEW'"},
+        {{"Issue Detail", "--output", output, "--exclude", "BP"}, 1, "there is no issue 'BP'"},
+        {{"Macro Details", "--output", output, "--exclude", "FILEOLD"},
+         1,
+         "this report has no issues to exclude"},
+        {{"Issue Summary", "--output", output, "--definition", "Gone.rpt"}, 1, "Gone.rpt: File not found"},
+        {{"Issue Summary", "--output", (folder_.path() / "Gone/out.csv").string()}, 1, "Path not found"},
+        {{"Issue Summary", "--output", (folder_.path() / "Gone/out.pdf").string()}, 1, "Path not found"},
+        {{"Issue Summary", "--output", output + "/out.json"}, 1, "out.csv/out.json: "},
+        {{"Issue Summary", "--output", (folder_.path() / "folder.html").string()}, 1, "folder.html: "},
+        {{"Issue Summary", "--output", "/sys/out.html"}, 1, "/sys/out.html: "},
+    };
+    std::filesystem::create_directory(folder_.path() / "folder.html");
+    for (const auto& c : kCases) {
+        std::vector<std::string> arguments{"report"};
+        arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+        const Result result = Run(arguments);
+        EXPECT_EQ(result.status, c.status) << testing::PrintToString(c.arguments) << result.err;
+        EXPECT_THAT(result.err, HasSubstr(c.reason)) << testing::PrintToString(c.arguments);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(Written(), "older");
+    }
+}
+
+TEST_F(BatchReport, BrokenFilesOfTheProgramAreToldAndTheOlderFileStays) {
+    Analyse();
+    folder_.Write("out.csv", "older");
+    folder_.Write("Reports/Zorvel_AppIssuesDetail.rpt", "title = 5\n");
+    std::filesystem::remove(folder_.path() / "Reports/Zorvel_AppIssues.rpt");
+    folder_.Write("Databases/Zorvel_OLD.MDB", "this is no database, however long it may be................");
+    const struct {
+        std::vector<std::string> arguments;
+        std::string reason;
+    } kCases[] = {
+        {{"Issue Summary"}, "Error No. 53 (File not found) has occurred in 'Report Launch'"},
+        {{"Issue Detail"}, "Zorvel_AppIssuesDetail.rpt, line 1: \"title\": expected a text in quotes"},
+        {{"Macro Details", "--dataset", "Zorvel_OLD.MDB"}, "file is not a database"},
+    };
+    for (const auto& c : kCases) {
+        const Result result = Report(c.arguments);
+        EXPECT_EQ(result.status, 1) << result.err;
+        EXPECT_THAT(result.err, HasSubstr(c.reason));
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(Written(), "older");
+    }
+}
+
+// While it lives, no file may grow beyond a limit.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+  private:
+    rlimit before_{};
+    void (*handler_)(int);
+};
+
+TEST_F(BatchReport, AFullDiskIsToldAndTheOlderFileStays) {
+    Analyse();
+    Sql("Databases/" + dataset_, "UPDATE Zorvel_AppDetails SET Data = hex(randomblob(20000))");
+    for (const std::string name : {"out.pdf", "out.html", "out.csv", "out.json"}) {
+        folder_.Write(name, "older");
+        std::filesystem::remove(folder_.path() / "Zorvel.log");
+        const auto full = [&] {
+            const FileSizeLimit limit(8000);
+            return Report({"Attribute Details"}, name);
+        }();
+        EXPECT_EQ(full.status, 1) << name;
+        EXPECT_EQ(full.err, "zorvel-batch: " + (folder_.path() / name).string() + ": Disk full\n");
+        EXPECT_EQ(folder_.Read(name), "older");
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.path()))
+            EXPECT_NE(entry.path().extension(), ".tmp");
+        EXPECT_EQ(Report({"Attribute Details"}, name).status, 0);
+        EXPECT_GT(folder_.Read(name).size(), 8000U);
+    }
+}
+
+}  // namespace
+}  // namespace zorvel
