@@ -11,6 +11,8 @@ struct ReportSize {
     std::int64_t rows = 1000;  // registry settings, the same number for each application
     std::int64_t applications = 100;
     std::int64_t containers = 10;
+
+    bool operator==(const ReportSize&) const = default;
 };
 
 // Adds applications and registry settings to a dataset that has none. Keys have 40 to 90 characters and up to

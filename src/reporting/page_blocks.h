@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,8 +31,8 @@ struct BlockCell {
 
 // Cells side by side, all with lines of one height.
 struct PageBlock {
-    std::vector<BlockCell> cells;
-    std::size_t cell_count = 0;  // in use; the others are kept for their memory
+    std::deque<BlockCell> cells;  // each stays where it is, as its text may lie in it
+    std::size_t cell_count = 0;   // in use; the others are kept for their memory
     std::size_t line_count = 0;
     double line_height = 0;
     double above = 0;  // room ahead of the first line

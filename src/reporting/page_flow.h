@@ -34,6 +34,8 @@ struct FlowPosition {
 
     // True for blocks that stand below the columns' headings.
     bool InTable() const;
+
+    bool operator==(const FlowPosition&) const = default;
 };
 
 // True when `left` comes ahead of `right`.

@@ -93,18 +93,27 @@ bool PageLayout::BreaksAhead(const FlowPosition& position, const Sheet& sheet) c
 double PageLayout::HeightWithNext(FlowPosition position) const {
     double height = 0;
     while (true) {
-        blocks_.Make(position, flow_.facts(), true, block_);
+        MakeBlock(position, true);
         if (position.kind == BlockKind::kRow || position.kind == BlockKind::kBar) {
-            block_.line_count = std::min(block_.line_count, kLinesWithHeading);
-            return height + block_.Height();
+            const std::size_t beyond = block_.line_count - std::min(block_.line_count, kLinesWithHeading);
+            return height + block_.Height() - static_cast<double>(beyond) * block_.line_height;
         }
         height += block_.Height();
         position = flow_.Next(position);
     }
 }
 
+void PageLayout::MakeBlock(const FlowPosition& position, bool first_on_page) const {
+    FlowPosition begin = position;
+    begin.line = 0;
+    if (begin == block_position_ && first_on_page == block_first_on_page_) return;
+    blocks_.Make(begin, flow_.facts(), first_on_page, block_);
+    block_position_ = begin;
+    block_first_on_page_ = first_on_page;
+}
+
 bool PageLayout::Place(FlowPosition& position, Sheet& sheet) const {
-    blocks_.Make(position, flow_.facts(), sheet.first_row, block_);
+    MakeBlock(position, sheet.first_row);
     const std::size_t left = block_.line_count - position.line;
     const double above = position.line == 0 ? block_.above : 0;
     const double room = sheet.bottom - sheet.top - above;
@@ -119,7 +128,7 @@ bool PageLayout::Place(FlowPosition& position, Sheet& sheet) const {
     }
     const bool ends = lines == left;
     const double height = above + static_cast<double>(lines) * block_.line_height + (ends ? block_.below : 0);
-    if (sheet.canvas != nullptr) DrawBlock(position.line, lines, height, above, sheet);
+    if (sheet.canvas != nullptr) DrawBlock(block_, position.line, lines, height, above, sheet);
     sheet.top += height;
     sheet.empty = false;
     if (position.kind == BlockKind::kRow) sheet.first_row = false;
@@ -131,26 +140,27 @@ bool PageLayout::Place(FlowPosition& position, Sheet& sheet) const {
     return ends;
 }
 
-void PageLayout::DrawBlock(std::size_t first, std::size_t count, double height, double above,
-                           const Sheet& sheet) const {
+void PageLayout::DrawBlock(const PageBlock& block, std::size_t first, std::size_t count, double height,
+                           double above, const Sheet& sheet) const {
     PageCanvas& canvas = *sheet.canvas;
-    if (block_.fill) {
-        canvas.Fill(block_.fill_x, sheet.top, blocks_.right() - block_.fill_x, height, *block_.fill);
+    if (block.fill) {
+        canvas.Fill(block.fill_x, sheet.top, blocks_.right() - block.fill_x, height, *block.fill);
     }
     const double top = sheet.top + above;
-    if (block_.bar_width > 0 && first == 0) {
-        const double gap = (1 - kBarHeight) / 2 * block_.line_height;
-        canvas.Fill(block_.bar_x, top + gap, block_.bar_width, block_.line_height * kBarHeight,
+    if (block.bar_width > 0 && first == 0) {
+        const double gap = (1 - kBarHeight) / 2 * block.line_height;
+        canvas.Fill(block.bar_x, top + gap, block.bar_width, block.line_height * kBarHeight,
                     PageColour::kBar);
     }
-    for (std::size_t i = 0; i < block_.cell_count; ++i) {
-        const BlockCell& cell = block_.cells[i];
+    for (std::size_t i = 0; i < block.cell_count; ++i) {
+        const BlockCell& cell = block.cells[i];
         for (std::size_t line = first; line < std::min(first + count, cell.lines.size()); ++line)
-            DrawLine(cell, line, top + static_cast<double>(line - first) * block_.line_height, canvas);
+            DrawLine(block, cell, line, top + static_cast<double>(line - first) * block.line_height, canvas);
     }
 }
 
-void PageLayout::DrawLine(const BlockCell& cell, std::size_t line, double top, PageCanvas& canvas) const {
+void PageLayout::DrawLine(const PageBlock& block, const BlockCell& cell, std::size_t line, double top,
+                          PageCanvas& canvas) const {
     const TextLine& part = cell.lines[line];
     if (part.begin == part.end) return;
     const FontFace& face = blocks_.Face(cell.bold);
@@ -162,7 +172,7 @@ void PageLayout::DrawLine(const BlockCell& cell, std::size_t line, double top, P
         text.x += cell.alignment == ColumnAlignment::kRight ? spare : spare / 2;
     }
     // Texts of different sizes in one line stand on one base line.
-    const double slack = block_.line_height - (face.ascent + face.descent) * cell.size;
+    const double slack = block.line_height - (face.ascent + face.descent) * cell.size;
     text.baseline = top + slack / 2 + face.ascent * cell.size;
     text.size = cell.size;
     text.bold = cell.bold;
@@ -187,10 +197,11 @@ void PageLayout::PlaceHeadings(const FlowPosition& position, Sheet& sheet) const
         const FlowPosition heading{.kind = BlockKind::kHeading, .row = groups[group].begin, .item = group};
         const bool at_hand = position.kind == BlockKind::kHeading && position.item == group;
         if (at_hand || !Precedes(heading, position)) continue;
-        blocks_.MakeRepeated(group, block_);
-        if (sheet.top + block_.Height() > sheet.bottom - sheet.body_height * kKeptTogether) return;
-        if (sheet.canvas != nullptr) DrawBlock(0, 1, block_.Height(), block_.above, sheet);
-        sheet.top += block_.Height();
+        blocks_.MakeRepeated(group, repeated_);
+        const double height = repeated_.Height();
+        if (sheet.top + height > sheet.bottom - sheet.body_height * kKeptTogether) return;
+        if (sheet.canvas != nullptr) DrawBlock(repeated_, 0, 1, height, repeated_.above, sheet);
+        sheet.top += height;
     }
 }
 

@@ -18,6 +18,12 @@ class PageLayout {
     // Lays the whole report out. Report and fonts must outlive the object.
     PageLayout(const Report& report, const ReportFonts& fonts);
 
+    PageLayout(const PageLayout&) = delete;
+    PageLayout& operator=(const PageLayout&) = delete;
+    PageLayout(PageLayout&&) = delete;
+    PageLayout& operator=(PageLayout&&) = delete;
+    ~PageLayout() = default;
+
     // At least 1.
     std::size_t page_count() const { return starts_.size(); }
     double page_width() const { return report_.definition().page.width; }    // points
@@ -53,13 +59,17 @@ class PageLayout {
     // True when the page should end ahead of a heading, so that it stays with what it is the heading of.
     bool BreaksAhead(const FlowPosition& position, const Sheet& sheet) const;
     double HeightWithNext(FlowPosition position) const;
+    // Makes the block that holds `position`, unless it is at hand: a value that goes on for many pages is
+    // broken into lines once.
+    void MakeBlock(const FlowPosition& position, bool first_on_page) const;
     // Places what fits of the block at `position`, which moves behind that; false when the page is full.
     bool Place(FlowPosition& position, Sheet& sheet) const;
     void PlaceHeadings(const FlowPosition& position, Sheet& sheet) const;
-    // Draws `count` lines of the block at hand, from line `first` on.
-    void DrawBlock(std::size_t first, std::size_t count, double height, double above,
+    // Draws `count` lines of a block, from line `first` on.
+    void DrawBlock(const PageBlock& block, std::size_t first, std::size_t count, double height, double above,
                    const Sheet& sheet) const;
-    void DrawLine(const BlockCell& cell, std::size_t line, double top, PageCanvas& canvas) const;
+    void DrawLine(const PageBlock& block, const BlockCell& cell, std::size_t line, double top,
+                  PageCanvas& canvas) const;
     void DrawColumnHeadings(double top, PageCanvas& canvas) const;
     // Draws what stands above and below the blocks of a page.
     void DrawFurniture(std::size_t page, PageCanvas& canvas) const;
@@ -73,7 +83,11 @@ class PageLayout {
     PageBlocks blocks_;
     PageFlow flow_;
     std::vector<FlowPosition> starts_;  // of each page
-    mutable PageBlock block_;           // the one at hand
+    // The block at hand, where it begins, and how it was made.
+    mutable PageBlock block_;
+    mutable FlowPosition block_position_;
+    mutable bool block_first_on_page_ = false;
+    mutable PageBlock repeated_;  // the heading of a group that goes on
 };
 
 }  // namespace zorvel
