@@ -178,6 +178,7 @@ TEST_F(ReportMenu, AMissingDefinitionIsToldAndTheProgramGoesOn) {
     EXPECT_EQ(boxes_.size(), 1U);
     EXPECT_THAT(LogText(), HasSubstr("WARNING: Unexpected error # 53 (File not found) occurred in Report "
                                      "Launch - continuing..."));
+    EXPECT_THAT(Windows(), IsEmpty()) << "gone with the main window";
 }
 
 }  // namespace
