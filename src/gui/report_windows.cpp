@@ -25,7 +25,11 @@ ReportWindows::ReportWindows(MainController& controller, QMenu& menu, QWidget& w
     }
 }
 
-ReportWindows::~ReportWindows() = default;
+// The main window can go without having been closed, and takes along what the report windows use.
+ReportWindows::~ReportWindows() {
+    for (const QPointer<frmReport>& window : std::as_const(windows_))
+        delete window.data();
+}
 
 bool ReportWindows::CloseAll() {
     bool closed = true;

@@ -25,6 +25,11 @@ class ReportWindows final : public ReportDisplay {
 
     // Fills `menu` with the reports. Dialogs belong to `window`.
     ReportWindows(MainController& controller, QMenu& menu, QWidget& window, const Run& run);
+    ReportWindows(const ReportWindows&) = delete;
+    ReportWindows& operator=(const ReportWindows&) = delete;
+    ReportWindows(ReportWindows&&) = delete;
+    ReportWindows& operator=(ReportWindows&&) = delete;
+    // Deletes the report windows that are open.
     ~ReportWindows() override;
 
     // Closes all report windows. False when one stays open, because it is saving or printing.

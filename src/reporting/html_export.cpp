@@ -55,7 +55,7 @@ class HtmlPage {
         WriteCharts();
         WriteBar();
         Put("<main id=\"report\">\n");
-        if (rows_.size() == 0) PutElement("p", "There are no rows to show.");
+        if (rows_.size() == 0) PutElement("p", kNothingToReport);
         if (definition_.groups.empty()) WriteRows(0, rows_.size(), "aria-label=\"Rows\"");
         WriteGroups();
         Put("</main>\n");

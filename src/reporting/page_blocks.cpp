@@ -89,7 +89,7 @@ void PageBlocks::Make(const FlowPosition& position, const std::vector<FactLine>&
             return MakeRow(position.row, first_on_page, block);
         case BlockKind::kNothing:
             block.above = kNothingAbove;
-            return MakeText("There is nothing to report.", block);
+            return MakeText(kNothingToReport, block);
         case BlockKind::kTotals:
             return MakeTotals(block);
         case BlockKind::kEnd:

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "reporting/report_definition.h"
@@ -28,6 +29,9 @@ struct FactLine {
     std::string name;
     std::string value;
 };
+
+// What a report without rows says.
+inline constexpr std::string_view kNothingToReport = "There is nothing to report.";
 
 class Report {
   public:

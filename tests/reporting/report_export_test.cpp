@@ -368,7 +368,7 @@ TEST_F(ReportExport, ReportsWithoutRowsAreWholeFiles) {
     EXPECT_EQ(json["totals"]["Settings"].text, "0");
     const std::string page = Written(WriteHtml, kGroups);
     EXPECT_EQ(test::NestingFault(page), "");
-    EXPECT_THAT(page, HasSubstr("<p>There are no rows to show.</p>"));
+    EXPECT_THAT(page, HasSubstr("<p>There is nothing to report.</p>"));
 }
 
 // The browser runs the script only if the page names its hash; sha256sum is of every system.

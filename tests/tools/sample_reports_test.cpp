@@ -175,6 +175,12 @@ class SampleReports : public ::testing::Test {
             }
         }
         std::filesystem::copy(Shipped("Reports"), folder_->folder.path() / "Reports");
+        // What the tree does not have: an issue in two kinds of entries, applications of one caption and
+        // order.
+        folder_->Fill(
+            "INSERT INTO Zorvel_Issues SELECT AppUniqueRef, 'Elsewhere', TargetFile, SourceFile, IssueCode "
+            "FROM Zorvel_Issues WHERE IssueCode = 'FILEPORTABLE';"
+            "UPDATE Zorvel_Apps SET AppCaption = 'Alike', AppIconOrder = NULL WHERE AppUniqueRef % 4 = 0");
         folder_->master->ExecuteScript(
             "INSERT INTO Zorvel_CaptureDetails (Captured, Tree, DBName) VALUES "
             "('2026-11-17 01:00:00', 'LAB_TREE', 'b'), ('2026-11-18 01:00:00', 'CORP_TREE', 'c'), "
