@@ -189,6 +189,22 @@ TEST_F(PageLayoutTest, ValuesOfAnyLengthAndContentComeOutWhole) {
     }
 }
 
+TEST_F(PageLayoutTest, APageIsTheSameWhateverWasDrawnBefore) {
+    for (int i = 0; i < 3; ++i) {
+        Add("A", "short\t" + std::to_string(i));
+        Add("A", std::string(20'000, static_cast<char>('x' + i)) + "\tend");
+    }
+    LayOut();
+    ASSERT_GT(layout_->page_count(), 6U);
+    std::vector<std::vector<std::string>> forwards;
+    for (std::size_t page = 0; page < layout_->page_count(); ++page)
+        forwards.push_back(Page(page).Texts());
+    for (std::size_t page = layout_->page_count(); page-- > 0;) {
+        EXPECT_EQ(Page(page).Texts(), forwards[page]) << page;
+        EXPECT_EQ(Page(page).Texts(), forwards[page]) << page;
+    }
+}
+
 TEST_F(PageLayoutTest, AHeadingIsNeverTheLastOfItsPage) {
     for (int i = 0; i < 200; ++i)
         Add("group " + std::to_string(i), "value\nof\ntwo lines or more");
