@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "reporting/report_fixture.h"
@@ -78,14 +79,16 @@ count = true
 
 class PageLayoutTest : public testing::Test {
   protected:
-    void Add(const std::string& attribute, const std::string& data) {
-        static_cast<void>(folder_.master);
-        Database database = folder_.Open(folder_.dataset);
-        const std::string number = std::to_string(++added_);
-        const std::vector<std::string> values{number, attribute, data};
-        database.Prepare("INSERT INTO Zorvel_AppDetails VALUES (?1, ?2, ?3)").Execute(values);
-    }
+    void Add(const std::string& attribute, const std::string& data) { added_.push_back({attribute, data}); }
     void LayOut(const std::string& definition = kDefinition) {
+        Database database = folder_.Open(folder_.dataset);
+        database.Begin();
+        Command insert = database.Prepare("INSERT INTO Zorvel_AppDetails VALUES (?1, ?2, ?3)");
+        for (std::size_t row = 0; row < added_.size(); ++row) {
+            const std::vector<std::string> values{std::to_string(row), added_[row].first, added_[row].second};
+            insert.Execute(values);
+        }
+        database.Complete();
         ReportFacts facts;
         facts.dataset = folder_.dataset;
         facts.tree = "CORP_TREE";
@@ -118,7 +121,7 @@ class PageLayoutTest : public testing::Test {
     std::string comment_ = "a comment";
     std::shared_ptr<const Report> report_;
     std::unique_ptr<PageLayout> layout_;
-    int added_ = 0;
+    std::vector<std::pair<std::string, std::string>> added_;  // attribute and data
 };
 
 TEST_F(PageLayoutTest, OnePageShowsFactsHeadingsRowsAndTotals) {
