@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -124,6 +125,33 @@ TEST(ReportDefinition, TextsAreOfTheCodePageAndPagesInPoints) {
     for (const TextTemplate::Piece& piece : definition.groups[0].heading.pieces)
         pieces += (piece.is_field ? "<" : "") + piece.text + (piece.is_field ? ">" : "");
     EXPECT_EQ(pieces, "<a>, <b>!");
+}
+
+// Only errors that name the file come of a file that is cut short or damaged.
+TEST(ReportDefinition, DamagedFilesAreReadOrRefused) {
+    std::ostringstream whole;
+    whole
+        << std::ifstream(ZORVEL_SOURCE_DIR "/program/Reports/Zorvel_AppIssues.rpt", std::ios::binary).rdbuf();
+    const std::string text = whole.str();
+    std::size_t refused = 0;
+    const auto read = [&refused](const std::string& damaged) {
+        try {
+            ParseReportDefinition(damaged, "x.rpt");
+        } catch (const Error& error) {
+            EXPECT_THAT(error.description(), testing::StartsWith("x.rpt, line "));
+            ++refused;
+        }
+    };
+    for (std::size_t length = 0; length < text.size(); ++length)
+        read(text.substr(0, length));
+    EXPECT_GT(refused, text.size() / 4);
+    std::minstd_rand random(7);  // NOLINT(bugprone-random-generator-seed): the same damage each time
+    for (int round = 0; round < 2'000; ++round) {
+        std::string damaged = text;
+        for (int i = 0; i < 3; ++i)
+            damaged[random() % damaged.size()] = static_cast<char>(random() & 0xFFU);
+        read(damaged);
+    }
 }
 
 // The delivered definition files, each over an empty dataset.
