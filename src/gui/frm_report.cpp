@@ -1,5 +1,6 @@
 #include "gui/frm_report.h"
 
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QFile>
@@ -7,6 +8,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPrintDialog>
 #include <QProgressDialog>
 #include <QSignalBlocker>
@@ -18,6 +20,7 @@
 
 #include "gui/hourglass.h"
 #include "gui/qt_text.h"
+#include "gui/report_copy.h"
 #include "gui/report_print.h"
 #include "gui/roomy_delegate.h"
 #include "reporting/report_export.h"
@@ -152,6 +155,8 @@ void frmReport::ConnectActions() {
     on(ui_->actFitWidth, [&view] { view.SetFit(ReportView::Fit::kWidth); });
     on(ui_->actFitPage, [&view] { view.SetFit(ReportView::Fit::kPage); });
     on(ui_->actClose, [this] { close(); });
+    on(ui_->actCopy, [this] { CopyFound(); });
+    connect(&view, &QWidget::customContextMenuRequested, this, &frmReport::ShowCopyMenu);
 }
 
 void frmReport::FillTree() {
@@ -236,6 +241,25 @@ void frmReport::Handle(const std::function<void()>& operation) {
 void frmReport::closeEvent(QCloseEvent* event) {
     // What is under way works on the report.
     event->setAccepted(!operating_);
+}
+
+void frmReport::ShowCopyMenu(QPoint point) {
+    const ReportView& view = *ui_->viewReport;
+    const std::optional<TextPlace> place = view.PlaceAt(point);
+    if (!place) return;
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto add = [menu](const char* name, const QString& text) {
+        menu->addAction(name, menu, [text] { QGuiApplication::clipboard()->setText(text); });
+    };
+    add("Copy &Value", ValueText(*report_, *place));
+    if (place->kind == TextPlace::Kind::kCell) add("Copy &Row", RowText(*report_, place->index));
+    menu->popup(view.viewport()->mapToGlobal(point));
+}
+
+void frmReport::CopyFound() {
+    const std::optional<MarkedText>& mark = ui_->viewReport->mark();
+    if (mark) QGuiApplication::clipboard()->setText(ValueText(*report_, mark->place));
 }
 
 void frmReport::Save() {

@@ -51,6 +51,10 @@ class frmReport final : public QMainWindow {
     void ShowZoom();
     // Selects the group that is on the page in the tree, as far as the tree is open.
     void FollowPage();
+    // Offers to copy what stands at a point of the view.
+    void ShowCopyMenu(QPoint point);
+    // Copies the value that the search found last.
+    void CopyFound();
     void Save();
     void Write(const std::filesystem::path& path, std::string_view suffix);
     void Print();

@@ -41,6 +41,7 @@ class TextReader final : public PageCanvas {
 ReportView::ReportView(QWidget* parent) : QAbstractScrollArea(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setContextMenuPolicy(Qt::CustomContextMenu);
     viewport()->setCursor(Qt::OpenHandCursor);
 }
 
@@ -344,6 +345,18 @@ std::optional<std::pair<std::size_t, QRectF>> ReportView::Locate(const MarkedTex
         if (area) return std::pair(page, *area);
     }
     return {};
+}
+
+std::optional<TextPlace> ReportView::PlaceAt(QPoint point) const {
+    const PagePoint at = PointAt(point);
+    std::optional<TextPlace> place;
+    LookFor(at.page, [&](const PageText& text) {
+        if (text.place.kind == TextPlace::Kind::kFurniture) return false;
+        const auto area = MarkedArea(text, {text.place, text.text.size()}, fonts_->metrics());
+        if (area && area->contains(at.point)) place = text.place;
+        return place.has_value();
+    });
+    return place;
 }
 
 TextPlace ReportView::PlaceInSight() const {

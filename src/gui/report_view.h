@@ -53,6 +53,9 @@ class ReportView final : public QAbstractScrollArea, public FindTarget {
     // Where that is drawn on the viewport; nothing when it is on no page in sight.
     std::optional<QRectF> MarkRect() const;
 
+    // What stands at a point of the viewport; nothing where there is no value, heading or note.
+    std::optional<TextPlace> PlaceAt(QPoint point) const;
+
     // FindTarget
     FindResult Find(const QString& needle, bool match_case, FindStart start) override;
     std::size_t CountMatches(const QString& needle, bool match_case) const override;

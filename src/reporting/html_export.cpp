@@ -226,7 +226,9 @@ class HtmlPage {
     void WriteGroupHeading(std::size_t group) {
         const std::size_t level = rows_.groups()[group].level;
         const std::string heading = 'h' + std::to_string(std::min(kFirstHeading + level, kLastHeading));
-        Put(level == 0 ? "<details class=\"outer\" open>" : "<details open>");
+        Put(level == 0 ? "<details class=\"outer\"" : "<details");
+        const bool new_page = definition_.groups[level].new_page && rows_.groups()[group].begin > 0;
+        Put(new_page ? " style=\"break-before: page\" open>" : " open>");
         Put("<summary><" + heading + " id=\"g" + std::to_string(group) + "\">");
         PutText(report_.Heading(group));
         Put("</" + heading + '>');

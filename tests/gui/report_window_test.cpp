@@ -3,10 +3,13 @@
 #include <sys/resource.h>
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
 #include <QProcess>
@@ -375,6 +378,29 @@ TEST_F(ReportWindow, FindsFromThePageThatIsShown) {
     Search("data");
     EXPECT_THAT(Mark(), testing::MatchesRegex("cell 4[5-7][0-9].1@0 data"));
     EXPECT_EQ(static_cast<int>(view().page()) + 1, LastPage());
+}
+
+TEST_F(ReportWindow, CopiesWhatWasFoundAndWhatStandsUnderThePointer) {
+    Open(MakeReport());
+    Search("caf");
+    view().setFocus();
+    QGuiApplication::clipboard()->clear();
+    Press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QString::fromUtf8("the Caf\xC3\xA9 here"));
+
+    const struct {
+        Qt::Key entry;
+        const char* copied;
+    } kCases[] = {{Qt::Key_V, "the Caf\xC3\xA9 here"}, {Qt::Key_R, "Key\\5\tthe Caf\xC3\xA9 here\t100"}};
+    for (const auto& c : kCases) {
+        Q_EMIT view().customContextMenuRequested(view().MarkRect()->center().toPoint());
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        QTest::keyClick(menu, c.entry);
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), QString::fromUtf8(c.copied));
+    }
+    Q_EMIT view().customContextMenuRequested(QPoint(1, 1));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
 TEST_F(ReportWindow, JumpsToGroupsAndFollowsThePages) {
