@@ -12,6 +12,10 @@
 
 namespace zorvel {
 
+// The template that datasets are made from, in the program folder, and the master catalogue, in Databases.
+inline constexpr std::string_view kTemplateFile = "Empty_Zorvel.mdb";
+inline constexpr std::string_view kMasterCatalogueFile = "ZorvelMaster.mdb";
+
 // A row of Zorvel_CaptureDetails.
 struct CatalogueRow {
     std::string

@@ -11,7 +11,6 @@
 namespace zorvel {
 namespace {
 
-constexpr std::string_view kTemplateFile = "Empty_Zorvel.mdb";
 constexpr int kBarMaximum = 8;
 constexpr std::int64_t kStatusInterval = 100;
 

@@ -10,7 +10,6 @@
 namespace zorvel {
 namespace {
 
-constexpr std::string_view kTemplateFile = "Empty_Zorvel.mdb";
 constexpr std::string_view kShut = "Advanced >>";
 constexpr std::string_view kOpen = "Advanced <<";
 

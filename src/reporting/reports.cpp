@@ -11,11 +11,6 @@
 #include "shell/report_error.h"
 
 namespace zorvel {
-namespace {
-
-constexpr std::string_view kMasterCatalogue = "ZorvelMaster.mdb";
-
-}  // namespace
 
 Reports::Reports(Services& services, const Catalogue& catalogue, ReportChoice& choice, ReportDisplay& display)
     : services_(services), catalogue_(catalogue), choice_(choice), display_(display) {}
@@ -33,7 +28,7 @@ ReportOutcome Reports::Generate(std::string_view caption, std::string_view defin
         if (report == nullptr) throw Error(errors::kSubscript);
         choice_.caption = caption;
         if (caption == kCaptureDetailsReport) {
-            choice_.dataset = kMasterCatalogue;
+            choice_.dataset = kMasterCatalogueFile;
         } else {
             display_.ShowReportOptions(choice_);
             if (choice_.cancelled) return ReportOutcome::kCancelled;

@@ -1,6 +1,7 @@
 // The start-up sequence of the main controller. Its steps are numbered for error reports.
 #include <algorithm>
 
+#include "database/catalogue.h"
 #include "shell/formats.h"
 #include "shell/main_controller.h"
 #include "shell/report_error.h"
@@ -153,7 +154,7 @@ void MainController::ListTrees() {
 
 void MainController::OpenMasterCatalogue() {
     log_.WriteLog("Connecting to Master DB...");
-    const std::string path = files_.Path("Databases\\ZorvelMaster.mdb");
+    const std::string path = files_.Path("Databases\\" + std::string(kMasterCatalogueFile));
     session_.MasterConnection.emplace(files_.Resolve(path), path);
     log_.WriteLog("Master DB was opened ok...");
 }
