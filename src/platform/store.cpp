@@ -310,8 +310,10 @@ std::string Rows::Text(const std::string& column) const {
 
 std::vector<std::string> Rows::Columns() const {
     return Guarded(connection_->name(), [&] {
+        const int count = statement_->getColumnCount();
         std::vector<std::string> names;
-        for (int i = 0; i < statement_->getColumnCount(); ++i)
+        names.reserve(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i)
             names.push_back(FromUtf8(statement_->getColumnName(i)));
         return names;
     });

@@ -131,6 +131,7 @@ std::size_t ReportRows::FieldNumber(const std::string& name, std::size_t line) c
 std::vector<std::size_t> ReportRows::FieldNumbers(const std::vector<std::string>& names,
                                                   std::size_t line) const {
     std::vector<std::size_t> numbers;
+    numbers.reserve(names.size());
     for (const std::string& name : names)
         numbers.push_back(FieldNumber(name, line));
     return numbers;

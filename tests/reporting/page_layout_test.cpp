@@ -17,7 +17,6 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 // Keeps what is drawn, and says where it leaves the page.
 class NotingCanvas final : public PageCanvas {
