@@ -3,6 +3,7 @@
 #include <QSignalBlocker>
 
 #include "gui/qt_text.h"
+#include "gui/show_summary.h"
 #include "ui_frm_db_maint.h"
 
 namespace zorvel {
@@ -44,13 +45,7 @@ void frmDBMaint::ShowList() {
 }
 
 void frmDBMaint::ShowSummary() {
-    const DatasetSummary& summary = maintenance_.summary;
-    ui_->labData_0->setText(ToQString(summary.captured));
-    ui_->labData_1->setText(ToQString(summary.tree));
-    ui_->labData_2->setText(ToQString(summary.container));
-    ui_->labData_3->setText(ToQString(summary.applications));
-    ui_->labData_4->setText(ToQString(summary.issues));
-    ui_->txtComments->setPlainText(ToQString(summary.comments));
+    ShowSummaryIn(*ui_, maintenance_.summary);
 }
 
 }  // namespace zorvel

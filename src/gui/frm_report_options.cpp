@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "gui/qt_text.h"
+#include "gui/show_summary.h"
 #include "ui_frm_report_options.h"
 
 namespace zorvel {
@@ -67,13 +68,7 @@ void frmReportOptions::ShowOptions() {
 }
 
 void frmReportOptions::ShowSummary() {
-    const DatasetSummary& summary = options_.summary;
-    ui_->labData_0->setText(ToQString(summary.captured));
-    ui_->labData_1->setText(ToQString(summary.tree));
-    ui_->labData_2->setText(ToQString(summary.container));
-    ui_->labData_3->setText(ToQString(summary.applications));
-    ui_->labData_4->setText(ToQString(summary.issues));
-    ui_->txtComments->setPlainText(ToQString(summary.comments));
+    ShowSummaryIn(*ui_, options_.summary);
 }
 
 void frmReportOptions::MakeTree() {
