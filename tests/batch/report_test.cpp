@@ -1,13 +1,12 @@
 // zorvel-batch reports and report as a shell user meets them.
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 
-#include <csignal>
 #include <sstream>
 
 #include "batch/batch_program.h"
 #include "database/make_databases.h"
 #include "gui/headless_pdf.h"
+#include "support/file_size_limit.h"
 #include "support/program_folder.h"
 
 namespace zorvel {
@@ -274,26 +273,6 @@ TEST_F(BatchReport, BrokenFilesOfTheProgramAreToldAndTheOlderFileStays) {
     }
 }
 
-// While it lives, no file may grow beyond a limit.
-class FileSizeLimit {
-  public:
-    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{bytes, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-  private:
-    rlimit before_{};
-    void (*handler_)(int);
-};
-
 TEST_F(BatchReport, AFullDiskIsToldAndTheOlderFileStays) {
     Analyse();
     Sql("Databases/" + dataset_, "UPDATE Zorvel_AppDetails SET Data = hex(randomblob(20000))");
@@ -301,7 +280,7 @@ TEST_F(BatchReport, AFullDiskIsToldAndTheOlderFileStays) {
         folder_.Write(name, "older");
         std::filesystem::remove(folder_.path() / "Zorvel.log");
         const auto full = [&] {
-            const FileSizeLimit limit(8000);
+            const test::FileSizeLimit limit(8000);
             return Report({"Attribute Details"}, name);
         }();
         EXPECT_EQ(full.status, 1) << name;

@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,6 +12,7 @@
 
 #include "database/dataset_folder.h"
 #include "import_data.h"
+#include "support/file_size_limit.h"
 
 namespace zorvel {
 namespace {
@@ -282,9 +282,7 @@ TEST(KilledImport, EndsWithItsMessageWhenTheFileCannotGrow) {
     tools::WriteImportData(folder.files, {.rows = 20'000, .applications = 60});
     folder.master.reset();
     InAChild([&] {
-        signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{600'000, 600'000};
-        setrlimit(RLIMIT_FSIZE, &limit);
+        const test::FileSizeLimit limit(600'000);
         folder.master.emplace(folder.Open("ZorvelMaster.mdb"));
         folder.catalogue.emplace(*folder.master);
         folder.RunImport();

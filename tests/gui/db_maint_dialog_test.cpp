@@ -2,17 +2,14 @@
 #include <gmock/gmock.h>
 
 #include <QGroupBox>
-#include <QLabel>
 #include <QListWidget>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "database/dataset_folder.h"
-#include "gui/controls.h"
+#include "gui/dataset_dialog.h"
 #include "gui/frm_db_maint.h"
 
 namespace zorvel {
@@ -27,14 +24,7 @@ class DBMaintDialog : public testing::Test {
   protected:
     // A dataset of the `day`th November with its file.
     void Add(int day, const std::string& comment) {
-        CatalogueRow row;
-        row.Captured = std::to_string(day) + "/11/2026 08:00:00";
-        row.Tree = "TREE_" + std::to_string(day);
-        row.OU = "APPS & all.SITE";
-        row.Description = comment;
-        row.AppCount = 1234;
-        row.DBName = DatasetName(row.Captured);
-        folder_.catalogue->Add(row);
+        folder_.catalogue->Add(test::DatasetOfDay(day, comment));
         folder_.files.Copy(folder_.files.Path("Empty_Zorvel.mdb"), File(day));
     }
     std::string File(int day) const {
@@ -52,14 +42,7 @@ class DBMaintDialog : public testing::Test {
         folder_.ui.answers = {answer};
         QTest::mouseClick(&Control<QPushButton>(*window_, button), Qt::LeftButton);
     }
-    // The labels of the summary and the comments.
-    std::vector<std::string> Summary() {
-        std::vector<std::string> texts;
-        for (const char* name : {"labData_0", "labData_1", "labData_2", "labData_3", "labData_4"})
-            texts.push_back(Control<QLabel>(*window_, name).text().toStdString());
-        texts.push_back(Control<QPlainTextEdit>(*window_, "txtComments").toPlainText().toStdString());
-        return texts;
-    }
+    std::vector<std::string> Summary() { return test::SummaryShown(*window_); }
 
     test::DatasetFolder folder_;
     DatabaseMaintenance maintenance_{folder_.services, *folder_.catalogue};

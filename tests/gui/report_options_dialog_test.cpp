@@ -4,9 +4,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
 #include <QListWidget>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -17,8 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "database/dataset_folder.h"
-#include "gui/controls.h"
+#include "gui/dataset_dialog.h"
 #include "gui/frm_report_options.h"
 #include "platform/error.h"
 
@@ -36,14 +33,7 @@ using testing::StartsWith;
 class ReportOptionsDialog : public testing::Test {
   protected:
     void Add(int day, const std::string& comment) {
-        CatalogueRow row;
-        row.Captured = std::to_string(day) + "/11/2026 08:00:00";
-        row.Tree = "TREE_" + std::to_string(day);
-        row.OU = "APPS & all.SITE";
-        row.Description = comment;
-        row.AppCount = 1234;
-        row.DBName = DatasetName(row.Captured);
-        folder_.catalogue->Add(row);
+        folder_.catalogue->Add(test::DatasetOfDay(day, comment));
     }
     frmReportOptions& Opened(const std::string& caption) {
         choice_.caption = caption;
@@ -85,13 +75,7 @@ class ReportOptionsDialog : public testing::Test {
             marks.push_back(Mark(*Tree().topLevelItem(i)));
         return marks;
     }
-    std::vector<std::string> Summary() {
-        std::vector<std::string> texts;
-        for (const char* name : {"labData_0", "labData_1", "labData_2", "labData_3", "labData_4"})
-            texts.push_back(Get<QLabel>(name).text().toStdString());
-        texts.push_back(Get<QPlainTextEdit>("txtComments").toPlainText().toStdString());
-        return texts;
-    }
+    std::vector<std::string> Summary() { return test::SummaryShown(*window_); }
 
     test::DatasetFolder folder_;
     ReportChoice choice_;

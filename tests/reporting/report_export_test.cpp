@@ -2,8 +2,6 @@
 #include "reporting/report_export.h"
 
 #include <gmock/gmock.h>
-#include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,6 +17,7 @@
 #include "platform/error.h"
 #include "reporting/export_readers.h"
 #include "reporting/html_page.h"
+#include "support/file_size_limit.h"
 #include "support/temp_folder.h"
 
 namespace zorvel {
@@ -453,23 +452,9 @@ TEST_F(InPlace, ALinkStaysAndItsFileIsReplaced) {
 
 TEST_F(InPlace, TheOlderFileStaysWhenTheDiskIsFull) {
     folder_.Write("Reports/out.csv", "older");
-    struct Limit {
-        Limit() {
-            getrlimit(RLIMIT_FSIZE, &before);
-            const rlimit limit{1000, before.rlim_max};
-            handler = signal(SIGXFSZ, SIG_IGN);
-            setrlimit(RLIMIT_FSIZE, &limit);
-        }
-        ~Limit() {
-            setrlimit(RLIMIT_FSIZE, &before);
-            signal(SIGXFSZ, handler);
-        }
-        rlimit before{};
-        void (*handler)(int) = nullptr;
-    };
     Error error(0);
     {
-        const Limit limit;
+        const test::FileSizeLimit limit(1000);
         error = ErrorOf([](OutputFile& file) { file.Write(std::string(5000, 'x')); });
     }
     EXPECT_EQ(error.number(), errors::kDiskFull);
