@@ -46,7 +46,7 @@ constexpr std::array<FileKind, 4> kFileKinds{{{"pdf", "PDF document (*.pdf)"},
                                               {"json", "JSON (*.json)"}}};
 
 std::string Counted(std::size_t number, const char* one, const char* many) {
-    return GroupedOrZero(static_cast<std::int64_t>(number)) + (number == 1 ? one : many);
+    return GroupedCount(number) + (number == 1 ? one : many);
 }
 
 // The suffix of a file kind; null for one that is none.
@@ -120,7 +120,7 @@ void frmReport::AddPageBox() {
     page_box_->setButtonSymbols(QAbstractSpinBox::NoButtons);
     page_box_->setAlignment(Qt::AlignCenter);
     page_box_->setRange(1, static_cast<int>(layout_.page_count()));
-    page_box_->setSuffix(ToQString(" of " + GroupedOrZero(static_cast<std::int64_t>(layout_.page_count()))));
+    page_box_->setSuffix(ToQString(" of " + GroupedCount(layout_.page_count())));
     ui_->barTools->insertWidget(ui_->actNext, page_box_);
     ReportView& view = *ui_->viewReport;
     connect(page_box_, &QSpinBox::valueChanged, this,
@@ -333,8 +333,8 @@ bool frmReport::WithProgress(const QString& text, const std::function<bool(const
         if (done != 0 && since_last.elapsed() < kProgressInterval) return true;
         since_last.restart();
         window.setMaximum(static_cast<int>(pages));
-        window.setLabelText(text + ToQString(" page " + GroupedOrZero(static_cast<std::int64_t>(done) + 1) +
-                                             " of " + GroupedOrZero(static_cast<std::int64_t>(pages))));
+        window.setLabelText(text +
+                            ToQString(" page " + GroupedCount(done + 1) + " of " + GroupedCount(pages)));
         window.setValue(static_cast<int>(done));  // lets pending events run
         return !window.wasCanceled();
     });
