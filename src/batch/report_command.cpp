@@ -38,7 +38,9 @@ class ReportCommand final : public BatchCommand {
             "--sort", sort_,
             "\"Application Name\", \"Application Caption\" or \"Application Icon/Run Order\"");
         command->add_flag("--descending", request_.descending, "The other way round within each container");
-        command->add_option("--exclude", excluded_, "An issue code to leave out; may be repeated");
+        // One code each time: what follows it may be the caption.
+        command->add_option("--exclude", excluded_, "An issue code to leave out; may be repeated")
+            ->allow_extra_args(false);
         command->add_option("--definition", definition_,
                             "Another definition file of Reports than the report's own");
         return command;

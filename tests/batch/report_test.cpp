@@ -128,6 +128,8 @@ TEST_F(BatchReport, OptionsChooseDatasetOrderAndIssues) {
         {{"Issue Summary", "--exclude", "APPNODESC"}, "Draw Draw Word Word Word Calc Calc "},
         {{"Issue Detail", "--exclude", "APPNODESC", "--exclude", "INVALIDRO"},
          "Draw Draw Word Word Calc Calc "},
+        {{"--exclude", "APPNODESC", "--exclude", "INVALIDRO", "Issue Detail"},
+         "Draw Draw Word Word Calc Calc "},
     };
     for (const auto& c : kCases) {
         const Result result = Report(c.arguments);
