@@ -53,6 +53,16 @@ TEST_F(Batch, TreesAndContainersComeALineEach) {
     EXPECT_EQ(result.err, "");
 }
 
+TEST_F(Batch, NoNameCommandsTheTerminalOrBreaksALine) {
+    folder_.Write("Trees/T1.ldif", "dn: o=A\\1B[2JB\\09C\\0AD\nobjectClass: organization\n");
+    EXPECT_EQ(Run({"containers"}).out, "NDS:\\\\T1\\[Root]\t0\nNDS:\\\\T1\\A [2JB C D\t0\n");
+    const Result failed = Run({"analyse", "--container", "A\x1B[2J\x7F\tB\rC\nD"});
+    EXPECT_THAT(failed.err, HasSubstr("there is no container 'A [2J  B\nC\nD'\n"));
+    folder_.Write("Directory.toml", "[[tree]]\nname = \"T\\u008D1\"\nldif = \"Trees/T1.ldif\"\n");
+    EXPECT_EQ(Run({"trees"}).out, "T 1\n");
+    EXPECT_THAT(Run({"compact", "\x1B]0;x\x07"}).err, HasSubstr("there is no dataset ' ]0;x '\n"));
+}
+
 TEST_F(Batch, AnAnalysisPrintsItsSummaryAndRepeatsItsBytes) {
     const Result first = Run({"analyse", "--all", "--pace", "0"});
     EXPECT_EQ(first.status, 0);
