@@ -141,6 +141,24 @@ TEST_F(BatchReport, OptionsChooseDatasetOrderAndIssues) {
     EXPECT_THAT(Written(), HasSubstr(",Calc,Older Sums,9,"));
 }
 
+TEST_F(BatchReport, AnOrderWithoutEffectIsTold) {
+    Analyse();
+    const char* const kNote =
+        "Zorvel: The order of this report is fixed; --sort and --descending have no effect.\n";
+    const struct {
+        std::vector<std::string> options;
+        const char* told;
+    } kCases[] = {{{}, ""}, {{"--descending"}, kNote}, {{"--sort", "Application Name"}, kNote}};
+    for (const auto& c : kCases) {
+        std::vector<std::string> arguments{"Associations by User"};
+        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+        const Result result = Report(arguments);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.err, c.told) << testing::PrintToString(c.options);
+        EXPECT_THAT(Written(), StartsWith("\xEF\xBB\xBF"));
+    }
+}
+
 TEST_F(BatchReport, AllIssuesAreLeftOutOnlyByAYes) {
     Analyse();
     std::vector<std::string> arguments{"Issue Detail"};
