@@ -5,6 +5,7 @@
 
 #include <sstream>
 
+#include "batch/interrupting_buffer.h"
 #include "database/make_databases.h"
 #include "support/program_folder.h"
 
@@ -152,15 +153,6 @@ TEST_F(Batch, AnImportBecomesADatasetThatCanBeCompactedAndDeleted) {
     EXPECT_THAT(Run({"delete", "Zorvel_1.MDB"}).err, HasSubstr("there is no dataset 'Zorvel_1.MDB'"));
 }
 
-// Interrupts the program at the first message or progress line.
-class InterruptingBuffer final : public std::stringbuf {
-  public:
-    int sync() override {
-        BatchWindow::Interrupt();
-        return 0;
-    }
-};
-
 TEST_F(Batch, CtrlCEndsTheRunInGoodOrder) {
     std::string ldif = test::LdifOrganization("SITE");
     for (int i = 0; i < 50; ++i) {
@@ -168,7 +160,7 @@ TEST_F(Batch, CtrlCEndsTheRunInGoodOrder) {
     }
     folder_.Write("Trees/T1.ldif", ldif);
     ASSERT_EQ(Run({"containers"}).status, 0);
-    InterruptingBuffer buffer;
+    test::InterruptingBuffer buffer;
     std::ostream err(&buffer);
     std::ostringstream out;
     EXPECT_EQ(RunBatchProgram({"analyse", "--all", "--pace", "0"}, folder_.path(), false, out, err, {}), 3);

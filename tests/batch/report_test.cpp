@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "batch/batch_program.h"
+#include "batch/interrupting_buffer.h"
 #include "database/make_databases.h"
 #include "gui/headless_pdf.h"
 #include "support/file_size_limit.h"
@@ -310,6 +311,31 @@ TEST_F(BatchReport, AFullDiskIsToldAndTheOlderFileStays) {
             EXPECT_NE(entry.path().extension(), ".tmp");
         EXPECT_EQ(Report({"Attribute Details"}, name).status, 0);
         EXPECT_GT(folder_.Read(name).size(), 8000U);
+    }
+}
+
+TEST_F(BatchReport, CtrlCEndsItAndTheOlderFileStays) {
+    Analyse();
+    const auto write_pdf = [](const auto& report, const auto& path, const auto& interrupted) {
+        BatchWindow::Interrupt();
+        return WritePdfWithoutDisplay(report, path, interrupted);
+    };
+    struct Case {
+        const char* name;
+        std::vector<std::string> arguments;  // with an order, a message comes ahead of the report
+    };
+    for (const Case& c : {Case{"out.pdf", {"Run Order Summary"}},
+                          Case{"out.csv", {"Associations by User", "--descending"}}}) {
+        folder_.Write(c.name, "older");
+        std::vector<std::string> arguments{"report", "--output", (folder_.path() / c.name).string()};
+        arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+        std::ostringstream out;
+        test::InterruptingBuffer buffer;
+        std::ostream err(&buffer);
+        EXPECT_EQ(RunBatchProgram(arguments, folder_.path(), false, out, err, write_pdf), 3) << c.name;
+        EXPECT_EQ(folder_.Read(c.name), "older");
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.path()))
+            EXPECT_NE(entry.path().extension(), ".tmp") << entry.path();
     }
 }
 
