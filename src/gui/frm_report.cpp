@@ -9,8 +9,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPrintDialog>
 #include <QProgressDialog>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <cmath>
@@ -154,7 +156,19 @@ void frmReport::FillTree() {
             [this](const QModelIndex& index) {
                 if (!following_) JumpTo(index);
             });
-    connect(&tree, &QTreeView::clicked, this, &frmReport::JumpTo);
+    // The current group is jumped to again when it is clicked; a click on another one makes it current first.
+    tree.viewport()->installEventFilter(this);
+    connect(&tree, &QTreeView::clicked, this, [this](const QModelIndex& index) {
+        if (pressed_current_) JumpTo(index);
+    });
+}
+
+bool frmReport::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress) {
+        const QPoint place = static_cast<QMouseEvent*>(event)->position().toPoint();
+        pressed_current_ = ui_->treeGroups->indexAt(place) == ui_->treeGroups->currentIndex();
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void frmReport::JumpTo(const QModelIndex& index) {
@@ -201,20 +215,19 @@ void frmReport::FollowPage() {
     QModelIndex index = groups_->IndexOf(group);
     for (QModelIndex outer = index.parent(); outer.isValid(); outer = outer.parent())
         if (!tree.isExpanded(outer)) index = outer;
-    following_ = true;
+    const QScopedValueRollback following(following_, true);
     tree.setCurrentIndex(index);
-    following_ = false;
 }
 
 void frmReport::Handle(const std::function<void()>& operation) {
-    if (std::exchange(operating_, true)) return;
+    if (operating_) return;
+    const QScopedValueRollback operating(operating_, true);
     try {
         operation();
     } catch (...) {
         services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "frmReport"),
                           MessageIcon::kExclamation);
     }
-    operating_ = false;
 }
 
 void frmReport::closeEvent(QCloseEvent* event) {

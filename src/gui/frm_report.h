@@ -41,6 +41,7 @@ class frmReport final : public QMainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void ConnectActions();
@@ -73,6 +74,7 @@ class frmReport final : public QMainWindow {
     QLabel* zoom_label_ = nullptr;
     AskPrinter ask_printer_;
     bool following_ = false;
+    bool pressed_current_ = false;  // the mouse went down on the group that was current
     bool operating_ = false;
 };
 
