@@ -12,4 +12,13 @@ std::string Field(std::string_view text) {
     return ToUtf8(field);
 }
 
+std::string Message(std::string_view text) {
+    std::string message(text);
+    std::replace(message.begin(), message.end(), '\r', '\n');
+    std::replace_if(
+        message.begin(), message.end(),
+        [](char character) { return character != '\n' && IsControl(character); }, ' ');
+    return ToUtf8(message);
+}
+
 }  // namespace zorvel
