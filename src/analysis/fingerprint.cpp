@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "platform/hex.h"
 #include "streams/signature.h"
 
 namespace zorvel {
@@ -12,12 +13,11 @@ void SignatureSet::Add(Signature signature, std::int32_t value) {
 }
 
 std::string SignatureSet::AppFingerPrint() const {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
     std::string text;
     for (const std::int32_t sum : sums_) {
         if (!text.empty()) text += '-';
         for (int shift = 28; shift >= 0; shift -= 4)
-            text += kDigits[static_cast<std::uint32_t>(sum) >> shift & 0xFU];
+            text += kHexDigits[static_cast<std::uint32_t>(sum) >> shift & 0xFU];
     }
     return text;
 }

@@ -6,6 +6,7 @@
 
 #include "platform/code_page.h"
 #include "platform/error.h"
+#include "platform/hex.h"
 #include "shell/formats.h"
 
 namespace zorvel {
@@ -51,8 +52,7 @@ constexpr std::array<FlagRow, 7> kDefaultAssociationFlagTable = {{
 
 // The value of a hexadecimal digit, or 16 for any other character.
 std::uint32_t HexDigit(char character) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    const std::size_t digit = kDigits.find(UpperChar(character));
+    const std::size_t digit = kHexDigits.find(UpperChar(character));
     return digit == std::string_view::npos ? 16 : static_cast<std::uint32_t>(digit);
 }
 

@@ -3,21 +3,10 @@
 #include <algorithm>
 
 #include "platform/code_page.h"
+#include "platform/hex.h"
 
 namespace zorvel {
 namespace {
-
-std::string UpperCaseHex(std::string_view bytes) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    std::string hex;
-    hex.reserve(bytes.size() * 2);
-    for (const char character : bytes) {
-        const auto byte = static_cast<unsigned char>(character);
-        hex += kDigits[byte >> 4];
-        hex += kDigits[byte & 0x0F];
-    }
-    return hex;
-}
 
 // "privileges#scope#subject DN#attribute" as full name of the subject + "," + attribute + "," + privileges.
 // The DN itself can hold "#".
@@ -41,7 +30,7 @@ std::string ValueText(const MemoryTree& tree, Syntax syntax, std::string_view va
         case Syntax::kName:
             return tree.FullNameOfDN(value);
         case Syntax::kOctetString:
-            return UpperCaseHex(value);
+            return ToHex(value);
         case Syntax::kACL:
             return AclText(tree, value);
         case Syntax::kStream:

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/code_page.h"
+#include "platform/hex.h"
 #include "platform/regex_texts.h"
 
 namespace zorvel {
@@ -14,7 +15,6 @@ using Byte = unsigned char;
 
 // A class that nothing matches; the engine's own, "[]", takes no quantifier.
 constexpr std::string_view kNothing = "[^\\x00-\\xff]";
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 bool IsDigit(char character) {
     return character >= '0' && character <= '9';
@@ -32,14 +32,8 @@ bool IsLetter(char character) {
 std::optional<Byte> ByteOf(unsigned code_point) {
     constexpr unsigned kOneByteCodes = 0x100;
     if (code_point < kOneByteCodes) return static_cast<Byte>(code_point);
-    const auto continuation = [](unsigned bits) { return static_cast<char>(0x80U | (bits & 0x3FU)); };
     std::string utf8;
-    if (code_point < 0x800U) {
-        utf8 = {static_cast<char>(0xC0U | code_point >> 6U), continuation(code_point)};
-    } else {
-        utf8 = {static_cast<char>(0xE0U | code_point >> 12U), continuation(code_point >> 6U),
-                continuation(code_point)};
-    }
+    AppendUtf8(utf8, static_cast<char32_t>(code_point));
     const std::string text = FromUtf8(utf8);
     return ToUtf8(text) == utf8 ? std::optional<Byte>(text.front()) : std::nullopt;
 }
@@ -93,8 +87,9 @@ class Translator {
     void EmitByte(Byte byte, std::size_t place) {
         const char character = static_cast<char>(byte);
         if (IsLetter(character) || IsDigit(character)) return Emit({&character, 1}, place);
-        const char escaped[] = {'\\', 'x', kHexDigits[byte >> 4U], kHexDigits[byte & 0xFU]};
-        Emit({escaped, sizeof escaped}, place);
+        std::string escaped = "\\x";
+        AppendHex(escaped, byte);
+        Emit(escaped, place);
     }
 
     std::string_view in_;

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "platform/hex.h"
+
 namespace zorvel {
 namespace {
 
@@ -35,14 +37,13 @@ std::vector<std::string> TextsOf(std::string_view expression) {
 }
 
 std::string Quoted(std::string_view text) {
-    constexpr std::string_view kHexDigits = "0123456789ABCDEF";
     std::string quoted;
     for (const char c : text) {
         if (IsLetterOrDigit(c)) {
             quoted += c;
         } else {
-            const auto byte = static_cast<unsigned char>(c);
-            quoted += {'\\', 'x', kHexDigits[byte >> 4U], kHexDigits[byte & 0xFU]};
+            quoted += "\\x";
+            AppendHex(quoted, static_cast<unsigned char>(c));
         }
     }
     return quoted;

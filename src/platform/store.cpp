@@ -320,7 +320,8 @@ std::vector<std::string> Rows::Columns() const {
 }
 
 void Rows::Read(std::size_t column, std::string& text) const {
-    const SQLite::Column field = statement_->getColumn(static_cast<int>(column));
+    const SQLite::Column field =
+        Guarded(connection_->name(), [&] { return statement_->getColumn(static_cast<int>(column)); });
     const std::string_view bytes(field.getText(), static_cast<std::size_t>(field.getBytes()));
     bool nul = false;
     if (IsPlain(bytes, nul)) {

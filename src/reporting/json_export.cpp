@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/hex.h"
 #include "reporting/character_table.h"
 #include "reporting/export_fields.h"
 #include "reporting/report_export.h"
@@ -20,9 +21,10 @@ constexpr std::int64_t kLargestSafe = (std::int64_t{1} << 53) - 1;
 class JsonWriter {
   public:
     explicit JsonWriter(OutputFile& file) : file_(file) {
-        constexpr std::string_view kHexDigits = "0123456789abcdef";
-        spelling_.SpellControls([&](std::size_t code) {
-            return std::string("\\u00") + kHexDigits[code >> 4] + kHexDigits[code & 15];
+        spelling_.SpellControls([](std::size_t code) {
+            std::string text = "\\u00";
+            AppendHex(text, static_cast<unsigned char>(code));
+            return text;
         });
         spelling_.Spell('"', "\\\"");
         spelling_.Spell('\\', "\\\\");

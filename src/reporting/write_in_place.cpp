@@ -51,17 +51,16 @@ class TemporaryFile {
     fs::path path_;
 };
 
-// The file that a link leads to: it is replaced, and the link stays.
-fs::path WithoutLinks(const fs::path& path) {
+// The file that a link leads to, whether it is there or not: it is replaced, and the link stays.
+fs::path WithoutLinks(fs::path path) {
+    constexpr int kMostLinks = 40;  // as the kernel follows them
     std::error_code failure;
-    fs::path real = fs::canonical(path, failure);
-    return failure ? path : real;
-}
-
-void WriteInto(const fs::path& path, const std::string& name, const std::function<void(OutputFile&)>& write) {
-    OutputFile file(path, name, OutputFile::Mode::kTruncate);
-    write(file);
-    file.Close();
+    for (int links = 0; links < kMostLinks && fs::is_symlink(path, failure); ++links) {
+        const fs::path next = fs::read_symlink(path, failure);
+        if (failure) break;
+        path = path.parent_path() / next;  // which is `next` alone when that begins at the root
+    }
+    return path;
 }
 
 }  // namespace
@@ -73,12 +72,19 @@ void WriteInPlace(const fs::path& path, const std::function<void(OutputFile&)>& 
     const fs::file_status older = fs::status(target, ignored);
     const bool replaces = fs::is_regular_file(older);
     // Pipes and devices are written to, never replaced; a folder refuses.
-    if (fs::exists(older) && !replaces) return WriteInto(target, name, write);
+    if (fs::exists(older) && !replaces) {
+        OutputFile file(target, name, OutputFile::Mode::kTruncate);
+        write(file);
+        return file.Close();
+    }
     if (replaces && ::access(target.c_str(), W_OK) != 0) throw OutputError(FileError(errno, name));
 
     const TemporaryFile temporary(target);
-    WriteInto(temporary.path(), name, write);
+    OutputFile file(temporary.path(), name, OutputFile::Mode::kTruncate);
+    // Ahead of the contents: who may not read the older file shall not read the new one either.
     if (replaces) fs::permissions(temporary.path(), older.permissions(), ignored);
+    write(file);
+    file.Close();
     temporary.MoveTo(target, name);
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/hex.h"
+
 namespace zorvel {
 namespace {
 
@@ -37,14 +39,7 @@ std::string MakePrintable(std::string_view text) {
 }
 
 std::string MakeHEX(std::string_view text) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    std::string digits;
-    digits.reserve(text.size() * 2);
-    for (const char character : text) {
-        digits += kDigits[Code(character) >> 4U];
-        digits += kDigits[Code(character) & 0xFU];
-    }
-    return digits;
+    return ToHex(text);
 }
 
 std::string CRLF2LF(std::string_view text) {

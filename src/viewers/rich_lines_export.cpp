@@ -5,18 +5,15 @@
 #include <unordered_map>
 
 #include "platform/code_page.h"
+#include "platform/hex.h"
 
 namespace zorvel {
 namespace {
 
-constexpr std::string_view kHexDigits = "0123456789abcdef";
-
 std::string Html(RichTextColour colour) {
     std::string html = "#";
-    for (const unsigned component : {colour.red, colour.green, colour.blue}) {
-        html += kHexDigits[component >> 4];
-        html += kHexDigits[component & 15];
-    }
+    for (const auto component : {colour.red, colour.green, colour.blue})
+        AppendHex(html, component);
     return html;
 }
 

@@ -123,7 +123,7 @@ TEST_F(ReportExport, ValuesComeOutOfJsonAsTheyAre) {
         EXPECT_EQ(row["Value"].text, '\'' + ToUtf8(ValueCases()[i].value)) << ValueCases()[i].name;
     }
     EXPECT_THAT(text, HasSubstr("\n{\"Name\": \"quotes\", \"Value\": \"\\\"\"},\n"));
-    EXPECT_THAT(text, HasSubstr("\\u0001\\u001b[2J\\u007f\\u009d"));
+    EXPECT_THAT(text, HasSubstr("\\u0001\\u001B[2J\\u007F\\u009D"));
 }
 
 TEST_F(ReportExport, ValuesComeOutOfHtmlHarmless) {
@@ -454,6 +454,12 @@ TEST_F(InPlace, ALinkStaysAndItsFileIsReplaced) {
     EXPECT_TRUE(std::filesystem::is_symlink(path_));
     EXPECT_EQ(folder_.Read("older"), "new");
     EXPECT_FALSE(std::filesystem::is_symlink(folder_.path() / "older"));
+    // Also where the file is still missing, and through a second link.
+    std::filesystem::remove(folder_.path() / "older");
+    std::filesystem::create_symlink(folder_.path() / "newer", folder_.path() / "older");
+    WriteInPlace(path_, WriteNew);
+    EXPECT_TRUE(std::filesystem::is_symlink(path_));
+    EXPECT_EQ(folder_.Read("newer"), "new");
 }
 
 TEST_F(InPlace, TheOlderFileStaysWhenTheDiskIsFull) {
