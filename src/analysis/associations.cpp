@@ -97,9 +97,9 @@ void AssociationReader::ReadGroup(std::string_view full_name, const Entry& group
 }
 
 void AssociationReader::ShowProgress(const AssociationLists& lists) {
-    services_.status.SetStatus(
-        'Y', "Determining Application Associations.  Users:" + GroupedOrZero(lists.users) +
-                 ", Groups: " + GroupedOrZero(static_cast<std::int64_t>(lists.groups.size())));
+    services_.status.SetStatus('Y',
+                               "Determining Application Associations.  Users:" + GroupedOrZero(lists.users) +
+                                   ", Groups: " + GroupedCount(lists.groups.size()));
     progress_.RefreshStatusCounts();
 }
 

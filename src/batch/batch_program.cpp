@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "batch/command.h"
+#include "batch/field.h"
 #include "platform/code_page.h"
 #include "platform/error.h"
 
@@ -29,7 +30,7 @@ ExitStatus RunCommand(BatchCommand& command, const BatchOptions& options, std::o
         return out ? status : session.Fail("standard output could not be written");
     } catch (...) {
         const Error error = CurrentError();
-        err << "zorvel-batch: " << ToUtf8(error.detail().empty() ? error.description() : error.detail())
+        err << "zorvel-batch: " << Message(error.detail().empty() ? error.description() : error.detail())
             << std::endl;
         return kFailed;
     }

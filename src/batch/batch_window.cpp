@@ -1,10 +1,9 @@
 #include "batch/batch_window.h"
 
-#include <algorithm>
 #include <csignal>
 #include <utility>
 
-#include "platform/code_page.h"
+#include "batch/field.h"
 
 namespace zorvel {
 namespace {
@@ -14,13 +13,6 @@ constexpr std::size_t kProgressWidth = 100;
 
 // Set by the signal handler; signals reach a process, not an object.
 volatile std::sig_atomic_t interrupt_count = 0;
-
-// Message texts break their lines as the windows of old did, with a carriage return, or with a line feed.
-std::string ForTerminal(std::string_view text) {
-    std::string utf8 = ToUtf8(text);
-    std::replace(utf8.begin(), utf8.end(), '\r', '\n');
-    return utf8;
-}
 
 }  // namespace
 
@@ -44,12 +36,12 @@ void BatchWindow::PrintLine(std::string_view line) {
 
 void BatchWindow::Fail(std::string_view reason) {
     ClearProgress();
-    err_ << "zorvel-batch: " << ForTerminal(reason) << std::endl;
+    err_ << "zorvel-batch: " << Message(reason) << std::endl;
 }
 
 Answer BatchWindow::Show(const MessageBox& box) {
     ClearProgress();
-    err_ << ToUtf8(box.title) << ": " << ForTerminal(box.text) << std::endl;
+    err_ << Field(box.title) << ": " << Message(box.text) << std::endl;
     if (box.buttons == Buttons::kOk) return Answer::kOk;
     return manners_.yes ? Answer::kYes : box.default_answer;
 }
@@ -78,7 +70,7 @@ bool BatchWindow::ProgressIsDue() {
 }
 
 void BatchWindow::ShowProgress(const std::string& line) {
-    err_ << "\r\x1b[K" << ToUtf8(std::string_view(line).substr(0, kProgressWidth)) << std::flush;
+    err_ << "\r\x1b[K" << Field(std::string_view(line).substr(0, kProgressWidth)) << std::flush;
     progress_shown_ = true;
 }
 
@@ -105,7 +97,7 @@ void BatchWindow::ProcessEvents() {
 
 bool BatchWindow::OfferImport(const std::string& summary, const std::string& /*question*/) {
     ClearProgress();
-    out_ << ForTerminal(summary) << std::endl;
+    out_ << Message(summary) << std::endl;
     return import_wanted;
 }
 

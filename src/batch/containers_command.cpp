@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 
 #include "batch/command.h"
+#include "batch/field.h"
 #include "platform/code_page.h"
 
 namespace zorvel {
@@ -21,7 +22,7 @@ class ContainersCommand final : public BatchCommand {
         const ExitStatus started = session.StartWithTree(FromUtf8(tree_), refresh_);
         if (started != kDone) return started;
         for (const OURecord& container : session.controller().session().tree.OUList) {
-            session.out() << ToUtf8(container.Path) << '\t' << container.AppsHere << '\n';
+            session.out() << Field(container.Path) << '\t' << container.AppsHere << '\n';
         }
         return kDone;
     }

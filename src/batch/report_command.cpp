@@ -1,7 +1,6 @@
 // zorvel-batch report: a report as a file.
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,11 +17,7 @@ namespace {
 
 class ReportCommand final : public BatchCommand {
   public:
-    explicit ReportCommand(ReportWriter write_pdf)
-        : formats_{{".pdf", std::move(write_pdf)},
-                   {".html", InPlace(WriteHtml)},
-                   {".csv", InPlace(WriteCsv)},
-                   {".json", InPlace(WriteJson)}} {}
+    explicit ReportCommand(ReportWriter write_pdf) : write_pdf_(std::move(write_pdf)) {}
 
     CLI::App* Register(CLI::App& program) override {
         CLI::App* command =
@@ -30,7 +25,7 @@ class ReportCommand final : public BatchCommand {
         command->add_option("CAPTION", caption_, "The report, as `reports` names it")->required();
         command->add_option("--output", output_, "The file to write: .pdf, .html, .csv or .json")
             ->required()
-            ->check([this](const std::string& path) {
+            ->check([](const std::string& path) {
                 return FormatOf(path) == nullptr ? "its name must end in .pdf, .html, .csv or .json" : "";
             });
         command->add_option("--dataset", dataset_, "The dataset's file, as `datasets` names it");
@@ -38,7 +33,9 @@ class ReportCommand final : public BatchCommand {
             "--sort", sort_,
             "\"Application Name\", \"Application Caption\" or \"Application Icon/Run Order\"");
         command->add_flag("--descending", request_.descending, "The other way round within each container");
-        command->add_option("--exclude", excluded_, "An issue code to leave out; may be repeated");
+        // One code each time: what follows it may be the caption.
+        command->add_option("--exclude", excluded_, "An issue code to leave out; may be repeated")
+            ->allow_extra_args(false);
         command->add_option("--definition", definition_,
                             "Another definition file of Reports than the report's own");
         return command;
@@ -65,20 +62,27 @@ class ReportCommand final : public BatchCommand {
                       definition_.empty() ? std::string(report->definition) : FromUtf8(definition_));
         if (!requested.refusal().empty()) return session.Fail(requested.refusal());
         if (requested.report() == nullptr) return session.Fail("the report was not made");
-        FormatOf(output_)->write(*requested.report(), output_);
-        return kDone;
+        return Write(*requested.report(), session.window()) ? kDone : kInterrupted;
     }
 
   private:
-    struct Format {
-        std::string suffix;
-        ReportWriter write;
-    };
-
-    static ReportWriter InPlace(void (*write)(const Report&, OutputFile&)) {
-        return [write](const Report& report, const std::filesystem::path& path) {
-            WriteInPlace(path, [&](OutputFile& file) { write(report, file); });
-        };
+    // Writes the report in the place of the output. False when the user interrupted that: an older file
+    // stays.
+    bool Write(const Report& report, const BatchWindow& window) const {
+        const auto interrupted = [&window] { return window.interrupted(); };
+        const ReportFormat& format = *FormatOf(output_);
+        if (interrupted()) return false;
+        if (format.write == nullptr) return write_pdf_(report, output_, interrupted);
+        struct Interrupted {};
+        try {
+            WriteInPlace(output_, [&](OutputFile& file) {
+                format.write(report, file);
+                if (interrupted()) throw Interrupted{};
+            });
+        } catch (const Interrupted&) {
+            return false;
+        }
+        return true;
     }
     static const CatalogueReport* Find(const std::string& caption) {
         for (const CatalogueReport& report : CatalogueReports()) {
@@ -86,15 +90,8 @@ class ReportCommand final : public BatchCommand {
         }
         return nullptr;
     }
-    const Format* FormatOf(const std::string& path) const {
-        const std::string suffix = std::filesystem::path(path).extension().string();
-        for (const Format& format : formats_) {
-            if (EqualIgnoringCase(format.suffix, suffix)) return &format;
-        }
-        return nullptr;
-    }
 
-    std::vector<Format> formats_;
+    ReportWriter write_pdf_;
     std::string caption_;
     std::string output_;
     std::string dataset_;

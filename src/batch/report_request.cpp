@@ -4,12 +4,15 @@
 #include <utility>
 
 #include "platform/code_page.h"
+#include "reporting/report_catalogue.h"
 #include "reporting/report_options.h"
 
 namespace zorvel {
 namespace {
 
 constexpr const char* kFixedOrder = "the order of this report is fixed";
+// The options offer an order, as the window does, that the report's definition leaves no room for.
+constexpr const char* kInVain = "The order of this report is fixed; --sort and --descending have no effect.";
 
 std::string SelectSort(ReportOptions& options, const std::string& sort) {
     if (sort.empty()) return {};
@@ -61,10 +64,13 @@ std::string RequestedReport::Fill(ReportChoice& choice) {
     std::string fault = SelectSort(options, request_.sort);
     if (fault.empty() && request_.descending && !options.order_enabled) fault = kFixedOrder;
     options.chkOrder = request_.descending;
+    const bool ordered = request_.descending || !request_.sort.empty();
+    const bool in_vain = ordered && !FindReport(choice.caption)->Honours(options.sort);
     for (const std::string& code : request_.excluded) {
         if (fault.empty()) fault = Exclude(options.treeRO, code);
     }
     if (!fault.empty()) return fault;
+    if (in_vain) services_.ui.Tell(kInVain, MessageIcon::kInformation);
     if (!options.Generate()) return "nothing was reported";
     choice.dataset = row->DBName;
     return {};

@@ -2,7 +2,7 @@
 #include <CLI/CLI.hpp>
 
 #include "batch/command.h"
-#include "platform/code_page.h"
+#include "batch/field.h"
 
 namespace zorvel {
 namespace {
@@ -16,7 +16,7 @@ class TreesCommand final : public BatchCommand {
     ExitStatus Run(BatchSession& session) override {
         if (!session.Start()) return kFailed;
         for (const std::string& tree : session.controller().session().trees)
-            session.out() << ToUtf8(tree) << '\n';
+            session.out() << Field(tree) << '\n';
         return kDone;
     }
 };

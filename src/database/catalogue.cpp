@@ -12,19 +12,6 @@ namespace {
 constexpr std::array<const char*, 6> kCountColumns = {"CountFiles",  "CountINI",      "CountText",
                                                       "CountMacros", "CountRegistry", "CountIssues"};
 
-// The table's form of a date and time, ISO 8601 with a blank as SQLite's own date functions write it.
-std::string SortableTime(const DateTime& time) {
-    const std::string date = ShortDate(time);
-    return date.substr(6, 4) + '-' + date.substr(3, 2) + '-' + date.substr(0, 2) + ' ' + LongTime(time);
-}
-
-// The shown form of what the table holds; a text of another form stays as it is.
-std::string ShownTime(const std::string& stored) {
-    if (stored.size() != 19 || stored[4] != '-' || stored[7] != '-') return stored;
-    return stored.substr(8, 2) + '/' + stored.substr(5, 2) + '/' + stored.substr(0, 4) + ' ' +
-           stored.substr(11);
-}
-
 std::int32_t CountOf(const Rows& rows, const char* column, const std::string& dataset) {
     try {
         return WholeValue(rows.Text(column));
@@ -35,7 +22,7 @@ std::int32_t CountOf(const Rows& rows, const char* column, const std::string& da
 }
 
 std::string WhereName(std::string_view name) {
-    return " WHERE DBName='" + std::string(name) + '\'';
+    return " WHERE DBName='" + EscapeQuotes(name) + '\'';
 }
 
 }  // namespace
@@ -47,7 +34,8 @@ std::vector<CatalogueRow> Catalogue::Read(std::string_view sql) const {
     Rows rows = master_.Query(sql);
     while (rows.Next()) {
         CatalogueRow& row = list.emplace_back();
-        row.Captured = ShownTime(rows.Text("Captured"));
+        const std::string captured = rows.Text("Captured");
+        row.Captured = ShownDateAndTime(captured).value_or(captured);
         row.Tree = rows.Text("Tree");
         row.OU = rows.Text("OU");
         row.Description = rows.Text("Description");
@@ -64,18 +52,16 @@ std::vector<CatalogueRow> Catalogue::List() const {
 }
 
 std::optional<CatalogueRow> Catalogue::Fetch(std::string_view name) const {
-    const std::string sql = "SELECT * from Zorvel_CaptureDetails" + WhereName(name);
-    if (!LiteralValue(name)) RejectStatement(master_, sql);
-    std::vector<CatalogueRow> rows = Read(sql);
+    std::vector<CatalogueRow> rows = Read("SELECT * from Zorvel_CaptureDetails" + WhereName(name));
     if (rows.empty()) return std::nullopt;
-    return rows.front();
+    return rows.back();
 }
 
 void Catalogue::Add(const CatalogueRow& row) {
     std::string sql = "INSERT INTO Zorvel_CaptureDetails VALUES ('" +
-                      SortableTime(ParseDateAndTime(row.Captured)) + "','" + row.Tree + "','" + row.OU +
-                      "','" + EscapeQuotes(row.Description) + "'," + std::to_string(row.AppCount) + ",'" +
-                      row.DBName + '\'';
+                      SortableDateAndTime(ParseDateAndTime(row.Captured)) + "','" + row.Tree + "','" +
+                      row.OU + "','" + EscapeQuotes(row.Description) + "'," + std::to_string(row.AppCount) +
+                      ",'" + row.DBName + '\'';
     for (const std::int32_t count : row.Counts)
         sql += ',' + std::to_string(count);
     sql += ')';
@@ -85,9 +71,7 @@ void Catalogue::Add(const CatalogueRow& row) {
 }
 
 void Catalogue::Remove(std::string_view name) {
-    const std::string sql = "DELETE FROM Zorvel_CaptureDetails" + WhereName(name);
-    if (!LiteralValue(name)) RejectStatement(master_, sql);
-    master_.Execute(sql);
+    master_.Execute("DELETE FROM Zorvel_CaptureDetails" + WhereName(name));
 }
 
 }  // namespace zorvel

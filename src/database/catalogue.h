@@ -40,12 +40,13 @@ class Catalogue {
 
     // All rows, newest run first.
     std::vector<CatalogueRow> List() const;
-    // The row of a dataset, or nothing. An apostrophe in `name` makes the statement fail.
+    // The row of a dataset, or nothing: of several, which is what importing a run again leaves, the last one
+    // that was added, which tells what the dataset holds.
     std::optional<CatalogueRow> Fetch(std::string_view name) const;
     // Adds a row. Raises error 13 when Captured is no date and time; an apostrophe in Tree or OU makes the
     // statement fail.
     void Add(const CatalogueRow& row);
-    // Removes every row of a dataset. An apostrophe in `name` makes the statement fail.
+    // Removes every row of a dataset.
     void Remove(std::string_view name);
 
   private:

@@ -183,7 +183,8 @@ void ApplicationsPage::ShowTitle() {
     ui_->labBrowser->setPalette(filtered ? FilteredPalette(palette()) : palette());
     ui_->labBrowser->setAutoFillBackground(filtered);
     ui_->labCurrentOU->setText(ToQString(browser_->labCurrentOU));
-    ui_->labCurrentOU->setToolTip(ui_->labCurrentOU->text());
+    ui_->labCurrentOU->setToolTip(PlainToolTip(ui_->labCurrentOU->text()));
+    ui_->labCurrentOU->setAccessibleDescription(ui_->labCurrentOU->text());  // else the tool tip's markup
     ui_->labApps->setText(ToQString(browser_->labApps));
     for (int index = 0; index < kTreeButtons; ++index)
         Button("butTreeControl", index)->setEnabled(directory_enabled_);

@@ -5,6 +5,8 @@
 #include <QStyle>
 #include <QToolTip>
 
+#include "gui/qt_text.h"
+
 namespace zorvel {
 
 QString ElidedLabel::ShownText() const {
@@ -17,9 +19,7 @@ QSize ElidedLabel::minimumSizeHint() const {
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip || ShownText() == text()) return QLabel::event(event);
-    // Escaped, else a name with "<" would be read as markup.
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                       QStringLiteral("<qt>%1</qt>").arg(text().toHtmlEscaped()), this);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), PlainToolTip(text()), this);
     return true;
 }
 

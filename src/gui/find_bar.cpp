@@ -106,7 +106,7 @@ void FindBar::Find(FindStart start) {
 void FindBar::ShowCount() {
     const std::size_t count = target_->CountMatches(ui_->txtFind->text(), ui_->checkCase->isChecked());
     const char* unit = count == 1 ? " match" : " matches";
-    Say(ToQString(GroupedOrZero(static_cast<std::int64_t>(count)) + unit), place_);
+    Say(ToQString(GroupedCount(count) + unit), place_);
 }
 
 // What the bar's controls leave over; a dialog would take it for its buttons.

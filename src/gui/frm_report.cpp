@@ -9,11 +9,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPrintDialog>
 #include <QProgressDialog>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QSpinBox>
-#include <array>
 #include <cmath>
 #include <string>
 #include <utility>
@@ -21,9 +22,9 @@
 #include "gui/hourglass.h"
 #include "gui/qt_text.h"
 #include "gui/report_copy.h"
+#include "gui/report_painter.h"
 #include "gui/report_print.h"
 #include "gui/roomy_delegate.h"
-#include "reporting/report_export.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
 #include "ui_frm_report.h"
@@ -36,39 +37,19 @@ constexpr int kFindBarMargin = 6;
 constexpr int kProgressInterval = 40;  // milliseconds between two looks at the pending events
 constexpr int kPatience = 700;         // milliseconds ahead of a progress window
 
-struct FileKind {
-    const char* suffix;
-    const char* filter;
-};
-constexpr std::array<FileKind, 4> kFileKinds{{{"pdf", "PDF document (*.pdf)"},
-                                              {"html", "Web page (*.html)"},
-                                              {"csv", "Comma-separated values (*.csv)"},
-                                              {"json", "JSON (*.json)"}}};
-
 std::string Counted(std::size_t number, const char* one, const char* many) {
-    return GroupedOrZero(static_cast<std::int64_t>(number)) + (number == 1 ? one : many);
+    return GroupedCount(number) + (number == 1 ? one : many);
 }
 
-// The suffix of a file kind; null for one that is none.
-const char* KnownSuffix(const QString& suffix) {
-    for (const FileKind& kind : kFileKinds)
-        if (suffix.compare(QLatin1String(kind.suffix), Qt::CaseInsensitive) == 0) return kind.suffix;
-    return nullptr;
+const ReportFormat& FormatOfFilter(const QString& filter) {
+    for (const ReportFormat& format : ReportFormats())
+        if (filter == ToQString(format.filter)) return format;
+    return ReportFormats().front();
 }
 
-const char* SuffixOfFilter(const QString& filter) {
-    for (const FileKind& kind : kFileKinds)
-        if (filter == QLatin1String(kind.filter)) return kind.suffix;
-    return kFileKinds.front().suffix;
-}
-
-void WriteKind(const Report& report, std::string_view suffix, OutputFile& file) {
-    if (suffix == "html")
-        WriteHtml(report, file);
-    else if (suffix == "csv")
-        WriteCsv(report, file);
-    else
-        WriteJson(report, file);
+// The suffix as file dialogs put it on a name.
+QString SuffixOf(const ReportFormat& format) {
+    return ToQString(format.suffix.substr(1));
 }
 
 bool ShowPrintDialog(QPrinter& printer, std::size_t pages, QWidget* window) {
@@ -120,7 +101,7 @@ void frmReport::AddPageBox() {
     page_box_->setButtonSymbols(QAbstractSpinBox::NoButtons);
     page_box_->setAlignment(Qt::AlignCenter);
     page_box_->setRange(1, static_cast<int>(layout_.page_count()));
-    page_box_->setSuffix(ToQString(" of " + GroupedOrZero(static_cast<std::int64_t>(layout_.page_count()))));
+    page_box_->setSuffix(ToQString(" of " + GroupedCount(layout_.page_count())));
     ui_->barTools->insertWidget(ui_->actNext, page_box_);
     ReportView& view = *ui_->viewReport;
     connect(page_box_, &QSpinBox::valueChanged, this,
@@ -175,7 +156,19 @@ void frmReport::FillTree() {
             [this](const QModelIndex& index) {
                 if (!following_) JumpTo(index);
             });
-    connect(&tree, &QTreeView::clicked, this, &frmReport::JumpTo);
+    // The current group is jumped to again when it is clicked; a click on another one makes it current first.
+    tree.viewport()->installEventFilter(this);
+    connect(&tree, &QTreeView::clicked, this, [this](const QModelIndex& index) {
+        if (pressed_current_) JumpTo(index);
+    });
+}
+
+bool frmReport::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress) {
+        const QPoint place = static_cast<QMouseEvent*>(event)->position().toPoint();
+        pressed_current_ = ui_->treeGroups->indexAt(place) == ui_->treeGroups->currentIndex();
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void frmReport::JumpTo(const QModelIndex& index) {
@@ -222,20 +215,19 @@ void frmReport::FollowPage() {
     QModelIndex index = groups_->IndexOf(group);
     for (QModelIndex outer = index.parent(); outer.isValid(); outer = outer.parent())
         if (!tree.isExpanded(outer)) index = outer;
-    following_ = true;
+    const QScopedValueRollback following(following_, true);
     tree.setCurrentIndex(index);
-    following_ = false;
 }
 
 void frmReport::Handle(const std::function<void()>& operation) {
-    if (std::exchange(operating_, true)) return;
+    if (operating_) return;
+    const QScopedValueRollback operating(operating_, true);
     try {
         operation();
     } catch (...) {
         services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "frmReport"),
                           MessageIcon::kExclamation);
     }
-    operating_ = false;
 }
 
 void frmReport::closeEvent(QCloseEvent* event) {
@@ -267,39 +259,39 @@ void frmReport::Save() {
         QFileDialog dialog(this, "Save Report");
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         QStringList filters;
-        for (const FileKind& kind : kFileKinds)
-            filters.append(QLatin1String(kind.filter));
+        for (const ReportFormat& format : ReportFormats())
+            filters.append(ToQString(format.filter));
         dialog.setNameFilters(filters);
-        dialog.setDefaultSuffix(QLatin1String(kFileKinds.front().suffix));
+        dialog.setDefaultSuffix(SuffixOf(ReportFormats().front()));
         connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
-            dialog.setDefaultSuffix(QLatin1String(SuffixOfFilter(filter)));
+            dialog.setDefaultSuffix(SuffixOf(FormatOfFilter(filter)));
         });
         dialog.selectFile(ToQString(report_->facts().caption).replace('/', ' '));
         if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
         QString name = dialog.selectedFiles().constFirst();
-        const char* suffix = KnownSuffix(QFileInfo(name).suffix());
-        if (suffix == nullptr) {
+        const ReportFormat* format = FormatOf(QFile::encodeName(name).toStdString());
+        if (format == nullptr) {
             // The dialog has asked about another name.
-            suffix = SuffixOfFilter(dialog.selectedNameFilter());
-            name += '.' + QLatin1String(suffix);
+            format = &FormatOfFilter(dialog.selectedNameFilter());
+            name += ToQString(format->suffix);
             if (QFileInfo::exists(name) &&
                 !services_.ui.Ask(FromQString(name) + " already exists.\nDo you want to replace it?",
                                   MessageIcon::kExclamation, Answer::kNo))
                 return;
         }
-        Write(QFile::encodeName(name).toStdString(), suffix);
+        Write(QFile::encodeName(name).toStdString(), *format);
     });
 }
 
-void frmReport::Write(const std::filesystem::path& path, std::string_view suffix) {
+void frmReport::Write(const std::filesystem::path& path, const ReportFormat& format) {
     bool written = true;
-    if (suffix == "pdf") {
+    if (format.write == nullptr) {
         written = WithProgress("Saving the report...", [&](const PageProgress& progress) {
-            return WritePdf(*report_, layout_, fonts_, AllPages(layout_), path, progress);
+            return WritePdf(*report_, layout_, fonts_, AllPages(layout_), PaperOf(layout_), path, progress);
         });
     } else {
         const Hourglass hourglass;
-        WriteInPlace(path, [&](OutputFile& file) { WriteKind(*report_, suffix, file); });
+        WriteInPlace(path, [&](OutputFile& file) { format.write(*report_, file); });
     }
     if (written) ui_->barStatus->showMessage("Saved as " + QFile::decodeName(path.c_str()));
 }
@@ -314,7 +306,7 @@ void frmReport::Print() {
             // A file that is printed into tells of a full disk only when it is written here.
             if (printer.outputFormat() == QPrinter::PdfFormat) {
                 const std::filesystem::path path = QFile::encodeName(printer.outputFileName()).toStdString();
-                return WritePdf(*report_, layout_, fonts_, pages, path, progress);
+                return WritePdf(*report_, layout_, fonts_, pages, printer.pageLayout(), path, progress);
             }
             return PrintPages(printer, layout_, fonts_, pages, progress);
         });
@@ -333,8 +325,8 @@ bool frmReport::WithProgress(const QString& text, const std::function<bool(const
         if (done != 0 && since_last.elapsed() < kProgressInterval) return true;
         since_last.restart();
         window.setMaximum(static_cast<int>(pages));
-        window.setLabelText(text + ToQString(" page " + GroupedOrZero(static_cast<std::int64_t>(done) + 1) +
-                                             " of " + GroupedOrZero(static_cast<std::int64_t>(pages))));
+        window.setLabelText(text +
+                            ToQString(" page " + GroupedCount(done + 1) + " of " + GroupedCount(pages)));
         window.setValue(static_cast<int>(done));  // lets pending events run
         return !window.wasCanceled();
     });

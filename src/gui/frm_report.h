@@ -6,13 +6,13 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <string_view>
 
 #include "gui/group_tree_model.h"
 #include "gui/report_fonts.h"
 #include "gui/report_pdf.h"
 #include "reporting/page_layout.h"
 #include "reporting/report.h"
+#include "reporting/report_export.h"
 #include "shell/services.h"
 
 class QLabel;
@@ -41,6 +41,7 @@ class frmReport final : public QMainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void ConnectActions();
@@ -56,7 +57,7 @@ class frmReport final : public QMainWindow {
     // Copies the value that the search found last.
     void CopyFound();
     void Save();
-    void Write(const std::filesystem::path& path, std::string_view suffix);
+    void Write(const std::filesystem::path& path, const ReportFormat& format);
     void Print();
     // Does what can fail; the user is told. Not while another of these is under way.
     void Handle(const std::function<void()>& operation);
@@ -73,6 +74,7 @@ class frmReport final : public QMainWindow {
     QLabel* zoom_label_ = nullptr;
     AskPrinter ask_printer_;
     bool following_ = false;
+    bool pressed_current_ = false;  // the mouse went down on the group that was current
     bool operating_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "gui/frm_zorvel.h"
 
 #include <QCloseEvent>
+#include <QScopedValueRollback>
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -141,9 +142,11 @@ void frmZorvel::RefreshTree() {
 
 void frmZorvel::Operate(const std::function<void()>& operation) {
     // Input is kept away by BusyInputFilter; an action of an assistive tool is no input.
-    if (std::exchange(operating_, true)) return;
-    operation();
-    operating_ = false;
+    if (operating_) return;
+    {
+        const QScopedValueRollback operating(operating_, true);
+        operation();
+    }
     if (close_wanted_) close();
 }
 

@@ -57,7 +57,7 @@ QVariant GroupTreeModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
     const QString heading = ToQString(report_->Heading(Group(index)));
     // A tree's line holds one line of text.
-    return role == Qt::ToolTipRole ? heading : heading.simplified();
+    return role == Qt::ToolTipRole ? PlainToolTip(heading) : heading.simplified();
 }
 
 }  // namespace zorvel

@@ -9,7 +9,8 @@
 
 namespace zorvel {
 
-void WritePdfWithoutDisplay(const Report& report, const std::filesystem::path& path) {
+bool WritePdfWithoutDisplay(const Report& report, const std::filesystem::path& path,
+                            const std::function<bool()>& interrupted) {
     int argc = 1;
     char name[] = "zorvel-batch";
     char* argv[] = {name, nullptr};
@@ -23,7 +24,8 @@ void WritePdfWithoutDisplay(const Report& report, const std::filesystem::path& p
         application.emplace(argc, argv);
         std::setlocale(LC_ALL, "C");  // Qt has set the user's
     }
-    WritePdf(report, path);
+    return WritePdf(report, path,
+                    [&interrupted](std::size_t /*done*/, std::size_t /*pages*/) { return !interrupted(); });
 }
 
 }  // namespace zorvel

@@ -2,12 +2,15 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 
 #include "reporting/report.h"
 
 namespace zorvel {
 
 // Writes the file in the place of `path` (a real path), as WritePdf does; sets Qt up first where nobody has.
-void WritePdfWithoutDisplay(const Report& report, const std::filesystem::path& path);
+// Asks before each page whether it was interrupted; false when it was: an older file stays.
+bool WritePdfWithoutDisplay(const Report& report, const std::filesystem::path& path,
+                            const std::function<bool()>& interrupted);
 
 }  // namespace zorvel

@@ -55,7 +55,7 @@ QVariant OUTreeModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return ToQString(NodeText(browser_->Record(number)));
         case Qt::ToolTipRole:
-            return ToQString(browser_->Record(number).Path);
+            return PlainToolTip(ToQString(browser_->Record(number).Path));
         case Qt::DecorationRole:
             return icons_.Of(browser_->Record(number).Class);
         case Qt::CheckStateRole:

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <string_view>
 
+#include "platform/error.h"
+
 namespace zorvel {
 namespace {
 
@@ -130,20 +132,24 @@ QPageLayout PaperOf(const PageLayout& layout) {
             QMarginsF()};
 }
 
-bool DrawPages(QPagedPaintDevice& device, const PageLayout& layout, const PaperFonts& fonts,
-               std::span<const std::size_t> pages,
+bool DrawPages(QPagedPaintDevice& device, const std::string& name, const PageLayout& layout,
+               const PaperFonts& fonts, std::span<const std::size_t> pages,
                const std::function<bool(std::size_t done, std::size_t pages)>& progress) {
+    const auto check = [&name](bool taken) {
+        if (!taken) throw OutputError(Error(errors::kPathFileAccess).At(name));
+    };
     if (pages.empty()) return true;
     QPainter painter;
-    if (!painter.begin(&device)) return false;
+    check(painter.begin(&device));
     constexpr double kPointsInAnInch = 72;
     ReportPainter canvas(painter, fonts, Shrinking(device, layout) * device.logicalDpiX() / kPointsInAnInch);
     for (std::size_t done = 0; done < pages.size(); ++done) {
-        if (!progress(done, pages.size())) return false;
-        if (done != 0 && !device.newPage()) return false;
+        if (progress && !progress(done, pages.size())) return false;
+        if (done != 0) check(device.newPage());
         layout.Draw(pages[done], canvas);
     }
-    return painter.end();
+    check(painter.end());
+    return true;
 }
 
 }  // namespace zorvel

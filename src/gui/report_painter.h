@@ -10,6 +10,7 @@
 #include <functional>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "gui/report_fonts.h"
@@ -67,10 +68,11 @@ QColor PaperColour(PageColour colour);
 QPageLayout PaperOf(const PageLayout& layout);
 
 // Draws these pages, numbered from 0, on a device, each on a page of its own, smaller when its paper is
-// smaller than theirs. `progress` is told before each how many are done; false, from it or from the device,
-// ends the drawing, and is returned then.
-bool DrawPages(QPagedPaintDevice& device, const PageLayout& layout, const PaperFonts& fonts,
-               std::span<const std::size_t> pages,
+// smaller than theirs. `progress`, when there is one, is told before each how many are done; false from it
+// ends the drawing, and is returned then. Raises an OutputError (75) that names the device by `name` (of the
+// code page) when it does not take them.
+bool DrawPages(QPagedPaintDevice& device, const std::string& name, const PageLayout& layout,
+               const PaperFonts& fonts, std::span<const std::size_t> pages,
                const std::function<bool(std::size_t done, std::size_t pages)>& progress);
 
 }  // namespace zorvel

@@ -57,17 +57,19 @@ class OutputDevice final : public QIODevice {
 struct Stopped {};
 
 void WritePages(const Report& report, const PageLayout& layout, const PaperFonts& fonts,
-                const std::vector<std::size_t>& pages, OutputFile& file, const PageProgress& progress) {
+                const std::vector<std::size_t>& pages, const QPageLayout& paper, OutputFile& file,
+                const PageProgress& progress) {
     OutputDevice device(file);
     QPdfWriter writer(&device);
     writer.setResolution(kResolution);
     writer.setTitle(Text(report.facts().caption));
     writer.setCreator(Text(kProductName));
-    writer.setPageLayout(PaperOf(layout));
-    const bool whole = DrawPages(writer, layout, fonts, pages, [&](std::size_t done, std::size_t count) {
-        device.Check();
-        return !progress || progress(done, count);
-    });
+    writer.setPageLayout(paper);
+    const bool whole =
+        DrawPages(writer, file.name(), layout, fonts, pages, [&](std::size_t done, std::size_t count) {
+            device.Check();
+            return !progress || progress(done, count);
+        });
     device.Check();
     if (!whole) throw Stopped{};
 }
@@ -80,18 +82,18 @@ std::vector<std::size_t> AllPages(const PageLayout& layout) {
     return pages;
 }
 
-void WritePdf(const Report& report, const std::filesystem::path& path) {
+bool WritePdf(const Report& report, const std::filesystem::path& path, const PageProgress& progress) {
     const PaperFonts fonts;
     const PageLayout layout(report, fonts.metrics());
-    WritePdf(report, layout, fonts, AllPages(layout), path, {});
+    return WritePdf(report, layout, fonts, AllPages(layout), PaperOf(layout), path, progress);
 }
 
 bool WritePdf(const Report& report, const PageLayout& layout, const PaperFonts& fonts,
-              const std::vector<std::size_t>& pages, const std::filesystem::path& path,
-              const PageProgress& progress) {
+              const std::vector<std::size_t>& pages, const QPageLayout& paper,
+              const std::filesystem::path& path, const PageProgress& progress) {
     try {
-        WriteInPlace(path,
-                     [&](OutputFile& file) { WritePages(report, layout, fonts, pages, file, progress); });
+        WriteInPlace(
+            path, [&](OutputFile& file) { WritePages(report, layout, fonts, pages, paper, file, progress); });
     } catch (const Stopped&) {
         return false;
     }

@@ -1,6 +1,7 @@
 // A report as a PDF file, page by page as it is printed.
 #pragma once
 
+#include <QPageLayout>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -16,15 +17,16 @@ class PaperFonts;
 // Told before each page how many of how many are done; answers false to stop.
 using PageProgress = std::function<bool(std::size_t done, std::size_t pages)>;
 
-// Writes the file in the place of `path` (a real path): an older file of that name stays when writing fails.
-// Needs a QGuiApplication. Raises an OutputError that names the file (61, 70, 75 or 76).
-void WritePdf(const Report& report, const std::filesystem::path& path);
+// Writes the file in the place of `path` (a real path): an older file of that name stays when writing fails,
+// and when `progress` stops it, which returns false. Needs a QGuiApplication. Raises an OutputError that
+// names the file (61, 70, 75 or 76).
+bool WritePdf(const Report& report, const std::filesystem::path& path, const PageProgress& progress = {});
 
-// The same for pages, numbered from 0, of a report that has been laid out with these fonts. False when
-// `progress` stopped it; the older file stays then, too.
+// The same for pages, numbered from 0, of a report that has been laid out with these fonts; on `paper`, as a
+// printer would.
 bool WritePdf(const Report& report, const PageLayout& layout, const PaperFonts& fonts,
-              const std::vector<std::size_t>& pages, const std::filesystem::path& path,
-              const PageProgress& progress);
+              const std::vector<std::size_t>& pages, const QPageLayout& paper,
+              const std::filesystem::path& path, const PageProgress& progress);
 
 // All pages of a layout.
 std::vector<std::size_t> AllPages(const PageLayout& layout);

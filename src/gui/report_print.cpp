@@ -2,11 +2,9 @@
 
 #include <QPageRanges>
 #include <algorithm>
-#include <string>
 
 #include "gui/qt_text.h"
 #include "gui/report_painter.h"
-#include "platform/error.h"
 #include "platform/user_interface.h"
 
 namespace zorvel {
@@ -56,16 +54,11 @@ std::vector<std::size_t> PagesToPrint(const QPrinter& printer, std::size_t count
 
 bool PrintPages(QPrinter& printer, const PageLayout& layout, const PaperFonts& fonts,
                 const std::vector<std::size_t>& pages, const PageProgress& progress) {
-    bool stopped = false;
-    const bool printed = DrawPages(printer, layout, fonts, pages, [&](std::size_t done, std::size_t count) {
-        stopped = progress && !progress(done, count);
-        return !stopped;
-    });
-    if (stopped) printer.abort();
-    if (printed || stopped) return printed;
     const QString name =
         printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
-    throw OutputError(Error(errors::kPathFileAccess).At(FromQString(name)));
+    const bool printed = DrawPages(printer, FromQString(name), layout, fonts, pages, progress);
+    if (!printed) printer.abort();
+    return printed;
 }
 
 }  // namespace zorvel

@@ -10,12 +10,6 @@ namespace {
 
 constexpr std::size_t kGroupTexts = 2;  // heading and note
 
-// `text` as it is displayed; lies in `scratch`.
-std::string_view Shown(std::string text, std::string& scratch) {
-    if (DisplayValue(text, ValueFormat::kText, scratch).data() == text.data()) scratch = std::move(text);
-    return scratch;
-}
-
 }  // namespace
 
 ReportSearch::ReportSearch(const Report& report)
@@ -52,24 +46,14 @@ TextPlace ReportSearch::PlaceOf(std::size_t number) const {
     return {TextPlace::Kind::kCell, cell / columns_, cell % columns_, 0};
 }
 
-bool ReportSearch::Repeats(std::size_t row, std::size_t column) const {
-    const ReportRows& rows = report_.rows();
-    if (row == 0 || !report_.definition().columns[column].blank_repeats ||
-        rows.ColumnValue(row, column) != rows.ColumnValue(row - 1, column))
-        return false;
-    const std::vector<RowGroup>& groups = rows.groups();
-    return !std::binary_search(groups.begin(), groups.end(), RowGroup{0, row, 0},
-                               [](const RowGroup& a, const RowGroup& b) { return a.begin < b.begin; });
-}
-
 std::string_view ReportSearch::TextOf(const TextPlace& place, std::string& scratch) const {
     switch (place.kind) {
         case TextPlace::Kind::kHeading:
-            return Shown(report_.Heading(place.index), scratch);
+            return scratch = report_.Heading(place.index);
         case TextPlace::Kind::kNote:
-            return Shown(report_.Note(place.index), scratch);
+            return scratch = report_.Note(place.index);
         case TextPlace::Kind::kCell:
-            if (Repeats(place.index, place.column)) return {};
+            if (report_.rows().Repeats(place.index, place.column)) return {};
             return DisplayValue(report_.rows().ColumnValue(place.index, place.column),
                                 report_.definition().columns[place.column].format, scratch);
         case TextPlace::Kind::kFurniture:

@@ -39,7 +39,6 @@ class ReportSearch {
     std::size_t size() const;
     std::size_t NumberOf(const TextPlace& place) const;
     TextPlace PlaceOf(std::size_t number) const;
-    bool Repeats(std::size_t row, std::size_t column) const;
     std::optional<Match> FirstIn(const TextSearch& needle, std::size_t begin, std::size_t end) const;
     std::optional<Match> LastIn(const TextSearch& needle, std::size_t begin, std::size_t end) const;
 

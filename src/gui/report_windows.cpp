@@ -1,6 +1,7 @@
 #include "gui/report_windows.h"
 
 #include <QMenu>
+#include <QScopeGuard>
 #include <utility>
 
 #include "database/catalogue.h"
@@ -41,10 +42,10 @@ bool ReportWindows::CloseAll() {
 
 void ReportWindows::Generate(std::string_view caption) {
     windows_.removeAll(nullptr);
+    const auto prepared = qScopeGuard([this] { preparing_.reset(); });
     if (caption == kCaptureDetailsReport) preparing_.emplace();
     const Catalogue catalogue(*controller_.session().MasterConnection);
     Reports(controller_.services(), catalogue, choice_, *this).Generate(caption);
-    preparing_.reset();
 }
 
 void ReportWindows::ShowReportOptions(ReportChoice& choice) {

@@ -33,6 +33,14 @@ void AppendUtf8(std::string& utf8, std::string_view text);
 // Appends the UTF-8 of one Unicode scalar value (0 to 0x10FFFF without the surrogates).
 void AppendUtf8(std::string& utf8, char32_t code_point);
 
+// True for the control characters: the codes below the blank, DEL, and the five that Windows-1252 leaves
+// open.
+constexpr bool IsControl(char character) noexcept {
+    const auto code = static_cast<unsigned char>(character);
+    return code < 0x20 || code == 0x7F || code == 0x81 || code == 0x8D || code == 0x8F || code == 0x90 ||
+           code == 0x9D;
+}
+
 // Upper case by the code page ("é" becomes "É"), whatever the locale; a letter without one stays.
 inline char UpperChar(char character) noexcept {
     return kUpperCase[static_cast<unsigned char>(character)];

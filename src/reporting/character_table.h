@@ -13,11 +13,6 @@
 
 namespace zorvel {
 
-// The control characters: those below kControlEnd, DEL, and the five codes that the code page leaves open.
-inline constexpr std::size_t kControlEnd = 0x20;
-inline constexpr std::size_t kDelete = 0x7F;
-inline constexpr std::array<std::size_t, 5> kOpenCodes{0x81, 0x8D, 0x8F, 0x90, 0x9D};
-
 class CharacterTable {
   public:
     // Spells every character as its UTF-8.
@@ -32,6 +27,13 @@ class CharacterTable {
     void Spell(std::size_t code, std::string text) {
         texts_[code] = std::move(text);
         plain_[code] = false;
+    }
+
+    // Spells each control character, whose code it gives to `spelling`, as the text that it returns.
+    template <typename Spelling>
+    void SpellControls(Spelling spelling) {
+        for (std::size_t code = 0; code < texts_.size(); ++code)
+            if (IsControl(static_cast<char>(static_cast<unsigned char>(code)))) Spell(code, spelling(code));
     }
 
     // Spells a character as itself.

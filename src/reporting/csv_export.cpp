@@ -71,18 +71,16 @@ class CsvWriter {
     // stay visible, cut no text short and tell a terminal nothing.
     void SpellControls() {
         constexpr char32_t kPictures = 0x2400;
+        constexpr std::size_t kDelete = 0x7F;
         constexpr char32_t kPictureOfDelete = 0x2421;
         constexpr char32_t kReplacement = 0xFFFD;
-        const auto spell_as = [this](std::size_t code, char32_t character) {
+        spelling_.SpellControls([](std::size_t code) {
             std::string text;
-            AppendUtf8(text, character);
-            spelling_.Spell(code, std::move(text));
-        };
-        for (std::size_t code = 0; code < kControlEnd; ++code)
-            spell_as(code, kPictures + static_cast<char32_t>(code));
-        spell_as(kDelete, kPictureOfDelete);
-        for (const std::size_t code : kOpenCodes)
-            spell_as(code, kReplacement);
+            AppendUtf8(text, code < ' '        ? kPictures + static_cast<char32_t>(code)
+                             : code == kDelete ? kPictureOfDelete
+                                               : kReplacement);
+            return text;
+        });
         for (const char kept : {'\t', '\r', '\n'})
             spelling_.Keep(static_cast<unsigned char>(kept));
     }

@@ -38,20 +38,22 @@ std::vector<std::string> FieldKeys(const Report& report) {
 }
 
 std::vector<std::string> FieldHeadings(const Report& report) {
-    std::vector<std::string> headings = FieldKeys(report);
+    const std::vector<std::string> keys = FieldKeys(report);
     const std::vector<const ReportColumn*> columns = ColumnsOfFields(report);
-    // How often each text is used, a field's key and its own heading being one use when they are the same.
-    std::map<std::string, int> uses;
-    for (std::size_t i = 0; i < headings.size(); ++i) {
-        const std::string key = UpperCase(headings[i]);
-        ++uses[key];
-        if (columns[i] == nullptr) continue;
-        const std::string heading = UpperCase(columns[i]->heading);
-        if (heading != key) ++uses[heading];
-    }
-    for (std::size_t i = 0; i < headings.size(); ++i) {
-        if (columns[i] == nullptr || columns[i]->heading.empty()) continue;
-        if (uses[UpperCase(columns[i]->heading)] == 1) headings[i] = columns[i]->heading;
+    std::vector<std::string> headings = keys;
+    for (std::size_t i = 0; i < headings.size(); ++i)
+        if (columns[i] != nullptr && !columns[i]->heading.empty()) headings[i] = columns[i]->heading;
+    // Where two are the same, fields get their keys back, which differ; each round settles one at least.
+    for (bool settled = false; !settled;) {
+        settled = true;
+        std::map<std::string, int> uses;
+        for (const std::string& heading : headings)
+            ++uses[UpperCase(heading)];
+        for (std::size_t i = 0; i < headings.size(); ++i) {
+            if (headings[i] == keys[i] || uses[UpperCase(headings[i])] == 1) continue;
+            headings[i] = keys[i];
+            settled = false;
+        }
     }
     return headings;
 }

@@ -227,8 +227,7 @@ class HtmlPage {
         const std::size_t level = rows_.groups()[group].level;
         const std::string heading = 'h' + std::to_string(std::min(kFirstHeading + level, kLastHeading));
         Put(level == 0 ? "<details class=\"outer\"" : "<details");
-        const bool new_page = definition_.groups[level].new_page && rows_.groups()[group].begin > 0;
-        Put(new_page ? " style=\"break-before: page\" open>" : " open>");
+        Put(rows_.BeginsPage(group) ? " style=\"break-before: page\" open>" : " open>");
         Put("<summary><" + heading + " id=\"g" + std::to_string(group) + "\">");
         PutText(report_.Heading(group));
         Put("</" + heading + '>');
@@ -256,22 +255,18 @@ class HtmlPage {
             WriteHeadings();
             Put("<tbody>\n");
             for (std::size_t row = first; row < behind; ++row)
-                WriteRow(row, row > begin);
+                WriteRow(row);
             Put("</tbody></table></div>\n");
         }
     }
 
     // Values that are left out because they repeat the row above's are there, out of sight: the filter finds
     // them, and shows them when the row above is hidden.
-    void WriteRow(std::size_t row, bool has_row_above) {
+    void WriteRow(std::size_t row) {
         Put("<tr>");
         for (std::size_t i = 0; i < definition_.columns.size(); ++i) {
-            const ReportColumn& column = definition_.columns[i];
-            const std::string_view value = rows_.ColumnValue(row, i);
-            const bool again =
-                column.blank_repeats && has_row_above && rows_.ColumnValue(row - 1, i) == value;
-            Put(again ? "<td class=\"again\">" : "<td>");
-            PutText(value, column.format);
+            Put(rows_.Repeats(row, i) ? "<td class=\"again\">" : "<td>");
+            PutText(rows_.ColumnValue(row, i), definition_.columns[i].format);
             Put("</td>");
         }
         Put("</tr>\n");

@@ -28,7 +28,7 @@ body { margin: 0 1.5rem 2rem; background: var(--paper); color: var(--text);
 h1 { margin: 1.2rem 0 0.2rem; font-size: 1.6rem; color: var(--title); overflow-wrap: anywhere; }
 h2, h3, h4, h5, h6 { margin: 0; font-size: 1rem; }
 p { margin: 0.3rem 0; white-space: pre-line; overflow-wrap: anywhere; }
-footer, .faint { color: var(--faint); }
+footer { color: var(--faint); }
 dl { display: flex; flex-wrap: wrap; gap: 0.4rem 2.2rem; margin: 0.8rem 0; }
 dl div { max-width: 100%; }
 dt { color: var(--faint); font-size: 0.8rem; }

@@ -21,14 +21,9 @@ class JsonWriter {
   public:
     explicit JsonWriter(OutputFile& file) : file_(file) {
         constexpr std::string_view kHexDigits = "0123456789abcdef";
-        const auto escape = [&](std::size_t code) {
-            spelling_.Spell(code, std::string("\\u00") + kHexDigits[code >> 4] + kHexDigits[code & 15]);
-        };
-        for (std::size_t code = 0; code < kControlEnd; ++code)
-            escape(code);
-        escape(kDelete);
-        for (const std::size_t code : kOpenCodes)
-            escape(code);
+        spelling_.SpellControls([&](std::size_t code) {
+            return std::string("\\u00") + kHexDigits[code >> 4] + kHexDigits[code & 15];
+        });
         spelling_.Spell('"', "\\\"");
         spelling_.Spell('\\', "\\\\");
         spelling_.Spell('\t', "\\t");

@@ -49,7 +49,8 @@ void PageBlocks::MakeHeadings() {
                         [](double sum, const ReportColumn& column) { return sum + column.width; });
     double x = left();
     for (const ReportColumn& column : columns) {
-        ColumnHeadings::Heading heading{x, column.width / all * (right() - left()), column.heading, {}};
+        ColumnHeadings::Heading heading{
+            x, column.width / all * (right() - left()), DisplayText(column.heading), {}};
         x += heading.width;
         double height = fonts_.bold.Width(heading.text, text_size()) + 2 * kCellPadding;
         if (!column.turned) {
@@ -139,7 +140,7 @@ void PageBlocks::MakeChartHeading(std::size_t chart, PageBlock& block) const {
     BlockCell& cell = AddCell(block, left(), right() - left(), text_size() + kOuterLarger);
     cell.bold = true;
     cell.colour = PageColour::kTitle;
-    cell.text = report_.definition().charts[chart].heading;
+    cell.text = DisplayValue(report_.definition().charts[chart].heading, ValueFormat::kText, cell.storage);
     Break(block, cell);
     block.line_height = LineHeight(cell.size);
     block.above = kChartAbove;
@@ -194,8 +195,9 @@ void PageBlocks::MakeHeading(std::size_t group, PageBlock& block) const {
     for (const std::string& total : report_.GroupTotals(group))
         totals += (totals.empty() ? "" : std::string(kTotalsGap)) + total;
     if (!totals.empty()) {
-        const double width = fonts_.regular.Width(totals, text_size()) + 4 * kCellPadding;
-        room -= std::min(width, room / 2);
+        const double whole = fonts_.regular.Width(totals, text_size()) + 4 * kCellPadding;
+        const double width = std::min(whole, room / 2);
+        room -= width;
         BlockCell& cell = AddCell(block, right() - width, width, text_size());
         cell.alignment = ColumnAlignment::kRight;
         cell.storage = std::move(totals);
@@ -204,12 +206,8 @@ void PageBlocks::MakeHeading(std::size_t group, PageBlock& block) const {
     }
     BlockCell& heading = block.cells.front();
     heading.width = room;
-    const std::string text = report_.Heading(group);
-    heading.text = DisplayValue(text, ValueFormat::kText, heading.storage);
-    if (heading.text.data() == text.data()) {
-        heading.storage = text;
-        heading.text = heading.storage;
-    }
+    heading.storage = report_.Heading(group);
+    heading.text = heading.storage;
     Break(block, heading);
 }
 
@@ -218,11 +216,8 @@ void PageBlocks::MakeRepeated(std::size_t group, PageBlock& block) const {
     block.cell_count = 0;
     MakeGroupLine(group, block);
     BlockCell& heading = block.cells.front();
-    std::string scratch;
-    const std::string text = report_.Heading(group);
     const double room = heading.width - fonts_.bold.Width(kContinued, heading.size);
-    heading.storage =
-        CutToLine(DisplayValue(text, ValueFormat::kText, scratch), fonts_.bold, heading.size, room);
+    heading.storage = CutToLine(report_.Heading(group), fonts_.bold, heading.size, room);
     heading.storage += kContinued;
     heading.text = heading.storage;
     heading.place = {};
@@ -235,31 +230,20 @@ void PageBlocks::MakeNote(std::size_t group, PageBlock& block) const {
     BlockCell& cell = AddCell(block, x, right() - x, text_size());
     cell.colour = PageColour::kFaintText;
     cell.place = {TextPlace::Kind::kNote, group, 0, 0};
-    const std::string text = report_.Note(group);
-    cell.text = DisplayValue(text, ValueFormat::kText, cell.storage);
-    if (cell.text.data() == text.data()) {
-        cell.storage = text;
-        cell.text = cell.storage;
-    }
+    cell.storage = report_.Note(group);
+    cell.text = cell.storage;
     Break(block, cell);
 }
 
 void PageBlocks::MakeRow(std::size_t row, bool first_on_page, PageBlock& block) const {
     const std::vector<ReportColumn>& columns = report_.definition().columns;
     const ReportRows& rows = report_.rows();
-    const std::size_t levels = report_.definition().groups.size();
-    const bool first_of_group = first_on_page || row == 0 ||
-                                (levels > 0 && rows.groups()[rows.GroupOf(row, levels - 1)].begin == row);
     for (std::size_t i = 0; i < columns.size(); ++i) {
         BlockCell& cell = AddCell(block, headings_.headings[i].x, headings_.headings[i].width, text_size());
         cell.alignment = columns[i].alignment;
         cell.place = {TextPlace::Kind::kCell, row, i, 0};
-        const std::string_view value = rows.ColumnValue(row, i);
-        if (columns[i].blank_repeats && !first_of_group && value == rows.ColumnValue(row - 1, i)) {
-            cell.text = {};
-        } else {
-            cell.text = DisplayValue(value, columns[i].format, cell.storage);
-        }
+        const bool left_out = !first_on_page && rows.Repeats(row, i);
+        cell.text = left_out ? "" : DisplayValue(rows.ColumnValue(row, i), columns[i].format, cell.storage);
         if (columns[i].format == ValueFormat::kYesNo && cell.text != "Yes")
             cell.colour = PageColour::kFaintText;
         Break(block, cell);
@@ -279,10 +263,9 @@ void PageBlocks::MakeTotals(PageBlock& block) const {
     cell.bold = true;
     cell.colour = PageColour::kTitle;
     cell.storage = "Total";
-    const std::vector<ReportTotal>& totals = report_.definition().totals;
-    for (std::size_t i = 0; i < totals.size(); ++i) {
+    for (const std::string& total : report_.Totals()) {
         cell.storage += kTotalsGap;
-        cell.storage += totals[i].heading + ' ' + GroupedOrZero(report_.rows().Total(i));
+        cell.storage += total;
     }
     cell.text = cell.storage;
     block.line_height = LineHeight(cell.size);

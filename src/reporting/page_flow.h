@@ -27,10 +27,11 @@ enum class BlockKind {
 struct FlowPosition {
     BlockKind kind = BlockKind::kEnd;
     std::size_t row = 0;  // of a heading and a note: the first of the group
-    std::size_t item =
-        0;                // the fact, the chart, or the group; of a row: the next group that begins behind it
+    // The fact, the chart, or the group; of a row: the next group that begins behind it.
+    std::size_t item = 0;
     std::size_t bar = 0;  // of the chart
     std::size_t line = 0;
+    bool first_on_page = false;  // behind the first line: whether no row stood above the block where it began
 
     // True for blocks that stand below the columns' headings.
     bool InTable() const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "reporting/report_values.h"
+#include "shell/formats.h"
 
 namespace zorvel {
 namespace {
@@ -79,10 +80,7 @@ FlowPosition PageLayout::Fill(FlowPosition position, std::size_t page, PageCanva
 
 bool PageLayout::BreaksAhead(const FlowPosition& position, const Sheet& sheet) const {
     if (sheet.empty || position.line > 0) return false;
-    if (position.kind == BlockKind::kHeading) {
-        const RowGroup& group = report_.rows().groups()[position.item];
-        if (report_.definition().groups[group.level].new_page && group.begin > 0) return true;
-    }
+    if (position.kind == BlockKind::kHeading && report_.rows().BeginsPage(position.item)) return true;
     const bool leads = position.kind == BlockKind::kHeading || position.kind == BlockKind::kChartHeading;
     if (!leads) return false;
     const double headings = sheet.headed ? 0 : kTableGap + blocks_.headings().height + kRule;
@@ -106,6 +104,7 @@ double PageLayout::HeightWithNext(FlowPosition position) const {
 void PageLayout::MakeBlock(const FlowPosition& position, bool first_on_page) const {
     FlowPosition begin = position;
     begin.line = 0;
+    begin.first_on_page = false;
     if (begin == block_position_ && first_on_page == block_first_on_page_) return;
     blocks_.Make(begin, flow_.facts(), first_on_page, block_);
     block_position_ = begin;
@@ -113,7 +112,8 @@ void PageLayout::MakeBlock(const FlowPosition& position, bool first_on_page) con
 }
 
 bool PageLayout::Place(FlowPosition& position, Sheet& sheet) const {
-    MakeBlock(position, sheet.first_row);
+    const bool first_on_page = position.line == 0 ? sheet.first_row : position.first_on_page;
+    MakeBlock(position, first_on_page);
     const std::size_t left = block_.line_count - position.line;
     const double above = position.line == 0 ? block_.above : 0;
     const double room = sheet.bottom - sheet.top - above;
@@ -136,6 +136,7 @@ bool PageLayout::Place(FlowPosition& position, Sheet& sheet) const {
         position = flow_.Next(position);
     } else {
         position.line += lines;
+        position.first_on_page = first_on_page;
     }
     return ends;
 }
@@ -257,7 +258,7 @@ void PageLayout::DrawFurniture(std::size_t page, PageCanvas& canvas) const {
     canvas.Fill(blocks_.left(), bottom - kFurnitureGap / 2, blocks_.right() - blocks_.left(), kRule,
                 PageColour::kRule);
     DrawEnds({facts.generated.empty() ? "Zorvel" : "Zorvel, " + facts.generated, kFurnitureSize, false},
-             "Page " + std::to_string(page + 1) + " of " + std::to_string(page_count()), bottom, canvas);
+             "Page " + GroupedCount(page + 1) + " of " + GroupedCount(page_count()), bottom, canvas);
 }
 
 void PageLayout::DrawEnds(const End& left, std::string_view right, double top, PageCanvas& canvas) const {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "reporting/report_values.h"
 #include "shell/formats.h"
 
 namespace zorvel {
@@ -27,22 +28,32 @@ std::vector<FactLine> Report::FactLines() const {
 
 std::string Report::Heading(std::size_t group) const {
     const RowGroup& rows = rows_.groups()[group];
-    return rows_.Expand(definition_.groups[rows.level].heading, rows.begin);
+    return DisplayText(rows_.Expand(definition_.groups[rows.level].heading, rows.begin));
 }
 
 std::string Report::Note(std::size_t group) const {
     const RowGroup& rows = rows_.groups()[group];
-    return rows_.Expand(definition_.groups[rows.level].note, rows.begin);
+    return DisplayText(rows_.Expand(definition_.groups[rows.level].note, rows.begin));
+}
+
+std::vector<std::string> Report::Totals() const {
+    std::vector<std::string> texts;
+    for (std::size_t total = 0; total < definition_.totals.size(); ++total)
+        texts.push_back(TotalText(total, rows_.Total(total)));
+    return texts;
 }
 
 std::vector<std::string> Report::GroupTotals(std::size_t group) const {
     std::vector<std::string> texts;
     for (std::size_t total = 0; total < definition_.totals.size(); ++total) {
         if (rows_.groups()[group].level < definition_.totals[total].levels)
-            texts.push_back(definition_.totals[total].heading + ' ' +
-                            GroupedOrZero(rows_.GroupTotal(group, total)));
+            texts.push_back(TotalText(total, rows_.GroupTotal(group, total)));
     }
     return texts;
+}
+
+std::string Report::TotalText(std::size_t total, std::int64_t number) const {
+    return DisplayText(definition_.totals[total].heading) + ' ' + GroupedOrZero(number);
 }
 
 }  // namespace zorvel

@@ -2,6 +2,8 @@
 // it.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,13 +55,17 @@ class Report {
     // comment, order, excluded issues.
     std::vector<FactLine> FactLines() const;
 
-    // The heading and the note of a group (a number in rows().groups()).
+    // The heading and the note of a group (a number in rows().groups()), as they are displayed.
     std::string Heading(std::size_t group) const;
     std::string Note(std::size_t group) const;
-    // The totals that a group shows, as "Settings 1,234" each, in the definition's order.
+    // The totals of the report, and those that a group shows, as "Settings 1,234" each, in the definition's
+    // order.
+    std::vector<std::string> Totals() const;
     std::vector<std::string> GroupTotals(std::size_t group) const;
 
   private:
+    std::string TotalText(std::size_t total, std::int64_t number) const;
+
     ReportDefinition definition_;
     ReportFacts facts_;
     ReportRows rows_;

@@ -19,12 +19,13 @@ constexpr double kPointsPerMillimetre = 72.0 / 25.4;
 
 // The sides of the paper sizes, upright, in millimetres.
 struct PaperSize {
-    std::string_view name;
     double width;
     double height;
 };
-constexpr std::array<PaperSize, 4> kPaperSizes{
-    {{"A4", 210, 297}, {"A3", 297, 420}, {"Letter", 215.9, 279.4}, {"Legal", 215.9, 355.6}}};
+constexpr PaperSize kA4{210, 297};
+constexpr PaperSize kA3{297, 420};
+constexpr PaperSize kLetter{215.9, 279.4};
+constexpr PaperSize kLegal{215.9, 355.6};
 
 constexpr double kMaxMargin = 60;  // millimetres
 constexpr double kMinTextSize = 4;
@@ -200,13 +201,10 @@ class Section {
 
 ReportPage ReadPage(Section section) {
     ReportPage page;
-    const PaperSize* const size = section.Choice<const PaperSize*>("size", kPaperSizes.data(),
-                                                                   {{"A4", &kPaperSizes[0]},
-                                                                    {"A3", &kPaperSizes[1]},
-                                                                    {"Letter", &kPaperSizes[2]},
-                                                                    {"Legal", &kPaperSizes[3]}});
-    page.width = size->width * kPointsPerMillimetre;
-    page.height = size->height * kPointsPerMillimetre;
+    const PaperSize size =
+        section.Choice("size", kA4, {{"A4", kA4}, {"A3", kA3}, {"Letter", kLetter}, {"Legal", kLegal}});
+    page.width = size.width * kPointsPerMillimetre;
+    page.height = size.height * kPointsPerMillimetre;
     if (section.Choice("orientation", false, {{"portrait", false}, {"landscape", true}}))
         std::swap(page.width, page.height);
     page.margin =

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,18 @@ void WriteCsv(const Report& report, OutputFile& file);
 // whole numbers of number columns are numbers (unless doubles cannot hold them), and those of yes-no columns
 // true or false.
 void WriteJson(const Report& report, OutputFile& file);
+
+// What a report can be saved as.
+struct ReportFormat {
+    std::string_view suffix;                    // of the file's name, with its dot
+    std::string_view filter;                    // as file dialogs name the format
+    void (*write)(const Report&, OutputFile&);  // null for PDF, which is drawn as paper is
+};
+
+// All formats; PDF is the first.
+std::span<const ReportFormat> ReportFormats();
+// The format that a file's name asks for by its suffix, in any case; null when it names none.
+const ReportFormat* FormatOf(const std::filesystem::path& path);
 
 // Writes a file in the place of `path` (a real path): beside it first, so that an older file of that name
 // stays when writing fails. It replaces the file that a link leads to, keeps an older file's permissions, and

@@ -1,7 +1,7 @@
 #include "reporting/report_rows.h"
 
 #include <algorithm>
-#include <numeric>
+#include <limits>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -9,6 +9,7 @@
 #include "platform/code_page.h"
 #include "platform/error.h"
 #include "reporting/report_values.h"
+#include "shell/formats.h"
 
 namespace zorvel {
 namespace {
@@ -85,6 +86,13 @@ class GroupTree {
 
 std::int64_t NumberOf(std::string_view value) {
     return WholeNumber(value).value_or(0);
+}
+
+// The sum, or the number next to it that fits.
+std::int64_t Plus(std::int64_t left, std::int64_t right) {
+    std::int64_t sum = 0;
+    if (!__builtin_add_overflow(left, right, &sum)) return sum;
+    return right < 0 ? std::numeric_limits<std::int64_t>::min() : std::numeric_limits<std::int64_t>::max();
 }
 
 }  // namespace
@@ -200,6 +208,21 @@ std::size_t ReportRows::GroupOf(std::size_t row, std::size_t level) const {
     return *(behind - 1);
 }
 
+bool ReportRows::BeginsPage(std::size_t group) const {
+    const std::size_t row = groups_[group].begin;
+    if (row == 0 || groups_[group - 1].begin == row) return false;
+    for (; group < groups_.size() && groups_[group].begin == row; ++group)
+        if (definition_.groups[groups_[group].level].new_page) return true;
+    return false;
+}
+
+bool ReportRows::Repeats(std::size_t row, std::size_t column) const {
+    if (row == 0 || !definition_.columns[column].blank_repeats ||
+        ColumnValue(row, column) != ColumnValue(row - 1, column))
+        return false;
+    return level_groups_.empty() || groups_[GroupOf(row, level_groups_.size() - 1)].begin != row;
+}
+
 std::string ReportRows::Expand(const TextTemplate& text, std::size_t row) const {
     std::string expanded;
     for (const TextTemplate::Piece& piece : text.pieces) {
@@ -228,7 +251,7 @@ void ReportRows::AddUpTotal(std::size_t number, const ReportTotal& total) {
         std::unordered_set<std::string> met;
         for (std::size_t row = begin; row < end; ++row) {
             if (total.kind == ReportTotal::Kind::kSum) {
-                sum += NumberOf(Value(row, fields.front()));
+                sum = Plus(sum, NumberOf(Value(row, fields.front())));
                 continue;
             }
             const bool same =
@@ -263,14 +286,15 @@ std::vector<ChartBar> ReportRows::AddUpChart(const ReportChart& chart) const {
             AppendKey(key, Value(row, field));
         const auto [entry, is_new] = numbers.try_emplace(key, bars.size());
         if (is_new) bars.push_back({Expand(chart.label, row)});
-        bars[entry->second].value += counts ? 1 : NumberOf(Value(row, sum));
+        std::int64_t& value = bars[entry->second].value;
+        value = Plus(value, counts ? 1 : NumberOf(Value(row, sum)));
     }
     std::stable_sort(bars.begin(), bars.end(),
                      [](const ChartBar& left, const ChartBar& right) { return left.value > right.value; });
     if (bars.size() > chart.limit + 1) {
-        ChartBar other{"Other (" + std::to_string(bars.size() - chart.limit) + ')', 0, true};
+        ChartBar other{"Other (" + GroupedCount(bars.size() - chart.limit) + ')', 0, true};
         for (std::size_t bar = chart.limit; bar < bars.size(); ++bar)
-            other.value += bars[bar].value;
+            other.value = Plus(other.value, bars[bar].value);
         bars.resize(chart.limit);
         bars.push_back(std::move(other));
     }

@@ -53,6 +53,12 @@ class ReportRows {
     const std::vector<RowGroup>& groups() const { return groups_; }
     // The group of `level` that a row belongs to, as its number in groups().
     std::size_t GroupOf(std::size_t row, std::size_t level) const;
+    // True when a group begins on a page of its own: it wants one, or one that begins with it does. Of groups
+    // that begin with the same row that is the outermost.
+    bool BeginsPage(std::size_t group) const;
+
+    // True for a value that is left out because it repeats that of the row above in the same group.
+    bool Repeats(std::size_t row, std::size_t column) const;
 
     // The definition's total number `total`, of all rows or of one group.
     std::int64_t Total(std::size_t total) const { return totals_[total]; }

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
-#include "platform/error.h"
+#include "platform/code_page.h"
 #include "shell/formats.h"
 
 namespace zorvel {
@@ -11,17 +12,8 @@ namespace {
 
 constexpr std::size_t kTabWidth = 4;
 constexpr char kControlSign = '\xB7';  // "·"
-constexpr unsigned char kFirstPrintable = 0x20;
-constexpr unsigned char kDelete = 0x7F;
 
-// The codes that the code page leaves open are control characters, too.
-bool IsControl(char character) {
-    const auto code = static_cast<unsigned char>(character);
-    return code < kFirstPrintable || code == kDelete || code == 0x81 || code == 0x8D || code == 0x8F ||
-           code == 0x90 || code == 0x9D;
-}
-
-std::string_view DisplayText(std::string_view value, std::string& scratch) {
+std::string_view WithoutControls(std::string_view value, std::string& scratch) {
     const auto* first = std::find_if(value.begin(), value.end(), IsControl);
     if (first == value.end()) return value;
     scratch.clear();
@@ -40,21 +32,15 @@ std::string_view DisplayText(std::string_view value, std::string& scratch) {
 
 std::string_view DisplayNumber(std::string_view value, std::string& scratch) {
     const std::optional<std::int64_t> number = WholeNumber(value);
-    if (!number) return DisplayText(value, scratch);
+    if (!number) return WithoutControls(value, scratch);
     scratch = GroupedOrZero(*number);
     return scratch;
 }
 
-// "yyyy-mm-dd hh:mm:ss" as "dd/mm/yyyy hh:mm:ss"; anything else stays.
 std::string_view DisplayDate(std::string_view value, std::string& scratch) {
-    constexpr std::string_view kPattern = "dddd-dd-dd dd:dd:dd";
-    const bool is_date = value.size() == kPattern.size() &&
-                         std::equal(value.begin(), value.end(), kPattern.begin(), [](char got, char wanted) {
-                             return wanted == 'd' ? got >= '0' && got <= '9' : got == wanted;
-                         });
-    if (!is_date) return DisplayText(value, scratch);
-    scratch.assign(value.substr(8, 2)).append("/").append(value.substr(5, 2)).append("/");
-    scratch.append(value.substr(0, 4)).append(value.substr(10));
+    std::optional<std::string> date = ShownDateAndTime(value);
+    if (!date) return WithoutControls(value, scratch);
+    scratch = std::move(*date);
     return scratch;
 }
 
@@ -77,8 +63,14 @@ std::string_view DisplayValue(std::string_view value, ValueFormat format, std::s
         case ValueFormat::kYesNo:
             return value.empty() || value == "0" ? "-" : "Yes";
         default:
-            return DisplayText(value, scratch);
+            return WithoutControls(value, scratch);
     }
+}
+
+std::string DisplayText(std::string text) {
+    std::string scratch;
+    if (WithoutControls(text, scratch).data() == text.data()) return text;
+    return scratch;
 }
 
 }  // namespace zorvel

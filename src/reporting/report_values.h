@@ -16,5 +16,7 @@ std::optional<std::int64_t> WholeNumber(std::string_view value);
 // A value as it is shown: lines end with LF, tabs are blanks, other control characters "·". The result is
 // `value` itself or lies in `scratch`.
 std::string_view DisplayValue(std::string_view value, ValueFormat format, std::string& scratch);
+// The same of a text, by itself.
+std::string DisplayText(std::string text);
 
 }  // namespace zorvel

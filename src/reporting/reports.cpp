@@ -11,6 +11,19 @@
 #include "shell/report_error.h"
 
 namespace zorvel {
+namespace {
+
+// Whether the store takes `query` as a statement over `database`; what it then reads is not asked.
+bool Accepts(const Database& database, std::string_view query) {
+    try {
+        database.Check(query);
+        return true;
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+}  // namespace
 
 Reports::Reports(Services& services, const Catalogue& catalogue, ReportChoice& choice, ReportDisplay& display)
     : services_(services), catalogue_(catalogue), choice_(choice), display_(display) {}
@@ -81,15 +94,21 @@ std::shared_ptr<const Report> Reports::MakeReport(const std::string& definition_
     if (query != sorted) facts.excluded = choice_.excluded_codes;
     const Database database(services_.files.Resolve(DatasetPath()), DatasetPath(),
                             Database::Access::kReadOnly);
+    const std::string own_query = definition.query;
     const std::string where = definition_path + ", line " + std::to_string(definition.query_line);
-    const bool changed = query != definition.query;
     try {
         return std::make_shared<const Report>(std::move(definition), std::move(facts), database, query);
     } catch (const Error& error) {
-        if (error.number() != errors::kStore) throw;
-        const std::string expected =
-            changed ? "; expected one ORDER BY, at the query's end, and no WHERE" : "";
-        throw Error(errors::kStore, where + ": the query failed: " + error.description() + expected);
+        // What the store takes and then fails to read is no fault of the definition.
+        const bool faulty_query = error.number() == errors::kStore && !Accepts(database, query) &&
+                                  Accepts(database, "SELECT * FROM sqlite_schema");
+        if (!faulty_query) throw;
+        const std::string expected = Accepts(database, own_query)
+                                         ? "one ORDER BY, at the query's end, and no WHERE"
+                                         : "a SELECT over the tables of " + choice_.dataset;
+        throw Error(errors::kStore,
+                    where + ": the query failed: " + error.description() + "; expected " + expected)
+            .With(error.detail());
     }
 }
 

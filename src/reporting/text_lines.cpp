@@ -1,7 +1,6 @@
 #include "reporting/text_lines.h"
 
 #include <array>
-#include <limits>
 
 namespace zorvel {
 namespace {
@@ -23,22 +22,18 @@ constexpr double kFilled = 0.5;
 
 // The places where the line at hand may end.
 struct Chances {
-    std::size_t glad = 0;
-    std::size_t glad_filled = 0;  // the last that fills the line well enough
+    std::size_t good = 0;  // the last good one that fills the line well enough
     std::size_t any = 0;
 
     void Note(Break kind, std::size_t behind, bool filled) {
         if (kind == kNever) return;
         any = behind;
-        if (kind != kGladly) return;
-        glad = behind;
-        if (filled) glad_filled = behind;
+        if (kind == kGladly && filled) good = behind;
     }
     // Where to end the line; `at` when there is no place for it.
     std::size_t Best(std::size_t at) const {
-        if (glad_filled != 0) return glad_filled;
-        if (any != 0) return any;
-        return glad != 0 ? glad : at;
+        if (good != 0) return good;
+        return any != 0 ? any : at;
     }
 };
 

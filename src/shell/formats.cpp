@@ -1,5 +1,6 @@
 #include "shell/formats.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -59,6 +60,10 @@ std::string GroupedOrZero(std::int64_t number) {
 
 std::string Grouped(std::int64_t number) {
     return number == 0 ? std::string() : GroupedOrZero(number);
+}
+
+std::string GroupedCount(std::size_t count) {
+    return GroupedOrZero(static_cast<std::int64_t>(count));
 }
 
 std::string GroupedOrDash(std::int64_t number) {
@@ -131,6 +136,23 @@ std::string DateAndTime(const DateTime& time) {
 std::string ShortYearDateAndTime(const DateTime& time) {
     return Padded(time.day, 2) + '/' + Padded(time.month, 2) + '/' + Padded(time.year % 100, 2) + ' ' +
            LongTime(time);
+}
+
+std::string SortableDateAndTime(const DateTime& time) {
+    return Padded(time.year, 4) + '-' + Padded(time.month, 2) + '-' + Padded(time.day, 2) + ' ' +
+           LongTime(time);
+}
+
+std::optional<std::string> ShownDateAndTime(std::string_view sortable) {
+    constexpr std::string_view kPattern = "dddd-dd-dd dd:dd:dd";
+    const auto fits = [](char got, char wanted) {
+        return wanted == 'd' ? got >= '0' && got <= '9' : got == wanted;
+    };
+    if (!std::equal(sortable.begin(), sortable.end(), kPattern.begin(), kPattern.end(), fits))
+        return std::nullopt;
+    std::string shown(sortable.substr(8, 2));
+    shown.append("/").append(sortable.substr(5, 2)).append("/");
+    return shown.append(sortable.substr(0, 4)).append(sortable.substr(10));
 }
 
 std::string TimeStamp(const DateTime& time) {

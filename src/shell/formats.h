@@ -1,7 +1,9 @@
 // The one home of number and date texts. The pattern a function stands for is given in its comment.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,6 +17,7 @@ std::string PlainNumber(std::int64_t number);
 std::string Grouped(std::int64_t number);
 // "#,0": thousands separators; zero is "0".
 std::string GroupedOrZero(std::int64_t number);
+std::string GroupedCount(std::size_t count);
 // "#,##;;-": thousands separators; zero is "-", a negative number an empty text.
 std::string GroupedOrDash(std::int64_t number);
 // "#": digits; zero is an empty text.
@@ -44,6 +47,11 @@ std::string ShortTime(const DateTime& time);
 std::string DateAndTime(const DateTime& time);
 // "dd/mm/yy hh:mm:ss"
 std::string ShortYearDateAndTime(const DateTime& time);
+// "yyyy-mm-dd hh:mm:ss": ISO 8601 with a blank, as SQLite's own date functions write it; datasets store it
+// because it sorts.
+std::string SortableDateAndTime(const DateTime& time);
+// The stored form as "dd/mm/yyyy hh:mm:ss"; nothing when the text has another form.
+std::optional<std::string> ShownDateAndTime(std::string_view sortable);
 // "YYMMDDHHMMSS" (the second MM being minutes)
 std::string TimeStamp(const DateTime& time);
 // Reads "dd/mm/yyyy", alone or followed by " hh:mm:ss". Raises error 13 when the text is no such date.

@@ -162,8 +162,8 @@ std::size_t DecodeIniSection(Record& record, EntryOutput& output) {
 std::size_t DecodeEnvironment(Record& record, EntryOutput& output) {
     constexpr std::size_t kCodeAt = 16;
     const auto code = static_cast<char>(record.header.ByteAt(kCodeAt));
-    const std::string_view name = record.fields.TakeString();
-    record.first_length = static_cast<std::int32_t>(name.size());
+    record.first_length = record.fields.TakeByteSlot();
+    const std::string_view name = record.fields.Take(static_cast<std::size_t>(record.first_length));
     const std::string_view value = record.fields.TakeString();
     output.RowWithoutName({name, value, {&code, 1}});
     return static_cast<std::size_t>(record.length_value);
@@ -171,9 +171,9 @@ std::size_t DecodeEnvironment(Record& record, EntryOutput& output) {
 
 std::size_t DecodePromptedMacro(Record& record, EntryOutput& output) {
     const std::uint8_t minimum_space = StreamCursor(record.fields.Take(kSlot + kSlot)).ByteAt(kSlot);
-    const std::string_view name = record.fields.TakeString();
-    record.first_length = static_cast<std::int32_t>(name.size());
+    record.first_length = record.fields.TakeByteSlot();
     if (record.length_value == 0) record.length_value = record.first_length;
+    const std::string_view name = record.fields.Take(static_cast<std::size_t>(record.first_length));
     const std::string_view value = record.fields.TakeString();
     const std::string_view prompt = record.fields.TakeString();
     output.Count(Counter::kMacros);

@@ -1,7 +1,10 @@
 // zorvel-batch as a shell user meets it: output, messages, exit status and files.
 #include <gmock/gmock.h>
 
+#include <sstream>
+
 #include "batch/batch_run.h"
+#include "batch/interrupting_buffer.h"
 #include "support/databases.h"
 
 namespace zorvel {
@@ -34,6 +37,16 @@ TEST_F(Batch, TreesAndContainersComeALineEach) {
               "NDS:\\\\T1\\[Root]\t0\nNDS:\\\\T1\\S\xC3\xA9\t0\nNDS:\\\\T1\\S\xC3\xA9\\APPS\t2\nNDS:"
               "\\\\T1\\EMPTY\t0\n");
     EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Batch, NoNameCommandsTheTerminalOrBreaksALine) {
+    folder_.Write("Trees/T1.ldif", "dn: o=A\\1B[2JB\\09C\\0AD\nobjectClass: organization\n");
+    EXPECT_EQ(Run({"containers"}).out, "NDS:\\\\T1\\[Root]\t0\nNDS:\\\\T1\\A [2JB C D\t0\n");
+    const Result failed = Run({"analyse", "--container", "A\x1B[2J\x7F\tB\rC\nD"});
+    EXPECT_THAT(failed.err, HasSubstr("there is no container 'A [2J  B\nC\nD'\n"));
+    folder_.Write("Directory.toml", "[[tree]]\nname = \"T\\u008D1\"\nldif = \"Trees/T1.ldif\"\n");
+    EXPECT_EQ(Run({"trees"}).out, "T 1\n");
+    EXPECT_THAT(Run({"compact", "\x1B]0;x\x07"}).err, HasSubstr("there is no dataset ' ]0;x '\n"));
 }
 
 TEST_F(Batch, AnAnalysisPrintsItsSummaryAndRepeatsItsBytes) {
@@ -125,15 +138,6 @@ TEST_F(Batch, AnImportBecomesADatasetThatCanBeCompactedAndDeleted) {
     EXPECT_THAT(Run({"delete", "Zorvel_1.MDB"}).err, HasSubstr("there is no dataset 'Zorvel_1.MDB'"));
 }
 
-// Interrupts the program at the first message or progress line.
-class InterruptingBuffer final : public std::stringbuf {
-  public:
-    int sync() override {
-        BatchWindow::Interrupt();
-        return 0;
-    }
-};
-
 TEST_F(Batch, CtrlCEndsTheRunInGoodOrder) {
     std::string ldif = test::LdifOrganization("SITE");
     for (int i = 0; i < 50; ++i) {
@@ -141,7 +145,7 @@ TEST_F(Batch, CtrlCEndsTheRunInGoodOrder) {
     }
     folder_.Write("Trees/T1.ldif", ldif);
     ASSERT_EQ(Run({"containers"}).status, 0);
-    InterruptingBuffer buffer;
+    test::InterruptingBuffer buffer;
     std::ostream err(&buffer);
     std::ostringstream out;
     EXPECT_EQ(RunBatchProgram({"analyse", "--all", "--pace", "0"}, folder_.path(), false, out, err, {}), 3);

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "batch/batch_program.h"
+#include "batch/interrupting_buffer.h"
 #include "database/make_databases.h"
 #include "gui/headless_pdf.h"
 #include "support/file_size_limit.h"
@@ -128,6 +129,8 @@ TEST_F(BatchReport, OptionsChooseDatasetOrderAndIssues) {
         {{"Issue Summary", "--exclude", "APPNODESC"}, "Draw Draw Word Word Word Calc Calc "},
         {{"Issue Detail", "--exclude", "APPNODESC", "--exclude", "INVALIDRO"},
          "Draw Draw Word Word Calc Calc "},
+        {{"--exclude", "APPNODESC", "--exclude", "INVALIDRO", "Issue Detail"},
+         "Draw Draw Word Word Calc Calc "},
     };
     for (const auto& c : kCases) {
         const Result result = Report(c.arguments);
@@ -137,6 +140,24 @@ TEST_F(BatchReport, OptionsChooseDatasetOrderAndIssues) {
     }
     EXPECT_EQ(Report({"Run Order Summary", "--dataset", "zorvel_old.mdb"}).status, 0);
     EXPECT_THAT(Written(), HasSubstr(",Calc,Older Sums,9,"));
+}
+
+TEST_F(BatchReport, AnOrderWithoutEffectIsTold) {
+    Analyse();
+    const char* const kNote =
+        "Zorvel: The order of this report is fixed; --sort and --descending have no effect.\n";
+    const struct {
+        std::vector<std::string> options;
+        const char* told;
+    } kCases[] = {{{}, ""}, {{"--descending"}, kNote}, {{"--sort", "Application Name"}, kNote}};
+    for (const auto& c : kCases) {
+        std::vector<std::string> arguments{"Associations by User"};
+        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+        const Result result = Report(arguments);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.err, c.told) << testing::PrintToString(c.options);
+        EXPECT_THAT(Written(), StartsWith("\xEF\xBB\xBF"));
+    }
 }
 
 TEST_F(BatchReport, AllIssuesAreLeftOutOnlyByAYes) {
@@ -290,6 +311,31 @@ TEST_F(BatchReport, AFullDiskIsToldAndTheOlderFileStays) {
             EXPECT_NE(entry.path().extension(), ".tmp");
         EXPECT_EQ(Report({"Attribute Details"}, name).status, 0);
         EXPECT_GT(folder_.Read(name).size(), 8000U);
+    }
+}
+
+TEST_F(BatchReport, CtrlCEndsItAndTheOlderFileStays) {
+    Analyse();
+    const auto write_pdf = [](const auto& report, const auto& path, const auto& interrupted) {
+        BatchWindow::Interrupt();
+        return WritePdfWithoutDisplay(report, path, interrupted);
+    };
+    struct Case {
+        const char* name;
+        std::vector<std::string> arguments;  // with an order, a message comes ahead of the report
+    };
+    for (const Case& c : {Case{"out.pdf", {"Run Order Summary"}},
+                          Case{"out.csv", {"Associations by User", "--descending"}}}) {
+        folder_.Write(c.name, "older");
+        std::vector<std::string> arguments{"report", "--output", (folder_.path() / c.name).string()};
+        arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+        std::ostringstream out;
+        test::InterruptingBuffer buffer;
+        std::ostream err(&buffer);
+        EXPECT_EQ(RunBatchProgram(arguments, folder_.path(), false, out, err, write_pdf), 3) << c.name;
+        EXPECT_EQ(folder_.Read(c.name), "older");
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.path()))
+            EXPECT_NE(entry.path().extension(), ".tmp") << entry.path();
     }
 }
 

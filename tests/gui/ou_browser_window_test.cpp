@@ -2,10 +2,13 @@
 #include <gmock/gmock.h>
 
 #include <QAction>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <stdexcept>
 
 #include "gui/main_window.h"
+#include "gui/tool_tip.h"
 
 namespace zorvel::test {
 namespace {
@@ -41,6 +44,23 @@ TEST_F(OUBrowserWindow, RemembersSelectionsOfSeveralContainers) {
     EXPECT_TRUE(tabs().isTabEnabled(2));
     EXPECT_TRUE(tabs().isTabEnabled(3));
     EXPECT_TRUE(Menu("mnuFileExit_1").isEnabled());
+}
+
+TEST_F(OUBrowserWindow, ToolTipsShowNamesThatLookLikeMarkup) {
+    folder_.Write("Trees/T2.ldif", "dn: o=\\<b\\>ZETA\nobjectClass: organization\n");
+    auto& trees = Get<QComboBox>("comTree");
+    trees.setFocus();
+    QTest::keyClick(&trees, Qt::Key_Down);
+    ClickNode("<b>ZETA (0)");
+    EXPECT_EQ(ShownTip(Node("<b>ZETA (0)").data(Qt::ToolTipRole).toString()), "NDS:\\\\T2\\<b>ZETA");
+    EXPECT_EQ(Text("labCurrentOU"), "<b>ZETA");
+    EXPECT_EQ(ShownTip(Get<QLabel>("labCurrentOU").toolTip()), "<b>ZETA");
+}
+
+TEST_F(OUBrowserWindow, AnOperationThatFailsLeavesAWindowThatCanBeClosed) {
+    constexpr int kNoTree = 99;
+    EXPECT_THROW(Q_EMIT Get<QComboBox>("comTree").activated(kNoTree), std::out_of_range);
+    EXPECT_TRUE(window_->close());
 }
 
 TEST_F(OUBrowserWindow, ListButtonsSelectUnselectAndInvert) {

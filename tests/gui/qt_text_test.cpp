@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "gui/tool_tip.h"
+
 namespace zorvel {
 namespace {
 
@@ -12,6 +14,11 @@ TEST(QtText, KeepsEveryCharacterOfTheCodePage) {
     }
     EXPECT_EQ(ToQString("\x80 \xE9"), QStringLiteral("\u20AC \u00E9"));
     EXPECT_EQ(FromQString(QStringLiteral("\u4E2D")), "?");
+}
+
+TEST(QtText, AToolTipShowsWhateverStandsInAName) {
+    for (const char* text : {"Word", "<b>Word</b> &amp; Co.", "one\ntwo  <i>three", "<!-- gone -->", ""})
+        EXPECT_EQ(test::ShownTip(PlainToolTip(text)), text);
 }
 
 }  // namespace

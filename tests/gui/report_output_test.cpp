@@ -1,20 +1,25 @@
 // What the window of a report saves and prints.
 #include <gmock/gmock.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPdfWriter>
 #include <QProcess>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTimer>
 #include <filesystem>
 #include <functional>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "gui/report_painter.h"
 #include "gui/report_print.h"
 #include "gui/report_window_fixture.h"
 #include "platform/error.h"
@@ -44,16 +49,21 @@ class ReportOutput : public test::ReportWindowTest {
                 WhenAsked<Dialog>(answer);
         });
     }
-    // Saves through the dialog, under a name of the test's folder.
-    void SaveAs(const std::string& name, int filter = 0) {
+    // Saves through the dialog, under a name of the test's folder; over an older file when `over` is set.
+    void SaveAs(const std::string& name, int filter = 0, bool over = false) {
         Activate(*window_);
-        WhenAsked<QFileDialog>([&, name, filter](QFileDialog& dialog) {
+        WhenAsked<QFileDialog>([this, name, filter, over](QFileDialog& dialog) {
             auto& filters = Control<QComboBox>(dialog, "fileTypeCombo");
             for (int step = 0; step < filter; ++step)
                 QTest::keyClick(&filters, Qt::Key_Down);
             auto& box = Control<QLineEdit>(dialog, "fileNameEdit");
             offered_ = box.text().toStdString();
             box.setText(QString::fromStdString((shell_.folder.path() / name).string()));
+            if (over) {
+                WhenAsked<QMessageBox>([](QMessageBox& question) {
+                    QTest::mouseClick(question.button(QMessageBox::Yes), Qt::LeftButton);
+                });
+            }
             QTest::keyClick(&box, Qt::Key_Return);
         });
         Press(Qt::Key_S, Qt::ControlModifier);
@@ -130,20 +140,9 @@ TEST_F(ReportOutput, AFullDiskIsToldAndTheOldFileStays) {
     for (const char* name : {"full.pdf", "full.html", "full.csv", "full.json"}) {
         shell_.folder.Write(name, "old");
         shell_.ui.boxes.clear();
-        Activate(*window_);
-        WhenAsked<QFileDialog>([this, name, filter](QFileDialog& dialog) {
-            for (int step = 0; step < filter; ++step)
-                QTest::keyClick(&Control<QComboBox>(dialog, "fileTypeCombo"), Qt::Key_Down);
-            auto& box = Control<QLineEdit>(dialog, "fileNameEdit");
-            box.setText(QString::fromStdString((shell_.folder.path() / name).string()));
-            WhenAsked<QMessageBox>([](QMessageBox& question) {
-                QTest::mouseClick(question.button(QMessageBox::Yes), Qt::LeftButton);
-            });
-            QTest::keyClick(&box, Qt::Key_Return);
-        });
         {
             const test::FileSizeLimit limit(8'000);
-            Press(Qt::Key_S, Qt::ControlModifier);
+            SaveAs(name, filter, true);
         }
         ASSERT_EQ(shell_.ui.boxes.size(), 1U) << name;
         EXPECT_EQ(shell_.ui.boxes[0].text, "ERROR: Unexpected error # 61 (Disk full) occurred in frmReport");
@@ -182,18 +181,16 @@ TEST_F(ReportOutput, ALongSaveCanBeStopped) {
     const PageLayout layout(*report, fonts.metrics());
     shell_.folder.Write("a.pdf", "old");
     std::vector<std::size_t> told;
-    EXPECT_FALSE(WritePdf(*report, layout, fonts, AllPages(layout), shell_.folder.path() / "a.pdf",
-                          [&](std::size_t done, std::size_t pages) {
+    EXPECT_FALSE(WritePdf(*report, layout, fonts, AllPages(layout), PaperOf(layout),
+                          shell_.folder.path() / "a.pdf", [&](std::size_t done, std::size_t pages) {
                               EXPECT_EQ(pages, layout.page_count());
                               told.push_back(done);
                               return done < 2;
                           }));
     EXPECT_THAT(told, ElementsAre(0, 1, 2));
     EXPECT_EQ(shell_.folder.Read("a.pdf"), "old");
-    const std::filesystem::directory_iterator folder(shell_.folder.path());
-    for (const auto& entry : folder)
-        EXPECT_THAT(entry.path().filename().string(),
-                    testing::AnyOf("a.pdf", testing::Not(HasSubstr("a.pdf"))));
+    for (const auto& entry : std::filesystem::directory_iterator(shell_.folder.path()))
+        EXPECT_NE(entry.path().extension(), ".tmp") << entry.path();
 }
 
 TEST_F(ReportOutput, PrintsTheChosenPages) {
@@ -218,6 +215,17 @@ TEST_F(ReportOutput, PrintsTheChosenPages) {
     const std::string text = OutputOf("pdftotext", {"-layout", QString::fromStdString(file), "-"});
     EXPECT_THAT(text, HasSubstr("Page 2 of"));
     EXPECT_THAT(text, testing::Not(HasSubstr("Page 1 of")));
+    // On a smaller paper all of a page is still there.
+    window_->SetAskPrinter([&](QPrinter& printer, std::size_t, QWidget*) {
+        printer.setOutputFileName(QString::fromStdString(file));
+        printer.setPageSize(QPageSize(QPageSize::A5));
+        return true;
+    });
+    Press(Qt::Key_P, Qt::ControlModifier);
+    EXPECT_THAT(OutputOf("pdfinfo", {QString::fromStdString(file)}),
+                testing::ContainsRegex("Page size: +59[45][.0-9]* x (419|420)"));
+    EXPECT_THAT(OutputOf("pdftotext", {"-layout", QString::fromStdString(file), "-"}),
+                HasSubstr("Page 1 of"));
     // Nobody prints, and nothing is said.
     window_->SetAskPrinter([](QPrinter&, std::size_t, QWidget*) { return false; });
     std::filesystem::remove(file);
@@ -238,6 +246,15 @@ TEST_F(ReportOutput, AFileThatCannotBePrintedIsTold) {
     EXPECT_THAT(shell_.LogLines().back(), HasSubstr("none/a.pdf"));
     Press(Qt::Key_End);
     EXPECT_EQ(static_cast<int>(view().page()) + 1, LastPage());
+}
+
+TEST_F(ReportOutput, WhatEscapesLeavesAWindowThatCanBeClosed) {
+    Open(MakeReport());
+    window_->SetAskPrinter(
+        [](QPrinter&, std::size_t, QWidget*) -> bool { throw Error(errors::kStore).With("no printer"); });
+    shell_.log.on_detail = [](std::string_view) { throw std::runtime_error("nobody listens"); };
+    EXPECT_THROW(window_->findChild<QAction*>("actPrint")->trigger(), std::runtime_error);
+    EXPECT_TRUE(window_->close());
 }
 
 TEST_F(ReportOutput, PrintersGetTheirPages) {
@@ -267,6 +284,28 @@ TEST_F(ReportOutput, PrintersGetTheirPages) {
     } catch (const OutputError& error) {
         EXPECT_EQ(error.number(), errors::kPathFileAccess);
         EXPECT_THAT(error.detail(), HasSubstr("none/a.pdf"));
+    }
+}
+
+// A device that takes one page only.
+class OnePage final : public QPdfWriter {
+  public:
+    using QPdfWriter::QPdfWriter;
+    bool newPage() override { return false; }
+};
+
+TEST_F(ReportOutput, ADeviceThatTakesNoMorePagesIsAnError) {
+    const auto report = MakeReport();
+    const PaperFonts fonts;
+    const PageLayout layout(*report, fonts.metrics());
+    OnePage device(QString::fromStdString((shell_.folder.path() / "a.pdf").string()));
+    EXPECT_TRUE(DrawPages(device, "Tray 2", layout, fonts, std::vector<std::size_t>{3}, {}));
+    try {
+        DrawPages(device, "Tray 2", layout, fonts, AllPages(layout), {});
+        ADD_FAILURE();
+    } catch (const OutputError& error) {
+        EXPECT_EQ(error.number(), errors::kPathFileAccess);
+        EXPECT_EQ(error.detail(), "Tray 2: Path/File access error");
     }
 }
 

@@ -16,6 +16,7 @@
 
 #include "gui/group_tree_model.h"
 #include "gui/report_window_fixture.h"
+#include "gui/tool_tip.h"
 
 namespace zorvel {
 namespace {
@@ -280,6 +281,26 @@ TEST_F(ReportWindow, JumpsToGroupsAndFollowsThePages) {
     EXPECT_EQ(view().page(), second);
     QTest::keyClick(&tree(), Qt::Key_Down);
     EXPECT_EQ(Selected(), "App 2.1");
+}
+
+TEST_F(ReportWindow, AClickOnAGroupJumpsOnce) {
+    Open(MakeReport());
+    const QModelIndex site = Node(1);
+    const QPoint place = tree().visualRect(site).center();
+    QTest::mousePress(tree().viewport(), Qt::LeftButton, {}, place);
+    QScrollBar& bar = *view().verticalScrollBar();
+    bar.setValue(bar.value() + 1);
+    const int moved = bar.value();
+    QTest::mouseRelease(tree().viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(Selected(), "Site 2");
+    EXPECT_EQ(bar.value(), moved);
+    ClickNode(site);
+    EXPECT_EQ(bar.value(), moved - 1);
+}
+
+TEST_F(ReportWindow, AGroupsToolTipShowsWhatLooksLikeMarkup) {
+    Open(MakeReport("[[group]]\nby = \"Site\"\nheading = \"<i>Site</i> {Site}\"\n"));
+    EXPECT_EQ(test::ShownTip(Node(0).data(Qt::ToolTipRole).toString()), "<i>Site</i> 1");
 }
 
 TEST_F(ReportWindow, HasNoTreeWithoutGroups) {

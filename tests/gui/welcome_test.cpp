@@ -64,7 +64,7 @@ TEST(ClassIcons, EveryContainerClassHasItsOwn) {
 // Enough of each drawing must stand out from light and dark grounds alike.
 TEST(Icons, AreSeenOnLightAndDarkGrounds) {
     const QStringList names = QDir(":/icons").entryList();
-    EXPECT_EQ(names.size(), 34);
+    ASSERT_FALSE(names.isEmpty()) << "the icons are not linked in";
     for (const QString& name : names) {
         const QImage pixels = Pixels(QIcon(":/icons/" + name));
         for (const int ground : {239, 42}) {

@@ -224,6 +224,62 @@ TEST_F(PageLayoutTest, HeadingsNotesAndLabelsThatFillPagesHaveAnEnd) {
     EXPECT_THAT(Page(layout_->page_count() - 1).Texts(), Contains("Total     Rows 2"));
 }
 
+TEST_F(PageLayoutTest, GroupsThatWantItBeginAPageWithAllTheirHeadings) {
+    for (const auto& [attribute, data] :
+         {std::pair("A", "x"), {"A", "x"}, {"A", "y"}, {"B", "x"}, {"B", "z"}, {"C", "x"}})
+        Add(attribute, data);
+    const std::string rest = kDefinition.substr(kDefinition.find("[[column]]"));
+    const std::string head = kDefinition.substr(0, kDefinition.find("[[column]]"));
+    const std::string inner = "[[group]]\nby = \"Data\"\nheading = \"In {Attribute}: {Data}\"\n";
+    const std::string new_page = "new_page = true\n";
+    const struct {
+        std::string definition;
+        std::vector<std::size_t> pages;  // of the groups A, x, y, B, x, z, C, x
+    } kCases[] = {
+        {head + inner + rest, {0, 0, 0, 0, 0, 0, 0, 0}},
+        {head + new_page + inner + rest, {0, 0, 0, 1, 1, 1, 2, 2}},
+        {head + inner + new_page + rest, {0, 0, 1, 2, 2, 3, 4, 4}},
+    };
+    for (const auto& test : kCases) {
+        LayOut(test.definition);
+        added_.clear();
+        std::vector<std::size_t> pages;
+        for (std::size_t group = 0; group < report_->rows().groups().size(); ++group)
+            pages.push_back(layout_->PageOfGroup(group));
+        EXPECT_EQ(pages, test.pages);
+        EXPECT_EQ(layout_->page_count(), test.pages.back() + 1);
+    }
+}
+
+TEST_F(PageLayoutTest, TotalsThatAreWiderThanTheirGroupsLineAreBroken) {
+    Add("A", "value");
+    std::string definition = kDefinition;
+    definition.replace(definition.find("\"Rows\""), 6, "\"" + std::string(90, 't') + " rows\"");
+    LayOut(definition);
+    const NotingCanvas page = Page(0);
+    const auto heading = std::find_if(page.texts.begin(), page.texts.end(), [](const auto& drawn) {
+        return drawn.place.kind == TextPlace::Kind::kHeading;
+    });
+    ASSERT_NE(heading, page.texts.end());
+    const double heading_end = heading->x + static_cast<double>(heading->text.size()) * 12 * 0.5;
+    std::string totals;
+    for (auto drawn = heading + 1; drawn->place.kind != TextPlace::Kind::kCell; ++drawn) {
+        EXPECT_GT(drawn->x, heading_end);
+        totals += drawn->text;
+    }
+    EXPECT_EQ(totals, std::string(90, 't') + "rows 1");  // the blank ends a line
+}
+
+TEST_F(PageLayoutTest, AValueThatIsLeftOutStaysSoWhereItsRowGoesOn) {
+    const std::string lines = "a\nb\nc\nd\ne\nf\ng\nh\ni\nj\nk\nl\nm\nn\no\np\nq\nr\ns\nt\nu\nv\nw\nx\ny\nz";
+    Add(lines, "value");
+    Add(lines, std::string(20'000, 'x'));
+    LayOut();
+    ASSERT_GT(layout_->page_count(), 3U);
+    EXPECT_EQ(Whole(TextPlace::Kind::kCell, 1, 0), "");
+    EXPECT_EQ(Whole(TextPlace::Kind::kCell, 1, 1), std::string(20'000, 'x'));
+}
+
 TEST_F(PageLayoutTest, AReportWithoutRowsSaysSo) {
     LayOut();
     ASSERT_EQ(layout_->page_count(), 1U);

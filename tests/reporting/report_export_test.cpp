@@ -221,7 +221,7 @@ TEST_F(ReportExport, CsvNamesEveryFieldByAHeadingOfItsOwn) {
     Add("a", "b", "c");
     EXPECT_EQ(Written(WriteCsv, R"(
 title = "x"
-query = "SELECT Name AS App, Value, Extra, 4 AS Value, 5 AS Other, 6 AS Six FROM T"
+query = "SELECT Name AS App, Value, Extra, 4 AS Value, 5 AS Other, 6 AS Six, 7 AS Seven, 8 AS Eight FROM T"
 [[column]]
 field = "VALUE"
 heading = "Registry value"
@@ -231,9 +231,15 @@ heading = "OTHER"
 [[column]]
 field = "Six"
 heading = "=Six"
+[[column]]
+field = "Seven"
+heading = "Extra"
+[[column]]
+field = "Eight"
+heading = "Value"
 )"),
               "\xEF\xBB\xBF"
-              "App,Registry value,Extra,Value_2,Other,'=Six\r\na,b,c,4,5,6\r\n");
+              "App,Registry value,Extra,Value_2,Other,'=Six,Seven,Value\r\na,b,c,4,5,6,7,8\r\n");
     EXPECT_EQ(Written(WriteCsv, R"(
 title = "x"
 query = "SELECT '' AS App FROM T"

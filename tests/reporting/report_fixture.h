@@ -1,6 +1,7 @@
 // Reports over small datasets of a test's own.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -8,6 +9,7 @@
 #include "database/dataset_folder.h"
 #include "reporting/page_layout.h"
 #include "reporting/report.h"
+#include "reporting/report_display.h"
 
 namespace zorvel::test {
 
@@ -32,6 +34,20 @@ struct ReportFolder : DatasetFolder {
         const std::string query = parsed.query;
         return std::make_shared<const Report>(std::move(parsed), std::move(facts), Open(dataset), query);
     }
+};
+
+// Chooses what a test wants, and keeps the report.
+class FakeDisplay final : public ReportDisplay {
+  public:
+    std::function<void(ReportChoice&)> choose;
+    int asked = 0;
+    std::shared_ptr<const Report> report;
+
+    void ShowReportOptions(ReportChoice& choice) override {
+        ++asked;
+        if (choose) choose(choice);
+    }
+    void ShowReport(std::shared_ptr<const Report> shown) override { report = std::move(shown); }
 };
 
 // Fonts whose every character is half as wide as it is high.

@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "reporting/report_fixture.h"
@@ -19,19 +17,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-class FakeDisplay final : public ReportDisplay {
-  public:
-    std::function<void(ReportChoice&)> choose;
-    int asked = 0;
-    std::shared_ptr<const Report> report;
-
-    void ShowReportOptions(ReportChoice& choice) override {
-        ++asked;
-        if (choose) choose(choice);
-    }
-    void ShowReport(std::shared_ptr<const Report> shown) override { report = std::move(shown); }
-};
 
 class ReportsTest : public testing::Test {
   protected:
@@ -67,9 +52,13 @@ class ReportsTest : public testing::Test {
         return values;
     }
     std::string Folder() const { return folder_.files.ProgramFolder(); }
+    void WriteQuery(const std::string& query) const {
+        folder_.folder.Write("Reports/Zorvel_AppIssues.rpt",
+                             "title = \"t\"\nquery = \"" + query + "\"\n[[column]]\nfield = \"x\"\n");
+    }
 
     test::ReportFolder folder_;
-    FakeDisplay display_;
+    test::FakeDisplay display_;
     ReportChoice choice_;
 };
 
@@ -144,27 +133,6 @@ TEST_F(ReportsTest, AReportIsPreparedInTheOrderAndWithoutTheIssuesThatWereChosen
     EXPECT_EQ(folder_.folder.Read("odbc.ini"), "[Zorvel]\nDriver = SQLite3\nDatabase =\n");
 }
 
-TEST_F(ReportsTest, EachReportOfTheCatalogueIsPreparedInEachOfItsOrders) {
-    for (const CatalogueReport& report : CatalogueReports()) {
-        for (const char* sort :
-             {"", "Application Name", "Application Caption", "Application Icon/Run Order"}) {
-            for (const bool descending : {false, true}) {
-                display_.choose = [&](ReportChoice& choice) {
-                    choice.dataset = folder_.dataset;
-                    choice.sort = sort;
-                    choice.descending = descending;
-                    choice.excluded_codes = descending ? "'FILEBAK'" : "";
-                };
-                EXPECT_EQ(Generate(std::string(report.caption)), ReportOutcome::kShown)
-                    << report.caption << sort;
-                EXPECT_EQ(display_.report->facts().order.empty(), !report.Honours(sort))
-                    << report.caption << sort;
-            }
-        }
-    }
-    EXPECT_THAT(folder_.ui.boxes, IsEmpty());
-}
-
 TEST_F(ReportsTest, AQueryWithoutOrderStaysAsItIsAndTheReportDoesNotClaimOtherwise) {
     folder_.folder.Write("Reports/Zorvel_AppIssues.rpt",
                          "title = \"t\"\nquery = \"SELECT IssueCode FROM Zorvel_Issues\"\n"
@@ -225,14 +193,15 @@ TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
          "Error No. 13 (" + Folder() +
              "\\Reports\\Zorvel_AppIssues.rpt, line 1: \"title\": expected a text in quotes)",
          "WARNING: Unexpected error # 13 ("},
-        {"a query that fails",
-         [&] {
-             folder_.folder.Write(
-                 "Reports/Zorvel_AppIssues.rpt",
-                 "title = \"t\"\nquery = \"SELECT x FROM nowhere ORDER BY x\"\n[[column]]\nfield = \"x\"\n");
-         },
-         "Zorvel_AppIssues.rpt, line 2: the query failed: no such table: nowhere; expected one ORDER BY",
-         "continuing..."},
+        {"a query that fails", [&] { WriteQuery("SELECT x FROM nowhere ORDER BY x"); },
+         "Zorvel_AppIssues.rpt, line 2: the query failed: no such table: nowhere; expected a SELECT over the "
+         "tables of Zorvel_1.MDB)",
+         "Zorvel_1.MDB: no such table"},
+        {"a query that does not bear the order",
+         [&] { WriteQuery("SELECT IssueCode FROM Zorvel_Issues ORDER BY IssueCode"); },
+         "line 2: the query failed: no such column: Zorvel_Apps.AppOU; expected one ORDER BY, at the query's "
+         "end, and no WHERE)",
+         "Zorvel_1.MDB: no such column"},
         {"a missing dataset", [&] { folder_.dataset = "gone.mdb"; }, "Error No. -2147467259 (",
          "Report Launch"},
         {"a dataset that is none", [&] { folder_.dataset = "text.mdb"; },
