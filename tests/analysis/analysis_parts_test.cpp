@@ -1,5 +1,5 @@
 // The pieces of a run: data files, attribute texts and the fingerprint.
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "analysis/attribute_text.h"
 #include "analysis/data_files.h"
@@ -12,8 +12,6 @@
 
 namespace zorvel {
 namespace {
-
-using testing::ElementsAre;
 
 TEST(AttributeText, FollowsTheSyntax) {
     struct Case {
@@ -48,7 +46,7 @@ TEST(Fingerprint, ShowsSixSumsAndRefusesOverflow) {
     EXPECT_EQ(sums.AppFingerPrint().substr(45), "7FFFFFFF");
 }
 
-TEST(DataFiles, WhatTheRunWritesTheImportReads) {
+TEST(RunFiles, HoldRecordsOfOneShapeWhateverTheirTexts) {
     test::TestShell shell;
     RunFiles files(shell.files);
     files.WriteIssue("A.B", "File", "C:\\X", "a\r\nb", "FILEOLD");
@@ -62,32 +60,6 @@ TEST(DataFiles, WhatTheRunWritesTheImportReads) {
               "\"A.B\",\"say \"\"hi\"\".B\",\"\",\"User\"\r\n");
     EXPECT_EQ(shell.folder.Read("TempData/Zorvel_AppAssociations.CSV"),
               "\"A.B\",\"G1.B\nG2.B\",\"\",\"\", 12,F-P\r\n");
-    std::vector<std::string> record;
-    DataFileReader issues(shell.files, data_files::kIssues);
-    ASSERT_TRUE(issues.Next(record));
-    EXPECT_THAT(record, ElementsAre("A.B", "File", "C:\\X", "a\nb", "FILEOLD"));
-    EXPECT_FALSE(issues.Next(record));
-    DataFileReader associations(shell.files, data_files::kAssociations);
-    ASSERT_TRUE(associations.Next(record));
-    EXPECT_THAT(record, ElementsAre("A.B", "say \"hi\".B", "", "User"));
-    DataFileReader totals(shell.files, data_files::kAppAssociations);
-    ASSERT_TRUE(totals.Next(record));
-    EXPECT_THAT(record, ElementsAre("A.B", "G1.B\nG2.B", "", "", "12", "F-P"));
-}
-
-TEST(DataFiles, ATruncatedFileNamesItsLine) {
-    test::TestShell shell;
-    shell.folder.Write("TempData/Zorvel_Issues.CSV", "A\r\nB\r\nC\r\nD\r\nE\r\nA\r\nB\r\n");
-    DataFileReader reader(shell.files, data_files::kIssues);
-    std::vector<std::string> record;
-    ASSERT_TRUE(reader.Next(record));
-    try {
-        reader.Next(record);
-        FAIL() << "a short record was read";
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number(), errors::kPastEndOfFile);
-        EXPECT_THAT(error.detail(), testing::HasSubstr("Zorvel_Issues.CSV, line 7"));
-    }
 }
 
 TEST(CaptureRecord, ComesBackWithAnyNames) {

@@ -158,8 +158,7 @@ TEST_F(StreamFinding, AFailureIsToldOnceLoggedEachTimeAndTheRunGoesOn) {
           StreamBuilder().RegistryKeyCreate("5a").RegistryKeyCreate("hit").RegistryKeyCreate("5b").bytes());
     EXPECT_THAT(find_.matches, ElementsAre("Word.APPS.SITE|(Registry Settings)|HIT"));
     EXPECT_EQ(finder.failed_entries(), 2);
-    ASSERT_EQ(parser_.shell.ui.boxes.size(), 1U);
-    EXPECT_EQ(parser_.shell.ui.boxes[0].text, "Error 5 (too much) occurred during Find");
+    EXPECT_EQ(parser_.shell.OnlyBox(), "Error 5 (too much) occurred during Find");
     EXPECT_THAT(
         parser_.shell.LogLines(),
         ElementsAre(" ERROR: Unexpected error # 5 (too much) occurred in Finder",

@@ -1,45 +1,30 @@
 // zorvel-batch as a shell user meets it: output, messages, exit status and files.
-#include "batch/batch_program.h"
-
 #include <gmock/gmock.h>
 
 #include <sstream>
 
+#include "batch/batch_run.h"
 #include "batch/interrupting_buffer.h"
-#include "database/make_databases.h"
-#include "support/program_folder.h"
+#include "support/databases.h"
 
 namespace zorvel {
 namespace {
 
+using Result = test::BatchResult;
 using testing::HasSubstr;
 using testing::Not;
-
-struct Result {
-    int status;
-    std::string out;
-    std::string err;
-};
 
 class Batch : public testing::Test {
   protected:
     Batch() {
         using namespace test;
-        FillProgramFolder(folder_,
-                          LdifOrganization("S\xC3\xA9") + LdifUnit("APPS", "o=S\xC3\xA9") +
-                              LdifApplication("Word", "ou=APPS,o=S\xC3\xA9", "appIconOrder: 5000\n") +
-                              LdifApplication("Calc", "ou=APPS,o=S\xC3\xA9") + LdifOrganization("EMPTY"));
-        std::filesystem::remove(folder_.path() / "Databases/ZorvelMaster.mdb");
-        MakeDatabases(ZORVEL_SOURCE_DIR "/src/database/schema.sql", folder_.path() / "Empty_Zorvel.mdb",
-                      folder_.path() / "Databases/ZorvelMaster.mdb");
+        FillWholeProgramFolder(
+            folder_, LdifOrganization("S\xC3\xA9") + LdifUnit("APPS", "o=S\xC3\xA9") +
+                         LdifApplication("Word", "ou=APPS,o=S\xC3\xA9", "appIconOrder: 5000\n") +
+                         LdifApplication("Calc", "ou=APPS,o=S\xC3\xA9") + LdifOrganization("EMPTY"));
     }
 
-    Result Run(const std::vector<std::string>& arguments) {
-        std::ostringstream out;
-        std::ostringstream err;
-        const int status = RunBatchProgram(arguments, folder_.path(), false, out, err, {});
-        return {status, out.str(), err.str()};
-    }
+    Result Run(const std::vector<std::string>& arguments) { return test::RunBatch(folder_, arguments); }
 
     test::TempFolder folder_;
 };

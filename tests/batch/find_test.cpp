@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "analysis/data_files.h"
-#include "batch/batch_program.h"
+#include "batch/batch_run.h"
 #include "platform/files.h"
 #include "stream_builder.h"
 #include "streams/predefined_searches.h"
@@ -15,25 +15,14 @@
 namespace zorvel {
 namespace {
 
+using Result = test::BatchResult;
 using testing::HasSubstr;
-
-struct Result {
-    int status;
-    std::string out;
-    std::string err;
-};
 
 class BatchFind : public testing::Test {
   protected:
     Result Run(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), {"--yes", "find", "--pace", "0"});
-        return RunProgram(arguments);
-    }
-    Result RunProgram(const std::vector<std::string>& arguments) {
-        std::ostringstream out;
-        std::ostringstream err;
-        const int status = RunBatchProgram(arguments, folder_.path(), false, out, err, {});
-        return {status, out.str(), err.str()};
+        return test::RunBatch(folder_, arguments);
     }
     std::string Results() const { return folder_.Read("TempData/Zorvel.$$$"); }
 
@@ -140,11 +129,8 @@ std::size_t CountMatches(const Files& files, const DataFile& layout, const Refer
 }
 
 TEST_F(BatchFind, ThePredefinedSearchesFindWhatAnAnalysisOfTheSampleTreeHolds) {
-    test::FillProgramFolder(folder_, "");
-    std::filesystem::copy_file(ZORVEL_SOURCE_DIR "/program/Trees/CORP_TREE.ldif",
-                               folder_.path() / "Trees/T1.ldif",
-                               std::filesystem::copy_options::overwrite_existing);
-    ASSERT_EQ(RunProgram({"analyse", "--all", "--pace", "0"}).status, 0);
+    test::FillProgramFolder(folder_, test::ReadFile(ZORVEL_SOURCE_DIR "/program/Trees/CORP_TREE.ldif"));
+    ASSERT_EQ(test::RunBatch(folder_, {"analyse", "--all", "--pace", "0"}).status, 0);
     const Files files(folder_.path());
     const auto file_text = [](const std::vector<std::string>& r) {
         const bool directory = r[3].find(" Directory") != std::string::npos;

@@ -72,19 +72,13 @@ TEST(CaptureDetails, ImportsWithTheUsersComment) {
     EXPECT_TRUE(test.dialog.closed);
     const auto rows = test.catalogue->List();
     ASSERT_EQ(rows.size(), 1U);
+    EXPECT_EQ(rows[0].Captured, "16/11/2026 17:28:05");
+    EXPECT_EQ(rows[0].Tree, "CORP_TREE");
     EXPECT_EQ(rows[0].Description, "it's mine");
+    EXPECT_EQ(rows[0].DBName, test.dataset);
     EXPECT_EQ(rows[0].OU, "APPS, all.SITE");
     EXPECT_EQ(rows[0].AppCount, 1234);
     EXPECT_THAT(rows[0].Counts, ElementsAre(10, 0, 30, 40, 50, 60));
-}
-
-TEST(CaptureDetails, ClosesAfterAFailure) {
-    Dialog test;
-    test.WriteRecord(kRecord);
-    ASSERT_TRUE(test.dialog.Open());
-    test.files.Remove(test.files.Path("Empty_Zorvel.mdb"));
-    EXPECT_EQ(test.dialog.BeginImport(test.display), ImportResult::kFailed);
-    EXPECT_TRUE(test.dialog.closed);
 }
 
 TEST(CaptureDetails, SaysWhatIsWrongWithTheRecord) {

@@ -9,8 +9,8 @@
 #include "analysis/data_files.h"
 #include "database/catalogue.h"
 #include "database/import.h"
-#include "database/make_databases.h"
 #include "platform/store.h"
+#include "support/databases.h"
 #include "support/fakes.h"
 
 namespace zorvel::test {
@@ -35,10 +35,21 @@ class NotingDisplay final : public ImportDisplay {
     }
 };
 
+// The dataset of a run on the `day`th November.
+inline CatalogueRow DatasetOfDay(int day, const std::string& comment) {
+    CatalogueRow row;
+    row.Captured = std::to_string(day) + "/11/2026 08:00:00";
+    row.Tree = "TREE_" + std::to_string(day);
+    row.OU = "APPS & all.SITE";
+    row.Description = comment;
+    row.AppCount = 1234;
+    row.DBName = DatasetName(row.Captured);
+    return row;
+}
+
 struct DatasetFolder : TestShell {
     DatasetFolder() {
-        MakeDatabases(ZORVEL_SOURCE_DIR "/src/database/schema.sql", folder.path() / "Empty_Zorvel.mdb",
-                      folder.path() / "Databases/ZorvelMaster.mdb");
+        AddDatabases(folder);
         master.emplace(Open("ZorvelMaster.mdb"));
         catalogue.emplace(*master);
         for (const DataFile& file : AllFiles())
@@ -97,13 +108,6 @@ struct DatasetFolder : TestShell {
         details.AppCount = 1234;
         details.Counts = {1, 2, 3, 4, 5, 6};
         return Import(services, *catalogue, display).Run(details);
-    }
-    // The text of the only message box shown since the last call.
-    std::string OnlyBox() {
-        std::string text =
-            ui.boxes.size() == 1 ? ui.boxes.front().text : std::to_string(ui.boxes.size()) + " boxes";
-        ui.boxes.clear();
-        return text;
     }
 
     std::string dataset = "Zorvel_261116172805.MDB";

@@ -125,17 +125,6 @@ TEST_F(ImportedRun, HoldsEveryRecordCutToItsColumns) {
         << "files are left behind";
 }
 
-TEST_F(ImportedRun, StandsInTheCatalogue) {
-    Import();
-    const std::vector<CatalogueRow> rows = folder_.catalogue->List();
-    ASSERT_EQ(rows.size(), 1U);
-    EXPECT_EQ(rows[0].Captured, "16/11/2026 17:28:05");
-    EXPECT_EQ(rows[0].Description, "O'Brien's run");
-    EXPECT_EQ(rows[0].AppCount, 1234);
-    EXPECT_EQ(rows[0].DBName, folder_.dataset);
-    EXPECT_EQ(rows[0].CountIssues(), 6);
-}
-
 TEST_F(ImportedRun, IsLoggedFileByFile) {
     Import();
     const std::string folder = folder_.files.ProgramFolder();

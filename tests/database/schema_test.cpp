@@ -22,7 +22,7 @@ std::string Columns(const Database& database, const std::string& table) {
     std::string columns;
     Rows rows = database.Query("SELECT name FROM pragma_table_info('" + table + "') ORDER BY cid");
     while (rows.Next())
-        columns += (columns.empty() ? "" : " ") + rows.Text("name");
+        columns += (columns.empty() ? "" : ", ") + rows.Text("name");
     return columns;
 }
 
@@ -36,30 +36,30 @@ TEST(Schema, HasEveryTableWithItsColumnsInOrder) {
     const Database dataset = Template(folder);
     const std::vector<std::pair<std::string, std::string>> tables = {
         {"Zorvel_Apps",
-         "AppUniqueRef AppName AppOU AppCaption AppIconOrder AFDisconnectable AFWaitOnForceRun "
-         "AFShowProgress "
-         "AFDistributeAlways AFPromptBeforeDist AFPromptForReboot AFInstallOnly AFRunOnce AFForceRunIfWS "
-         "AFRun16BitSeparate AFClearUpNetwork AFPreInstallSched AFRebootType AFExeSecLevel AFRunOption "
-         "DAFForceCache DAFQuickLaunch DAFSysTray DAFDesktop DAFStartMenu DAFForceRun DAFAppLaunch"},
-        {"Zorvel_AppDetails", "AppUniqueRef Attribute Data"},
-        {"Zorvel_Macros", "AppUniqueRef Macro Value MinSpace Prompt"},
-        {"Zorvel_Issues", "AppUniqueRef EntryType TargetFile SourceFile IssueCode"},
-        {"Zorvel_CopyFiles", "AppUniqueRef Target Source CopyMode"},
-        {"Zorvel_INISettings", "AppUniqueRef Data Section Value Target Notes"},
-        {"Zorvel_RegistrySettings", "AppUniqueRef Key Data Value Mode"},
+         "AppUniqueRef, AppName, AppOU, AppCaption, AppIconOrder, AFDisconnectable, AFWaitOnForceRun, "
+         "AFShowProgress, AFDistributeAlways, AFPromptBeforeDist, AFPromptForReboot, AFInstallOnly, "
+         "AFRunOnce, AFForceRunIfWS, AFRun16BitSeparate, AFClearUpNetwork, AFPreInstallSched, AFRebootType, "
+         "AFExeSecLevel, AFRunOption, DAFForceCache, DAFQuickLaunch, DAFSysTray, DAFDesktop, DAFStartMenu, "
+         "DAFForceRun, DAFAppLaunch"},
+        {"Zorvel_AppDetails", "AppUniqueRef, Attribute, Data"},
+        {"Zorvel_Macros", "AppUniqueRef, Macro, Value, MinSpace, Prompt"},
+        {"Zorvel_Issues", "AppUniqueRef, EntryType, TargetFile, SourceFile, IssueCode"},
+        {"Zorvel_CopyFiles", "AppUniqueRef, Target, Source, CopyMode"},
+        {"Zorvel_INISettings", "AppUniqueRef, Data, Section, Value, Target, Notes"},
+        {"Zorvel_RegistrySettings", "AppUniqueRef, Key, Data, Value, Mode"},
         {"Zorvel_AppAssociations",
-         "AppUniqueRef AssocByGroup AssocByOU AssocByWS TotAssociations AppFingerPrint"},
-        {"Zorvel_Associations", "AppUniqueRef FullUserID FullAssociation AssociationType"},
-        {"Zorvel_Settings", "Setting Value"},
-        {"Zorvel_Resolutions", "IssueCode IssueShortDesc Resolution"},
+         "AppUniqueRef, AssocByGroup, AssocByOU, AssocByWS, TotAssociations, AppFingerPrint"},
+        {"Zorvel_Associations", "AppUniqueRef, FullUserID, FullAssociation, AssociationType"},
+        {"Zorvel_Settings", "Setting, Value"},
+        {"Zorvel_Resolutions", "IssueCode, IssueShortDesc, Resolution"},
+        {"Zorvel_CaptureDetails", ""},
     };
     for (const auto& [table, columns] : tables)
         EXPECT_EQ(Columns(dataset, table), columns);
-    EXPECT_EQ(Columns(*folder.master, "Zorvel_CaptureDetails"),
-              "Captured Tree OU Description AppCount DBName CountFiles CountINI CountText CountMacros "
-              "CountRegistry "
-              "CountIssues");
-    EXPECT_EQ(Columns(dataset, "Zorvel_CaptureDetails"), "");
+    EXPECT_EQ(
+        Columns(*folder.master, "Zorvel_CaptureDetails"),
+        "Captured, Tree, OU, Description, AppCount, DBName, CountFiles, CountINI, CountText, CountMacros, "
+        "CountRegistry, CountIssues");
 }
 
 TEST(Schema, GivesANewApplicationTheValuesOfClearFlags) {
@@ -69,16 +69,8 @@ TEST(Schema, GivesANewApplicationTheValuesOfClearFlags) {
         "INSERT INTO Zorvel_Apps (AppUniqueRef,AppName,AppOU,AppCaption,AppIconOrder) VALUES "
         "(1,'A','B','',0)");
     EXPECT_EQ(
-        DatasetFolder::Select(
-            dataset,
-            "AFDisconnectable, AFWaitOnForceRun, AFShowProgress, AFDistributeAlways, AFPromptBeforeDist, "
-            "AFPromptForReboot, AFInstallOnly, AFRunOnce, AFForceRunIfWS, AFRun16BitSeparate, "
-            "AFClearUpNetwork, "
-            "AFPreInstallSched, AFRebootType, AFExeSecLevel, AFRunOption, DAFForceCache, DAFQuickLaunch, "
-            "DAFSysTray, "
-            "DAFDesktop, DAFStartMenu, DAFForceRun, DAFAppLaunch",
-            "Zorvel_Apps"),
-        std::vector<std::string>{"1|0|1|0|0|1|0|0|0|0|1|0|If Needed|User|Normal|0|0|0|0|0|0|0"});
+        DatasetFolder::Select(dataset, Columns(dataset, "Zorvel_Apps"), "Zorvel_Apps"),
+        std::vector<std::string>{"1|A|B||0|1|0|1|0|0|1|0|0|0|0|1|0|If Needed|User|Normal|0|0|0|0|0|0|0"});
     EXPECT_THROW(dataset.Execute("INSERT INTO Zorvel_Apps (AppUniqueRef,AppName,AppOU) VALUES (2,'A','B')"),
                  Error);
 }
@@ -116,8 +108,7 @@ TEST(Schema, KeepsTheMasterCatalogueThatIsThere) {
     row.Captured = "16/11/2026 17:28:05";
     row.DBName = folder.dataset;
     folder.catalogue->Add(row);
-    MakeDatabases(ZORVEL_SOURCE_DIR "/src/database/schema.sql", folder.folder.path() / "Empty_Zorvel.mdb",
-                  folder.folder.path() / "Databases/ZorvelMaster.mdb");
+    test::AddDatabases(folder.folder);
     EXPECT_EQ(Catalogue(*folder.master).List().size(), 1U);
     EXPECT_EQ(folder.files.List(folder.files.ProgramFolder(), "", ".new").size(), 0U);
 }

@@ -43,12 +43,9 @@ TEST(DirectoryConfig, TellsLineAndColumnOfAFault) {
     for (const auto& [text, expected] : cases) {
         const TestShell shell;
         shell.folder.Write("Directory.toml", text);
-        try {
-            ReadDirectoryConfig(shell.files);
-            FAIL() << text;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.detail(), shell.files.Path("Directory.toml") + expected);
-        }
+        EXPECT_EQ(RaisedBy([&shell] { ReadDirectoryConfig(shell.files); }).detail(),
+                  shell.files.Path("Directory.toml") + expected)
+            << text;
     }
 }
 

@@ -3,15 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "directory/memory_directory.h"
-#include "platform/error.h"
+#include "support/errors.h"
 #include "support/fakes.h"
+#include "support/program_folder.h"
 
 namespace zorvel::test {
 
@@ -21,8 +21,7 @@ struct DirectoryFixture {
 
     // Lets the session see TREE with this LDIF; the root is the current object.
     explicit DirectoryFixture(std::string_view ldif) {
-        std::filesystem::copy_file(std::filesystem::path(ZORVEL_SOURCE_DIR) / "program/Trees/nds-schema.ldif",
-                                   shell.folder.path() / "Trees/nds-schema.ldif");
+        AddSchema(shell.folder);
         shell.folder.Write("Directory.toml",
                            "preferred = \"TREE\"\n[[tree]]\nname = \"TREE\"\n"
                            "ldif = \"Trees/TREE.ldif\"\n");
@@ -58,14 +57,9 @@ struct DirectoryFixture {
     }
 };
 
-// The number of the error that `operation` raises, 0 when it raises none.
+// The number of the error that `operation` raises.
 inline std::int32_t ErrorOf(const std::function<void()>& operation) {
-    try {
-        operation();
-    } catch (const Error& error) {
-        return error.number();
-    }
-    return 0;
+    return RaisedBy(operation).number();
 }
 
 }  // namespace zorvel::test

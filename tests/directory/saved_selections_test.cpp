@@ -83,11 +83,6 @@ class SavedSelections : public testing::Test {
         loader_.emplace(shell_.services, lists_, target_, "T1").Open();
         return *loader_;
     }
-    std::string OnlyBox() {
-        std::string text = shell_.ui.boxes.size() == 1 ? shell_.ui.boxes.front().text : "not one box";
-        shell_.ui.boxes.clear();
-        return text;
-    }
 
     test::TestShell shell_;
     TreeLists lists_;
@@ -115,7 +110,7 @@ TEST_F(SavedSelections, SavingWritesTheMarkedApplicationsInTheirOrder) {
     EXPECT_THAT(shell_.ui.sounds, ElementsAre(shell_.files.Path("done.WAV")));
     EXPECT_EQ(shell_.ui.boxes.at(0).icon, MessageIcon::kInformation);
     EXPECT_EQ(shell_.ui.boxes.at(0).title, "Zorvel");
-    EXPECT_EQ(OnlyBox(), "Current selection of 2 applications has been successfully saved!");
+    EXPECT_EQ(shell_.OnlyBox(), "Current selection of 2 applications has been successfully saved!");
 }
 
 TEST_F(SavedSelections, FileNumbersAreRoundedPaddedAndNeverUsedTwice) {
@@ -125,7 +120,7 @@ TEST_F(SavedSelections, FileNumbersAreRoundedPaddedAndNeverUsedTwice) {
     saver.Save();
     EXPECT_EQ(shell_.folder.Read("TempData/t1-0000012.appselection"), "kept");
     EXPECT_EQ(shell_.folder.Read("TempData/T1-0000013.AppSelection"), kHeading + "16/11/2026, 0\r\n\"\"\r\n");
-    EXPECT_EQ(OnlyBox(), "Current selection of  applications has been successfully saved!");
+    EXPECT_EQ(shell_.OnlyBox(), "Current selection of  applications has been successfully saved!");
 }
 
 TEST_F(SavedSelections, RandomFractionsDifferWhileTheClockStandsStill) {
@@ -157,14 +152,15 @@ TEST_F(SavedSelections, AFailureToSaveKeepsTheDialogAndLeavesNoFile) {
     EXPECT_EQ(saver.txtComment, "typed with care");
     EXPECT_FALSE(std::filesystem::is_symlink(file));
     EXPECT_EQ(shell_.ui.boxes.at(0).icon, MessageIcon::kExclamation);
-    EXPECT_EQ(OnlyBox(), "ERROR: Unexpected error # 61 (Disk full) occurred in frmSaveSelections");
+    EXPECT_EQ(shell_.OnlyBox(), "ERROR: Unexpected error # 61 (Disk full) occurred in frmSaveSelections");
     EXPECT_THAT(shell_.ui.sounds, IsEmpty());
     EXPECT_EQ(shell_.ui.picture, StatusPicture::kGreenBall);
     EXPECT_THAT(shell_.LogLines().back(), HasSubstr("T1-50000000.AppSelection: Disk full"));
 
     std::filesystem::remove_all(shell_.folder.path() / "TempData");
     saver.Save();
-    EXPECT_EQ(OnlyBox(), "ERROR: Unexpected error # 76 (Path not found) occurred in frmSaveSelections");
+    EXPECT_EQ(shell_.OnlyBox(),
+              "ERROR: Unexpected error # 76 (Path not found) occurred in frmSaveSelections");
     EXPECT_FALSE(saver.closed);
 }
 
@@ -230,7 +226,7 @@ TEST_F(SavedSelections, LoadingReplacesTheSelectionAfterItsQuestion) {
     loader.Load();
     EXPECT_EQ(shell_.ui.boxes.at(0).icon, MessageIcon::kExclamation);
     EXPECT_EQ(shell_.ui.boxes.at(0).default_answer, Answer::kNo);
-    EXPECT_EQ(OnlyBox(), kOverwrite);
+    EXPECT_EQ(shell_.OnlyBox(), kOverwrite);
     EXPECT_FALSE(loader.closed);
     EXPECT_THAT(target_.told, IsEmpty());
 
@@ -262,8 +258,8 @@ TEST_F(SavedSelections, UnusualFilesLoadWhatTheyHold) {
                                1, "1 of 4"}}) {
         LoadSelections& loader = Opened(c.lines);
         loader.Load();
-        EXPECT_EQ(OnlyBox(), "Application selections loaded - " + std::string(c.numbers) +
-                                 " previously saved selections successfully made.");
+        EXPECT_EQ(shell_.OnlyBox(), "Application selections loaded - " + std::string(c.numbers) +
+                                        " previously saved selections successfully made.");
         EXPECT_EQ(lists_.counts.SelectedCount, c.selected) << c.lines;
         lists_.Select(lists_.AppList[0], false);
     }
@@ -300,7 +296,8 @@ TEST_F(SavedSelections, ALineWhoseFileVanishedHasNoCommentAndTheOthersStayUsable
     std::filesystem::remove(shell_.folder.path() / "TempData/T1-2000000.AppSelection");
     loader.Select(1);
     EXPECT_EQ(loader.txtComment, "");
-    EXPECT_EQ(OnlyBox(), "ERROR: Unexpected error # 53 (File not found) occurred in frmLoadSelections");
+    EXPECT_EQ(shell_.OnlyBox(),
+              "ERROR: Unexpected error # 53 (File not found) occurred in frmLoadSelections");
     loader.Select(0);
     EXPECT_EQ(loader.txtComment, "first");
     loader.Load();

@@ -1,9 +1,8 @@
-// The cached tree: walk, cache files, the lists and saved selections.
+// The cached tree: walk, cache files and the lists.
 #include <gmock/gmock.h>
 
 #include "directory/memory_directory.h"
 #include "directory/ou_view_loader.h"
-#include "directory/selection_file.h"
 #include "directory/tree_cache.h"
 #include "platform/error.h"
 #include "support/fake_window.h"
@@ -210,27 +209,6 @@ TEST_F(TreeCache, ApplicationsAreFoundByContainerAndName) {
     EXPECT_EQ(lists_.FindApp(R"(NDS:\\T1\LAST)", "Late"), 4U);
     EXPECT_EQ(lists_.FindOU(R"(NDS:\\T1\LAST)"), 5U);
     EXPECT_EQ(lists_.FindOU("nowhere"), 0U);
-}
-
-TEST_F(TreeCache, ASavedSelectionSelectsWhatIsStillThere) {
-    ASSERT_TRUE(Load());
-    lists_.Select(lists_.AppList[0], true);
-    shell_.folder.Write(
-        "TempData/T1-1234567.AppSelection",
-        "Zorvel Application Selections Cache - Do not modify!\r\n16/11/2026, 3\r\n\"my, comment\"\r\n"
-        "\"Word\",\"NDS:\\\\T1\\SITE\\APPS\"\r\n\"Gone\",\"NDS:\\\\T1\\SITE\"\r\n"
-        "\"Calc\",\"NDS:\\\\T1\\SITE\\APPS\"\r\n");
-    const std::string path = shell_.files.Path("TempData\\T1-1234567.AppSelection");
-    const SavedSelection selection = ReadSelection(shell_.files.Open(path));
-    EXPECT_EQ(selection.comment, "my, comment");
-    TreeListsSelection target(lists_);
-    EXPECT_EQ(SelectSaved(target, lists_, selection), 2);
-    EXPECT_EQ(lists_.counts.SelectedCount, 2);
-    EXPECT_FALSE(lists_.AppList[0].Selected);
-    EXPECT_EQ(SelectionLoadedText(2, selection),
-              "Application selections loaded - 2 of 3 previously saved selections successfully made.");
-    shell_.folder.Write("TempData/T1-1234567.AppSelection", "x\r\n16/11/2026, 3\r\n\"c\"\r\n\"Word\"");
-    EXPECT_THROW(ReadSelection(shell_.files.Open(path)), Error);
 }
 
 }  // namespace

@@ -17,12 +17,11 @@
 #include <string>
 #include <vector>
 
-#include "database/make_databases.h"
 #include "directory/memory_directory.h"
 #include "gui/controls.h"
 #include "gui/frm_zorvel.h"
 #include "platform/clock.h"
-#include "support/program_folder.h"
+#include "support/databases.h"
 
 namespace zorvel::test {
 
@@ -30,15 +29,12 @@ class MainWindowTest : public testing::Test {
   protected:
     // Two trees: T1 with applications in three of its containers, and T2 with one.
     MainWindowTest() {
-        FillProgramFolder(folder_, kFirstTree());
+        FillWholeProgramFolder(folder_, kFirstTree());
         folder_.Write("Directory.toml",
                       "preferred = \"T1\"\n"
                       "[[tree]]\nname = \"T1\"\nldif = \"Trees/T1.ldif\"\n"
                       "[[tree]]\nname = \"T2\"\nldif = \"Trees/T2.ldif\"\n");
         folder_.Write("Trees/T2.ldif", LdifOrganization("ZETA") + LdifApplication("Zip", "o=ZETA"));
-        std::filesystem::remove(folder_.path() / "Databases/ZorvelMaster.mdb");
-        MakeDatabases(ZORVEL_SOURCE_DIR "/src/database/schema.sql", folder_.path() / "Empty_Zorvel.mdb",
-                      folder_.path() / "Databases/ZorvelMaster.mdb");
         folder_.Write("TempData/welcome.nal", "suppressed\r\n");
         settings_.tree_read_countdown = 0;
         settings_.pace = {0, 0};

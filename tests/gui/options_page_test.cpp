@@ -12,6 +12,7 @@
 #include <QTest>
 #include <QToolButton>
 
+#include "gui/controls.h"
 #include "gui/up_down.h"
 #include "support/fakes.h"
 
@@ -29,9 +30,7 @@ struct Page {
     OptionControls& controls() { return shell.options.controls; }
     template <typename T>
     T& Control(const char* name) {
-        T* control = page.findChild<T*>(name);
-        if (control == nullptr) throw std::runtime_error(name);
-        return *control;
+        return test::Control<T>(page, name);
     }
     QLineEdit& Text(const char* name) { return Control<QLineEdit>(name); }
     void Click(const char* name) {

@@ -126,15 +126,17 @@ TEST(PacedUpdate, SkipsUpdatesAndEndsWithTheLastState) {
 }
 
 TEST(ElidedLabel, KeepsBothEndsOfALongNameAndTellsTheWholeInATip) {
-    const QString name = "A very long name <b>of an application</b>, version 7.0";
+    const QString name = "A very long name <b>of an application</b> & its tools, version 7.0";
     ElidedLabel label;
     label.setText(name);
+    EXPECT_LT(label.minimumSizeHint().width(), label.sizeHint().width() / 4);
     label.resize(2000, 20);
     EXPECT_EQ(label.ShownText(), name);
     label.resize(160, 20);
     EXPECT_TRUE(label.ShownText().startsWith("A very"));
     EXPECT_TRUE(label.ShownText().endsWith("7.0"));
     EXPECT_LE(label.fontMetrics().horizontalAdvance(label.ShownText()), 160);
+    EXPECT_EQ(label.text(), name);
     label.show();
     QHelpEvent help(QEvent::ToolTip, {5, 5}, label.mapToGlobal(QPoint(5, 5)));
     QCoreApplication::sendEvent(&label, &help);

@@ -132,10 +132,14 @@ TEST_F(StartUp, AnUnreadableDirectoryIsReportedAndStartUpGoesOn) {
                          "authenticated to NDS"));
 }
 
-TEST_F(StartUp, ABrokenTreeNamesItsFileAndLine) {
+TEST_F(StartUp, ABrokenTreeNamesItsFileAndLineAndTheUserGoesOn) {
     folder_.Write("Trees/T1.ldif", "dn: o=SITE\nobjectClass: organization\n\ndn: o=X\no:: %%%\n");
     ASSERT_TRUE(Start());
     EXPECT_FALSE(controller_->session().tree_loaded);
+    EXPECT_THAT(ui_.boxes.front().text, HasSubstr("# 600 (The directory could not be read)"));
+    folder_.Write("Trees/T1.ldif", test::LdifOrganization("SITE"));
+    controller_->SwitchTree(0);
+    EXPECT_TRUE(controller_->session().tree_loaded);
     EXPECT_THAT(LogLines(), Contains(HasSubstr("T1.ldif, line 5: ")));
 }
 

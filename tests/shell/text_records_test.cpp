@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/error.h"
 #include "platform/files.h"
+#include "support/errors.h"
 #include "support/temp_folder.h"
 
 namespace zorvel {
@@ -76,13 +76,9 @@ TEST_F(TextRecords, AShortFileIsAnErrorThatNamesItsLine) {
     EXPECT_EQ(reader.NextLine(), "a");
     EXPECT_EQ(reader.Next(), "b\nc");
     EXPECT_EQ(reader.NextNumber(), 12);
-    try {
-        reader.Next();
-        FAIL() << "read past the end";
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number(), errors::kPastEndOfFile);
-        EXPECT_THAT(error.detail(), testing::HasSubstr("file, line 4"));
-    }
+    const Error error = test::RaisedBy([&reader] { reader.Next(); });
+    EXPECT_EQ(error.number(), errors::kPastEndOfFile);
+    EXPECT_THAT(error.detail(), testing::HasSubstr("file, line 4"));
 }
 
 TEST_F(TextRecords, LinesOfDataFilesKeepTheirLineFeeds) {

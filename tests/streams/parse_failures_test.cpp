@@ -213,22 +213,9 @@ TEST(StreamFailures, OfABadExpressionGoToTheRun) {
 }
 
 TEST(StreamFailures, OfTheDiskGoToTheRun) {
-    struct FullDisk final : IssueWriter {
-        void WriteIssue(std::string_view, std::string_view, std::string_view, std::string_view,
-                        std::string_view) override {
-            throw OutputError(Error(errors::kDiskFull));
-        }
-    } full;
     TestParser parser;
-    ParseContext context{.services = parser.context.services,
-                         .rules = parser.rules,
-                         .issues = full,
-                         .counters = parser.counters,
-                         .progress = parser.progress};
-    OutputFile rows = parser.shell.files.Create(parser.shell.files.Path("TempData\\rows"));
-    std::int32_t signature = 0;
-    EXPECT_THROW(ParseAOT(context, rows, "a", StreamBuilder().Macro("m", "\\\\v").bytes(), signature),
-                 OutputError);
+    parser.issues.on_issue = [] { throw OutputError(Error(errors::kDiskFull)); };
+    EXPECT_THROW(parser.Parse(StreamBuilder().Macro("m", "\\\\v").bytes()), OutputError);
     EXPECT_THAT(parser.shell.ui.boxes, IsEmpty());
 }
 

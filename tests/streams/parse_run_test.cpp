@@ -17,29 +17,29 @@ using ::testing::IsEmpty;
 
 constexpr const char* kNoSignature = " WARNING: ParseAOT: string passed to routine doesn't have an AOT ID";
 
-TEST(StreamParse, RejectsWhatHasNoSignature) {
-    for (const std::string stream : {"", "AOT FIL", "AOT file....................", "XAOT FILE"}) {
+TEST(StreamParse, RejectsWhatHasNoSignatureAndEndsSilentlyBehindTheRecords) {
+    const struct {
+        std::string stream;
+        ParseResult result = ParseResult::kRejected;
+        std::string rows = {};
+    } cases[] = {
+        {""},
+        {"AOT FIL"},
+        {"AOT file...................."},
+        {"XAOT FILE"},
+        {"AOT FILE", ParseResult::kParsed},
+        {StreamBuilder().Macro("m", "v").Raw("x").bytes(), ParseResult::kParsed,
+         Lines({TestParser::kFullName, "m", "v", "", ""})},
+    };
+    for (const auto& row : cases) {
         TestParser parser;
-        EXPECT_EQ(parser.Parse(stream), ParseResult::kRejected);
-        EXPECT_EQ(parser.rows, "");
-        EXPECT_EQ(parser.signature, 0);
-        EXPECT_THAT(parser.shell.LogLines(), ElementsAre(kNoSignature));
+        EXPECT_EQ(parser.Parse(row.stream), row.result) << row.stream;
+        EXPECT_EQ(parser.rows, row.rows);
+        EXPECT_EQ(parser.signature == 0, row.rows.empty());
+        EXPECT_EQ(parser.shell.LogLines(),
+                  std::vector<std::string>(row.result == ParseResult::kRejected ? 1 : 0, kNoSignature));
         EXPECT_EQ(parser.context.parse_errors, 0);
     }
-}
-
-TEST(StreamParse, FindsNothingInABareSignature) {
-    TestParser parser;
-    EXPECT_EQ(parser.Parse("AOT FILE"), ParseResult::kParsed);
-    EXPECT_EQ(parser.rows, "");
-    EXPECT_THAT(parser.shell.LogLines(), IsEmpty());
-}
-
-TEST(StreamParse, EndsSilentlyAtASingleTrailingByte) {
-    TestParser parser;
-    parser.Parse(StreamBuilder().Macro("m", "v").Raw("x").bytes());
-    EXPECT_EQ(parser.rows, Lines({TestParser::kFullName, "m", "v", "", ""}));
-    EXPECT_EQ(parser.context.parse_errors, 0);
 }
 
 TEST(StreamParse, OfAFindRunSkipsStreamsWithoutAMatch) {
@@ -58,33 +58,16 @@ TEST(StreamParse, OfAFindRunSkipsStreamsWithoutAMatch) {
 TEST(StreamParse, ShowsItsProgressOnceASecond) {
     TestParser parser;
     parser.progress.stream_progress = 20;
-    // Every record takes 0.6 seconds, which its issue's writer lets pass.
-    struct SlowIssues final : IssueWriter {
-        FakeClock& clock;
-        explicit SlowIssues(FakeClock& slow_clock) : clock(slow_clock) {}
-        void WriteIssue(std::string_view, std::string_view, std::string_view, std::string_view,
-                        std::string_view) override {
-            clock.Sleep(0.6);
-        }
-    } slow(parser.shell.clock);
+    parser.context.only_application = true;
+    parser.context.progress_share = 40;
+    parser.issues.on_issue = [&parser] { parser.shell.clock.Sleep(0.6); };  // for every record
     StreamBuilder slow_stream;
     for (int count = 0; count < 4; ++count)
         slow_stream.Macro("m", "\\\\v");  // 24 bytes each, 104 in all
-    ParseContext context{.services = parser.context.services,
-                         .rules = parser.rules,
-                         .issues = slow,
-                         .counters = parser.counters,
-                         .progress = parser.progress,
-                         .application_name = "Word",
-                         .only_application = true,
-                         .progress_share = 40};
-    parser.shell.clock.timer = 86399;  // over midnight
+    parser.shell.clock.timer = 86399;     // over midnight
     int events = 0;
     parser.shell.ui.on_events = [&events] { ++events; };
-    OutputFile rows = parser.shell.files.Create(parser.shell.files.Path("TempData\\rows"));
-    std::int32_t signature = 0;
-    EXPECT_EQ(ParseAOT(context, rows, "Word.APPS.SITE", slow_stream.bytes(), signature),
-              ParseResult::kParsed);
+    EXPECT_EQ(parser.Parse(slow_stream.bytes()), ParseResult::kParsed);
     // Only the second record's end is a second after the start; the fourth ends the stream.
     const double progress = 20 + 40 * (57.0 / 104.0);
     EXPECT_THAT(parser.shell.ui.statuses, ElementsAre("Saving eDirectory information for 'Word - 54.8%"));

@@ -78,6 +78,14 @@ struct TestShell {
 
     TestShell() { log.Open(false); }
 
+    // The text of the only message box shown since the last call.
+    std::string OnlyBox() {
+        std::string text =
+            ui.boxes.size() == 1 ? ui.boxes[0].text : std::to_string(ui.boxes.size()) + " boxes";
+        ui.boxes.clear();
+        return text;
+    }
+
     // The lines of the log so far, each without its time ("    text" or " ERROR: text").
     std::vector<std::string> LogLines() {
         log.Close();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,13 +14,15 @@
 
 namespace zorvel::test {
 
-// Notes each issue as "application|entry type|target|source|code".
+// Notes each issue as "application|entry type|target|source|code", and calls `on_issue` first.
 class FakeIssueWriter final : public IssueWriter {
   public:
     std::vector<std::string> issues;
+    std::function<void()> on_issue = [] {};
 
     void WriteIssue(std::string_view full_name, std::string_view entry_type, std::string_view target_file,
                     std::string_view source_file, std::string_view issue_code) override {
+        on_issue();
         std::string issue(full_name);
         for (const std::string_view field : {entry_type, target_file, source_file, issue_code}) {
             issue += '|';

@@ -11,6 +11,14 @@
 
 namespace zorvel::test {
 
+// The bytes of a file.
+inline std::string ReadFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
+
 class TempFolder {
   public:
     TempFolder() {
@@ -34,12 +42,7 @@ class TempFolder {
         std::ofstream(path_ / name, std::ios::binary) << bytes;
     }
     // The bytes of a file of the folder.
-    std::string Read(const std::string& name) const {
-        std::ifstream file(path_ / name, std::ios::binary);
-        std::ostringstream bytes;
-        bytes << file.rdbuf();
-        return bytes.str();
-    }
+    std::string Read(const std::string& name) const { return ReadFile(path_ / name); }
     bool Has(const std::string& name) const { return std::filesystem::exists(path_ / name); }
 
   private:

@@ -4,13 +4,13 @@
 #include <filesystem>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "batch/batch_program.h"
-#include "database/make_databases.h"
+#include "batch/batch_run.h"
 #include "platform/output_file.h"
 #include "sample_tree_writer.h"
-#include "support/temp_folder.h"
+#include "support/databases.h"
 
 namespace zorvel::test {
 
@@ -27,17 +27,14 @@ class SampleFolder {
                                  "Trees/nds-schema.ldif", "Trees/CORP_TREE.ldif", "Trees/LAB_TREE.ldif"}) {
             std::filesystem::copy_file(Shipped(name), folder.path() / name);
         }
-        MakeDatabases(std::filesystem::path(ZORVEL_SOURCE_DIR) / "src/database/schema.sql",
-                      folder.path() / "Empty_Zorvel.mdb", folder.path() / "Databases/ZorvelMaster.mdb");
+        AddDatabases(folder);
     }
 
     // Runs zorvel-batch; its output is left in `out`. Returns the exit status.
     int Run(const std::vector<std::string>& arguments) {
-        std::ostringstream output;
-        std::ostringstream errors;
-        const int status = RunBatchProgram(arguments, folder.path(), false, output, errors, {});
-        out = output.str();
-        return status;
+        BatchResult result = RunBatch(folder, arguments);
+        out = std::move(result.out);
+        return result.status;
     }
     // The lines that the program wrote to standard output.
     std::vector<std::string> OutputLines() const {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <set>
 #include <sstream>
 #include <string>
@@ -21,10 +20,7 @@ using ::testing::Contains;
 using ::testing::StartsWith;
 
 std::string ReadShipped(const std::string& name) {
-    std::ifstream file(Shipped(name), std::ios::binary);
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
+    return ReadFile(Shipped(name));
 }
 
 TEST(ShippedTrees, AreWhatTheDocumentedCommandsMake) {

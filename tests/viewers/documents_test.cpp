@@ -3,21 +3,16 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 
+#include "support/temp_folder.h"
 #include "viewers/rich_text_sinks.h"
 
 namespace zorvel {
 namespace {
 
-std::string ReadFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
-}
+using test::ReadFile;
 
 // The words of `text`, one blank between them.
 std::string Words(const std::string& text) {

@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/error.h"
-#include "support/temp_folder.h"
 #include "viewers/rich_lines_export.h"
 #include "viewers/rich_text_sinks.h"
 
@@ -141,16 +139,6 @@ TEST(RichLines, AWordEndsWhereItsCharactersEnd) {
     for (const auto& c : kCases)
         EXPECT_EQ(lines.WordAt(c.offset), c.word) << c.offset;
     EXPECT_EQ(LinesOf("").WordAt(0), (std::pair<std::size_t, std::size_t>(0, 0)));
-}
-
-TEST(RichLines, FilesAreReadAndMissingOnesTold) {
-    const test::TempFolder folder;
-    folder.Write("TempData/a.rtf", "{\\rtf1 one\\par two\\par}");
-    const Files files(folder.path());
-    RichLines lines;
-    lines.ReadFile(files, files.Path("TempData\\a.rtf"));
-    EXPECT_EQ(lines.text(), "one\ntwo\n");
-    EXPECT_THROW(lines.ReadFile(files, files.Path("TempData\\b.rtf")), Error);
 }
 
 TEST(RichLinesExport, EveryFormOfTheTextHasAllOfIt) {
