@@ -3,12 +3,11 @@
 
 #include <sstream>
 
-#include "batch/batch_program.h"
+#include "batch/batch_run.h"
 #include "batch/interrupting_buffer.h"
-#include "database/make_databases.h"
 #include "gui/headless_pdf.h"
+#include "support/databases.h"
 #include "support/file_size_limit.h"
-#include "support/program_folder.h"
 
 namespace zorvel {
 namespace {
@@ -16,34 +15,23 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-struct Result {
-    int status;
-    std::string out;
-    std::string err;
-};
+using Result = test::BatchResult;
 
 // A program folder that holds the reports and, once Analyse was called, a dataset of three applications.
 class BatchReport : public testing::Test {
   protected:
     BatchReport() {
         using namespace test;
-        FillProgramFolder(
+        FillWholeProgramFolder(
             folder_, LdifOrganization("S\xC3\xA9") +
                          LdifApplication("Word", "o=S\xC3\xA9", "appCaption: Editor\nappIconOrder: 5000\n") +
                          LdifApplication("Calc", "o=S\xC3\xA9", "appCaption: Sums\nappIconOrder: 9\n") +
                          LdifApplication("Draw", "o=S\xC3\xA9", "appCaption: Art\nappIconOrder: 7\n"));
-        std::filesystem::remove(folder_.path() / "Databases/ZorvelMaster.mdb");
-        MakeDatabases(ZORVEL_SOURCE_DIR "/src/database/schema.sql", folder_.path() / "Empty_Zorvel.mdb",
-                      folder_.path() / "Databases/ZorvelMaster.mdb");
         std::filesystem::copy(ZORVEL_SOURCE_DIR "/program/Reports", folder_.path() / "Reports");
     }
 
     Result Run(const std::vector<std::string>& arguments) const {
-        std::ostringstream out;
-        std::ostringstream err;
-        const int status =
-            RunBatchProgram(arguments, folder_.path(), false, out, err, WritePdfWithoutDisplay);
-        return {status, out.str(), err.str()};
+        return test::RunBatch(folder_, arguments, WritePdfWithoutDisplay);
     }
     // Makes a report, by default into the file "out.csv" of the folder.
     Result Report(std::vector<std::string> arguments, const std::string& output = "out.csv") const {

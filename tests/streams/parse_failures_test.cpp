@@ -86,6 +86,23 @@ TEST(StreamFailures, LeaveADumpFileWhenTheOptionsAskForIt) {
                   "\\Zorvel.log) to the maintainer, using the data-sending option of the Help menu.");
 }
 
+TEST(StreamFailures, LeaveTheLengthOfANameThatIsCutInTheDumpFile) {
+    const struct {
+        std::string record, numbers;
+    } cases[] = {
+        {"\30\0\0\0\0\0\0\0\42\0\0\0\0\0\0\0A\0\0\0\2\0\0\0"s, " 3 , 24 , 9 , 20 , 0 , 34 , 2 , 0 "},
+        {"\46\0\0\0\0\0\0\0\50\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\3\0\0\0n"s,
+         " 3 , 38 , 9 , 16 , 0 , 40 , 3 , 0 "},
+    };
+    for (const auto& row : cases) {
+        TestParser parser;
+        parser.shell.options.session.CreateDMPFileOnError = true;
+        parser.Parse("AOT FILE" + row.record);
+        EXPECT_THAT(parser.shell.folder.Read("TempData/Zorvel_261116172805.dmp"),
+                    testing::HasSubstr(row.numbers));
+    }
+}
+
 TEST(StreamFailures, TellTheErrorAndTheStepItStruckAt) {
     TestParser parser;
     parser.shell.options.warning_boxes = false;
