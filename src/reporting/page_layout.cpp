@@ -131,7 +131,8 @@ bool PageLayout::Place(FlowPosition& position, Sheet& sheet) const {
     if (sheet.canvas != nullptr) DrawBlock(block_, position.line, lines, height, above, sheet);
     sheet.top += height;
     sheet.empty = false;
-    if (position.kind == BlockKind::kRow) sheet.first_row = false;
+    // Below a row that goes on from the page before, what it left out or began with is not to be seen.
+    if (position.kind == BlockKind::kRow && position.line == 0) sheet.first_row = false;
     if (ends) {
         position = flow_.Next(position);
     } else {

@@ -104,7 +104,8 @@ std::shared_ptr<const Report> Reports::MakeReport(const std::string& definition_
                                   Accepts(database, "SELECT * FROM sqlite_schema");
         if (!faulty_query) throw;
         const std::string expected = Accepts(database, own_query)
-                                         ? "one ORDER BY, at the query's end, and no WHERE"
+                                         ? "one ORDER BY, at the query's end, no WHERE, and tables without "
+                                           "an alias, `Zorvel_Apps` among them"
                                          : "a SELECT over the tables of " + choice_.dataset;
         throw Error(errors::kStore,
                     where + ": the query failed: " + error.description() + "; expected " + expected)

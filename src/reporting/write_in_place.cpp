@@ -1,4 +1,6 @@
 // Writing a file so that the one it replaces is whole until the new one is.
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -43,6 +45,13 @@ class TemporaryFile {
 
     const fs::path& path() const { return path_; }
 
+    // Makes it readable to its owner alone.
+    void MakePrivate(const std::string& name) const {
+        constexpr mode_t kOwner = 0600;
+        const int made = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwner);
+        if (made < 0) throw OutputError(FileError(errno, name));
+        ::close(made);
+    }
     void MoveTo(const fs::path& target, const std::string& name) const {
         if (std::rename(path_.c_str(), target.c_str()) != 0) throw OutputError(FileError(errno, name));
     }
@@ -52,13 +61,13 @@ class TemporaryFile {
 };
 
 // The file that a link leads to, whether it is there or not: it is replaced, and the link stays.
-fs::path WithoutLinks(fs::path path) {
+fs::path WithoutLinks(fs::path path, const std::string& name) {
     constexpr int kMostLinks = 40;  // as the kernel follows them
     std::error_code failure;
-    for (int links = 0; links < kMostLinks && fs::is_symlink(path, failure); ++links) {
-        const fs::path next = fs::read_symlink(path, failure);
-        if (failure) break;
-        path = path.parent_path() / next;  // which is `next` alone when that begins at the root
+    for (int links = 0; fs::is_symlink(path, failure); ++links) {
+        if (links == kMostLinks) throw OutputError(FileError(ELOOP, name));
+        // A link that begins at the root takes the whole path's place.
+        path = path.parent_path() / fs::read_symlink(path, failure);
     }
     return path;
 }
@@ -67,24 +76,25 @@ fs::path WithoutLinks(fs::path path) {
 
 void WriteInPlace(const fs::path& path, const std::function<void(OutputFile&)>& write) {
     const std::string name = FromUtf8(path.string());
-    const fs::path target = WithoutLinks(path);
     std::error_code ignored;
-    const fs::file_status older = fs::status(target, ignored);
+    const fs::file_status older = fs::status(path, ignored);
     const bool replaces = fs::is_regular_file(older);
     // Pipes and devices are written to, never replaced; a folder refuses.
     if (fs::exists(older) && !replaces) {
-        OutputFile file(target, name, OutputFile::Mode::kTruncate);
+        OutputFile file(path, name, OutputFile::Mode::kTruncate);
         write(file);
         return file.Close();
     }
+    const fs::path target = WithoutLinks(path, name);
     if (replaces && ::access(target.c_str(), W_OK) != 0) throw OutputError(FileError(errno, name));
 
     const TemporaryFile temporary(target);
+    // Who may not read the older file shall not read the new one either, also while it is written.
+    if (replaces) temporary.MakePrivate(name);
     OutputFile file(temporary.path(), name, OutputFile::Mode::kTruncate);
-    // Ahead of the contents: who may not read the older file shall not read the new one either.
-    if (replaces) fs::permissions(temporary.path(), older.permissions(), ignored);
     write(file);
     file.Close();
+    if (replaces) fs::permissions(temporary.path(), older.permissions(), ignored);
     temporary.MoveTo(target, name);
 }
 

@@ -1,7 +1,11 @@
 // zorvel-batch reports and report as a shell user meets them.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
+#include <fstream>
+#include <limits>
 #include <sstream>
+#include <thread>
 
 #include "batch/batch_run.h"
 #include "batch/interrupting_buffer.h"
@@ -325,6 +329,21 @@ TEST_F(BatchReport, CtrlCEndsItAndTheOlderFileStays) {
         for (const auto& entry : std::filesystem::directory_iterator(folder_.path()))
             EXPECT_NE(entry.path().extension(), ".tmp") << entry.path();
     }
+}
+
+TEST_F(BatchReport, CtrlCWhileAFileIsWrittenEndsIt) {
+    Analyse();
+    Sql("Databases/" + dataset_, "UPDATE Zorvel_AppDetails SET Data = hex(randomblob(40000))");
+    const std::filesystem::path pipe = folder_.path() / "out.csv";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::thread reader([&pipe] {
+        std::ifstream file(pipe, std::ios::binary);
+        file.get();
+        BatchWindow::Interrupt();  // the rest, which no pipe holds, is still to be written
+        file.ignore(std::numeric_limits<std::streamsize>::max());
+    });
+    EXPECT_EQ(Report({"Attribute Details"}).status, 3);
+    reader.join();
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -154,7 +153,7 @@ TEST(ReportDefinition, DamagedFilesAreReadOrRefused) {
     }
 }
 
-// The delivered definition files, each over an empty dataset.
+// The delivered definition files.
 TEST(ReportDefinition, EachDeliveredReportHasAQueryThatCanBeOrderedAndFiltered) {
     for (const CatalogueReport& report : CatalogueReports()) {
         const std::string path = ZORVEL_SOURCE_DIR "/program/Reports/" + std::string(report.definition);

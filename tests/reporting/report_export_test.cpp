@@ -349,7 +349,22 @@ TEST_F(ReportExport, HtmlFoldsGroupsInGroups) {
                                 ".rows th:nth-child(2) { width: 25.000%; }\n"
                                 ".rows th:nth-child(2), .rows td:nth-child(2) { text-align: right; }\n"));
     EXPECT_THAT(page, HasSubstr("<dt>Settings</dt>\n<dd>4</dd>"));
+    EXPECT_THAT(page, Not(HasSubstr("break-before")));
     EXPECT_THAT(page, HasSubstr("id=\"expand\""));
+}
+
+TEST_F(ReportExport, HtmlBreaksThePageAheadOfAllHeadingsOfAGroupThatWantsIt) {
+    Add("OU1", "same", "1000");
+    Add("OU1", "same", "2");
+    Add("OU2", "other", "1000");
+    std::string definition(kGroups);
+    definition.insert(definition.find("by = \"Extra\""), "new_page = true\n");
+    std::vector<std::string> broken;
+    const std::string page = Written(WriteHtml, definition);
+    const std::string style = " style=\"break-before: page\" open><summary><";
+    for (std::size_t at = page.find(style); at != std::string::npos; at = page.find(style, at + 1))
+        broken.push_back(page.substr(at + style.size(), 10));
+    EXPECT_THAT(broken, ElementsAre("h3 id=\"g2\"", "h2 id=\"g3\""));
 }
 
 TEST_F(ReportExport, HtmlCutsLongTablesIntoBlocks) {
@@ -510,6 +525,23 @@ TEST_F(InPlace, WhatIsNoFileIsNeverReplaced) {
     EXPECT_EQ(error.number(), errors::kDiskFull);
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
     EXPECT_THAT(Names(), ElementsAre("out.csv"));
+
+    // A pipe at the end of a link, as of standard output.
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    std::filesystem::remove(path_);
+    std::filesystem::create_symlink("/proc/self/fd/" + std::to_string(ends[1]), path_);
+    WriteInPlace(path_, WriteNew);
+    std::array<char, 8> piped{};
+    EXPECT_EQ(read(ends[0], piped.data(), piped.size()), 3);
+    EXPECT_STREQ(piped.data(), "new");
+    close(ends[0]);
+    close(ends[1]);
+
+    std::filesystem::remove(path_);
+    std::filesystem::create_symlink("out.csv", path_);
+    EXPECT_TRUE(ErrorOf(WriteNew).IsOutputError());
+    EXPECT_TRUE(std::filesystem::is_symlink(path_));
 
     std::filesystem::remove(path_);
     std::filesystem::create_directory(path_);

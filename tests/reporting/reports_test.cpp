@@ -133,6 +133,16 @@ TEST_F(ReportsTest, AReportIsPreparedInTheOrderAndWithoutTheIssuesThatWereChosen
     EXPECT_EQ(folder_.folder.Read("odbc.ini"), "[Zorvel]\nDriver = SQLite3\nDatabase =\n");
 }
 
+TEST_F(ReportsTest, FilesAndFoldersStandWithTheirWholePathsWhateverIsDoneToThem) {
+    folder_.Fill(
+        "INSERT INTO Zorvel_CopyFiles VALUES (1, 'C:\\T.DLL', 's:\\t.dll', 'Copy Always'),"
+        " (1, '', 'c:\\x\\o.tmp', 'Delete'), (1, 'App', 'C:\\P', 'Create Directory'),"
+        " (1, 'Old', NULL, 'Delete Directory')");
+    EXPECT_EQ(Generate("FIL File Details"), ReportOutcome::kShown);
+    EXPECT_THAT(Values("Path"), ElementsAre("c:\\x\\o.tmp", "C:\\P\\App", "C:\\T.DLL", "Old"));
+    EXPECT_THAT(Values("CopiedFrom"), ElementsAre("", "", "s:\\t.dll", ""));
+}
+
 TEST_F(ReportsTest, AQueryWithoutOrderStaysAsItIsAndTheReportDoesNotClaimOtherwise) {
     folder_.folder.Write("Reports/Zorvel_AppIssues.rpt",
                          "title = \"t\"\nquery = \"SELECT IssueCode FROM Zorvel_Issues\"\n"
@@ -200,7 +210,7 @@ TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
         {"a query that does not bear the order",
          [&] { WriteQuery("SELECT IssueCode FROM Zorvel_Issues ORDER BY IssueCode"); },
          "line 2: the query failed: no such column: Zorvel_Apps.AppOU; expected one ORDER BY, at the query's "
-         "end, and no WHERE)",
+         "end, no WHERE, and tables without an alias, `Zorvel_Apps` among them)",
          "Zorvel_1.MDB: no such column"},
         {"a missing dataset", [&] { folder_.dataset = "gone.mdb"; }, "Error No. -2147467259 (",
          "Report Launch"},
