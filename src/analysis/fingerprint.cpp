@@ -1,7 +1,5 @@
 #include "analysis/fingerprint.h"
 
-#include <string_view>
-
 #include "platform/hex.h"
 #include "streams/signature.h"
 

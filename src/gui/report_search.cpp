@@ -1,7 +1,6 @@
 #include "gui/report_search.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "reporting/report_values.h"
 

@@ -8,11 +8,13 @@ namespace zorvel {
 
 inline constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
+// Appends the two digits of a byte.
 inline void AppendHex(std::string& digits, unsigned char byte) {
     digits += kHexDigits[byte >> 4U];
     digits += kHexDigits[byte & 0xFU];
 }
 
+// Two digits a byte.
 inline std::string ToHex(std::string_view bytes) {
     std::string digits;
     digits.reserve(bytes.size() * 2);

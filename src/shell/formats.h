@@ -17,6 +17,7 @@ std::string PlainNumber(std::int64_t number);
 std::string Grouped(std::int64_t number);
 // "#,0": thousands separators; zero is "0".
 std::string GroupedOrZero(std::int64_t number);
+// The same of a count.
 std::string GroupedCount(std::size_t count);
 // "#,##;;-": thousands separators; zero is "-", a negative number an empty text.
 std::string GroupedOrDash(std::int64_t number);

@@ -57,8 +57,7 @@ void AppendRtf(std::string& rtf, std::string_view text) {
             rtf += character;
         } else if (byte >= 0x80) {
             rtf += "\\'";
-            rtf += kHexDigits[byte >> 4];
-            rtf += kHexDigits[byte & 15];
+            AppendHex(rtf, byte);
         } else {
             rtf += character;
         }

@@ -72,6 +72,7 @@ TEST_F(FindWindow, ListsTheMatchesOfAPredefinedSearch) {
     EXPECT_EQ(boxes_.back(), "Results of Find have been sent to Clipboard..");
     const QMimeData& mime = *QGuiApplication::clipboard()->mimeData();
     EXPECT_THAT(mime.text().toStdString(), HasSubstr("C:\\TOOL\\RUN.CMD"));
+    EXPECT_TRUE(mime.hasHtml());
     EXPECT_TRUE(mime.hasFormat("text/rtf"));
 }
 

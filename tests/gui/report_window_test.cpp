@@ -11,7 +11,6 @@
 #include <QTreeView>
 #include <QWheelEvent>
 #include <functional>
-#include <memory>
 #include <string>
 
 #include "gui/group_tree_model.h"

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <string_view>
 
 #include "stream_builder.h"
 #include "support/streams_fakes.h"
