@@ -5,7 +5,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
-#include <stdexcept>
 
 #include "gui/main_window.h"
 #include "gui/tool_tip.h"
@@ -55,12 +54,6 @@ TEST_F(OUBrowserWindow, ToolTipsShowNamesThatLookLikeMarkup) {
     EXPECT_EQ(ShownTip(Node("<b>ZETA (0)").data(Qt::ToolTipRole).toString()), "NDS:\\\\T2\\<b>ZETA");
     EXPECT_EQ(Text("labCurrentOU"), "<b>ZETA");
     EXPECT_EQ(ShownTip(Get<QLabel>("labCurrentOU").toolTip()), "<b>ZETA");
-}
-
-TEST_F(OUBrowserWindow, AnOperationThatFailsLeavesAWindowThatCanBeClosed) {
-    constexpr int kNoTree = 99;
-    EXPECT_THROW(Q_EMIT Get<QComboBox>("comTree").activated(kNoTree), std::out_of_range);
-    EXPECT_TRUE(window_->close());
 }
 
 TEST_F(OUBrowserWindow, ListButtonsSelectUnselectAndInvert) {

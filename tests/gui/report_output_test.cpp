@@ -1,7 +1,6 @@
 // What the window of a report saves and prints.
 #include <gmock/gmock.h>
 
-#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
@@ -14,7 +13,6 @@
 #include <QTimer>
 #include <filesystem>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -246,15 +244,6 @@ TEST_F(ReportOutput, AFileThatCannotBePrintedIsTold) {
     EXPECT_THAT(shell_.LogLines().back(), HasSubstr("none/a.pdf"));
     Press(Qt::Key_End);
     EXPECT_EQ(static_cast<int>(view().page()) + 1, LastPage());
-}
-
-TEST_F(ReportOutput, WhatEscapesLeavesAWindowThatCanBeClosed) {
-    Open(MakeReport());
-    window_->SetAskPrinter(
-        [](QPrinter&, std::size_t, QWidget*) -> bool { throw Error(errors::kStore).With("no printer"); });
-    shell_.log.on_detail = [](std::string_view) { throw std::runtime_error("nobody listens"); };
-    EXPECT_THROW(window_->findChild<QAction*>("actPrint")->trigger(), std::runtime_error);
-    EXPECT_TRUE(window_->close());
 }
 
 TEST_F(ReportOutput, PrintersGetTheirPages) {
