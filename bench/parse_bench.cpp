@@ -37,8 +37,8 @@ void ParseStream(benchmark::State& state,
 
     test::TestShell shell;
     SystemClock clock;
-    Services services{shell.files,  clock,        shell.ui,      shell.log,
-                      shell.status, shell.sounds, shell.options, shell.activity};
+    Services services{shell.files,  clock,         shell.ui,       shell.log,    shell.status,
+                      shell.sounds, shell.options, shell.activity, shell.writers};
     RuleLists rules;
     for (int entry = 0; entry < 40; ++entry) {
         rules.FileIssueList.push_back("UNWANTED" + std::to_string(entry) + ".EXE");

@@ -15,6 +15,7 @@
 #include "gui/report_painter.h"
 #include "gui/report_pdf.h"
 #include "platform/files.h"
+#include "platform/write_in_place.h"
 #include "report_data.h"
 #include "reporting/report_export.h"
 #include "support/temp_folder.h"

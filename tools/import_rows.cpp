@@ -32,10 +32,11 @@ int Run(const char* folder, zorvel::tools::ImportSize size) {
     log.Open(false);
     TreeCounts counts;
     StatusLine status{ui, counts};
-    Options options{files, ui, log};
+    WriterLock writers{files, clock, ui, log};
+    Options options{files, ui, log, writers};
     EventSounds sounds{files, ui, options.session.SoundsEnabled};
     Activity activity;
-    Services services{files, clock, ui, log, status, sounds, options, activity};
+    Services services{files, clock, ui, log, status, sounds, options, activity, writers};
     const std::string master_path = files.Path(R"(Databases\ZorvelMaster.mdb)");
     Database master(files.Resolve(master_path), master_path);
     Catalogue catalogue(master);

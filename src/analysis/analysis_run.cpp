@@ -53,6 +53,8 @@ AnalysisRun::AnalysisRun(const RunInputs& inputs, FindRun* find)
       errors_(inputs.services) {}
 
 RunOutcome AnalysisRun::Run() {
+    const auto hold = services_.writers.Acquire();
+    if (!hold) return RunOutcome::kAbandoned;
     bool may_replace = true;
     errors_.Try(kCheckStep, [&] { may_replace = MayReplaceLastRun(); });
     if (!may_replace) return RunOutcome::kAbandoned;

@@ -15,7 +15,7 @@ std::string_view RunModeWord(RunMode mode);
 
 // How a run ended.
 enum class RunOutcome {
-    kAbandoned,  // the user kept the data of the last run
+    kAbandoned,  // the user kept the data of the last run, or another program writes to the folder
     kFailed,     // it could not write its files or reach the directory; there is no capture record
     kFinished,   // its data is complete for the applications that it read
 };

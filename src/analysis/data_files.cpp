@@ -85,15 +85,8 @@ void WriteCaptureRecord(const Files& files, const CaptureRecord& record) {
     for (const std::string& total : record.totals)
         line += total + ',';
     line += record.mode + "\r\n";
-    const std::string path = files.Path(data_files::kCaptureDetails.name);
-    OutputFile file = files.Create(path);
-    try {
-        file.Write(line);
-        file.Close();
-    } catch (const OutputError&) {
-        files.Remove(path);  // an empty record would still say that the run finished
-        throw;
-    }
+    files.WriteInPlace(files.Path(data_files::kCaptureDetails.name),
+                       [&](OutputFile& file) { file.Write(line); });
 }
 
 void RemoveCaptureRecord(const Files& files) {

@@ -89,7 +89,7 @@ struct CaptureRecord {
 // The capture record, or nothing when the last run did not finish. Raises a file error, or 5 or 62 for a
 // record that is not whole.
 std::optional<CaptureRecord> ReadCaptureRecord(const Files& files);
-// Writes the capture record whole, or raises an OutputError and leaves none.
+// Writes the capture record, whole at every moment, or raises an OutputError.
 void WriteCaptureRecord(const Files& files, const CaptureRecord& record);
 // Deletes the capture record, if there is one. Raises an OutputError.
 void RemoveCaptureRecord(const Files& files);

@@ -8,6 +8,7 @@
 #include "batch/command.h"
 #include "batch/report_request.h"
 #include "platform/code_page.h"
+#include "platform/write_in_place.h"
 #include "reporting/report_catalogue.h"
 #include "reporting/report_export.h"
 #include "reporting/reports.h"

@@ -2,29 +2,27 @@
 
 #include <cstdint>
 
-#include "platform/error.h"
 #include "shell/formats.h"
 #include "shell/text_records.h"
 
 namespace zorvel {
 
-void WriteCacheFile(const Files& files, const std::string& path, std::string_view heading,
-                    const DateTime& today, std::size_t count,
-                    const std::function<void(OutputFile&)>& write_records) {
-    OutputFile file = files.Create(path);
-    try {
-        file.Write(heading);
-        file.Write("\r\n" + ShortDate(today) + "," + PlainNumber(static_cast<std::int64_t>(count)) + "\r\n");
-        write_records(file);
-        file.Close();
-    } catch (const OutputError&) {
-        files.Remove(path);
-        throw;
-    }
+std::string CacheHead(std::string_view heading, const DateTime& today, std::size_t count) {
+    return std::string(heading) + "\r\n" + ShortDate(today) + "," +
+           PlainNumber(static_cast<std::int64_t>(count)) + "\r\n";
 }
 
-void WriteApplication(OutputFile& file, const AppRecord& application) {
-    file.Write(Quoted(application.Name) + ',' + Quoted(application.Container) + "\r\n");
+std::string ApplicationLine(const AppRecord& application) {
+    return Quoted(application.Name) + ',' + Quoted(application.Container) + "\r\n";
+}
+
+std::string OneLine(std::string_view text) {
+    std::string line;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' && text.substr(i + 1).starts_with('\n')) continue;
+        line += text[i] == '\r' || text[i] == '\n' ? ' ' : text[i];
+    }
+    return line;
 }
 
 }  // namespace zorvel

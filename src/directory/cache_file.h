@@ -3,23 +3,21 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <string_view>
 
 #include "directory/tree_lists.h"
 #include "platform/clock.h"
-#include "platform/files.h"
 
 namespace zorvel {
 
-// Writes such a file, replacing an older one: `heading`, the date of `today` with `count`, and what
-// `write_records` writes. Raises an OutputError, and then leaves no file: half of one would pass for a whole.
-void WriteCacheFile(const Files& files, const std::string& path, std::string_view heading,
-                    const DateTime& today, std::size_t count,
-                    const std::function<void(OutputFile&)>& write_records);
+// The head of such a file: `heading`, and the date of `today` with `count`; two lines.
+std::string CacheHead(std::string_view heading, const DateTime& today, std::size_t count);
 
-// Writes the record of one application: its name and its container, each quoted as it stands.
-void WriteApplication(OutputFile& file, const AppRecord& application);
+// The record of one application: its name and its container, each quoted as it stands; a line.
+std::string ApplicationLine(const AppRecord& application);
+
+// `text` as one line: each line break becomes a blank.
+std::string OneLine(std::string_view text);
 
 }  // namespace zorvel

@@ -146,6 +146,8 @@ void OUBrowser::ReportClickFailure(const std::string& path, const Error& error) 
 }
 
 void OUBrowser::ReloadTree() {
+    const auto hold = services_.writers.Acquire();
+    if (!hold) return;
     ClearList();
     display_.ShowList();
     refresh_tree_();

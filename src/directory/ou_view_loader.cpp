@@ -8,6 +8,14 @@
 #include "shell/report_error.h"
 
 namespace zorvel {
+namespace {
+
+std::string UnreadableText(std::string_view tree, std::string_view object) {
+    return "The cache files of '" + std::string(tree) + "' cannot hold the name of '" + std::string(object) +
+           "' - the Tree is read from the directory each time";
+}
+
+}  // namespace
 
 OUViewLoader::OUViewLoader(Services& services, Directory& directory, TreeLists& lists, OUViewDisplay& display,
                            int countdown)
@@ -17,20 +25,27 @@ bool OUViewLoader::RefreshOUView(std::string_view tree, bool force) {
     bool loaded = false;
     services_.activity.Busy = true;
     try {
-        lists_.Clear();
-        display_.ClearBrowser();
+        Clear();
         const bool cached = !force && services_.files.Exists(TreeCachePath(services_.files, tree));
-        if (!cached || !LoadFromCache(tree)) ReadTree(tree);
+        const CacheLoad cache = cached ? LoadFromCache(tree) : CacheLoad::kUnfit;
+        loaded = cache == CacheLoad::kLoaded || ReadTree(tree, cache);
         services_.status.SetIdle();
-        loaded = true;
     } catch (...) {
-        services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "RefreshOUView"),
-                          MessageIcon::kExclamation);
-        display_.CloseCacheTree();
+        Report(CurrentError());
     }
     services_.activity.Busy = false;
     services_.activity.UserInterrupt = false;
     return loaded;
+}
+
+void OUViewLoader::Clear() {
+    lists_.Clear();
+    display_.ClearBrowser();
+}
+
+void OUViewLoader::Report(const Error& error) {
+    services_.ui.Tell(LogUnexpectedError(services_.log, error, "RefreshOUView"), MessageIcon::kExclamation);
+    display_.CloseCacheTree();
 }
 
 bool OUViewLoader::CacheIsTooOld(std::string_view tree, const DateTime& written) const {
@@ -45,40 +60,79 @@ bool OUViewLoader::CacheIsTooOld(std::string_view tree, const DateTime& written)
         MessageIcon::kQuestion, Answer::kYes);
 }
 
-bool OUViewLoader::LoadFromCache(std::string_view tree) {
+OUViewLoader::CacheLoad OUViewLoader::LoadFromCache(std::string_view tree) {
     const Files& files = services_.files;
+    const CacheMarks marks(files, tree);
+    if (const std::string object = marks.UnreadableObject(); !object.empty()) {
+        services_.log.WriteWarning(UnreadableText(tree, object));
+        return CacheLoad::kUnfit;
+    }
     services_.log.WriteLog("Reading Tree Cache, '" + TreeCachePath(files, tree) + "'");
-    bool too_old = false;
+    CacheDigests digests;
     {
         TreeCacheReader cache(files, tree);
-        too_old = CacheIsTooOld(tree, cache.date());
-        if (!too_old) {
-            lists_.counts.StatusPrefix = "Using cached Tree from " + ShortDate(cache.date());
-            cache.ReadContainers(lists_);
-        }
-    }
-    if (too_old) {
-        files.Remove(TreeCachePath(files, tree));
-        return false;
+        if (CacheIsTooOld(tree, cache.date())) return CacheLoad::kTooOld;
+        lists_.counts.StatusPrefix = "Using cached Tree from " + ShortDate(cache.date());
+        cache.ReadContainers(lists_);
+        digests.tree = cache.Digest();
     }
     for (std::size_t number = 1; number <= lists_.OUList.size(); ++number)
         display_.AddNode(number, number == 1);
     services_.log.WriteLog("Reading Application Cache, '" + AppCachePath(files, tree) + "'");
-    ReadAppCache(files, tree, lists_);
+    digests.applications = ReadAppCache(files, tree, lists_);
+    if (!CachesFit(tree, marks.StateOf(digests))) {
+        Clear();
+        return CacheLoad::kUnfit;
+    }
     display_.RedrawBrowser();
+    return CacheLoad::kLoaded;
+}
+
+bool OUViewLoader::CachesFit(std::string_view tree, CacheState state) {
+    const std::string name = "'" + std::string(tree) + "'";
+    if (state == CacheState::kMixed || (state == CacheState::kUnknown && !ApplicationsFit(lists_))) {
+        services_.log.WriteWarning("The cache files of " + name +
+                                   " do not belong together - the Tree is read from the directory");
+        return false;
+    }
+    if (state == CacheState::kInterrupted) {
+        services_.log.WriteWarning("The cache of " + name +
+                                   " holds only what was read until its reading was interrupted - refresh it");
+    }
     return true;
 }
 
-void OUViewLoader::ReadTree(std::string_view tree) {
-    const std::string name(tree);
-    display_.ShowCacheTree("Refreshing '" + name + "' Tree cache..");
+bool OUViewLoader::ReadTree(std::string_view tree, CacheLoad cache) {
+    const auto hold = services_.writers.Acquire();
+    if (!hold) return false;
+    if (cache == CacheLoad::kTooOld) services_.files.Remove(TreeCachePath(services_.files, tree));
+    display_.ShowCacheTree("Refreshing '" + std::string(tree) + "' Tree cache..");
     for (int n = countdown_; n >= 1 && !services_.activity.UserInterrupt; --n) {
         display_.SetLabOU("(Refresh will begin in " + Digits(n) + " second" + (n == 1 ? "" : "s") + ")");
         Pause(services_.clock, services_.ui, 1, &services_.activity.UserInterrupt);
     }
+    WalkTree(tree);
+    if (services_.activity.Closing) {
+        display_.CloseCacheTree();
+        return false;
+    }
+    try {
+        WriteCaches(tree);
+        services_.log.WriteLog("Finished updating Application Cache file");
+    } catch (const OutputError& error) {
+        Report(error);  // the tree is there all the same
+    }
+    services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
+    display_.CloseCacheTree();
+    const DateTime now = services_.clock.Now();
+    lists_.counts.StatusPrefix = "Tree last read on " + ShortDate(now) + " " + ShortTime(now);
+    return true;
+}
+
+void OUViewLoader::WalkTree(std::string_view tree) {
     started_ = services_.clock.Timer();
     examined_ = 0;
-    services_.log.WriteLog("Reading physical Tree, '" + name + "'");
+    services_.log.WriteLog("Reading physical Tree, '" + std::string(tree) + "'");
     directory_.SetCurrentObject(RootPath(tree));
     const Entry root = directory_.CurrentEntry();
     OURecord record;
@@ -88,23 +142,25 @@ void OUViewLoader::ReadTree(std::string_view tree) {
     const std::size_t root_number = lists_.AddOU(record);
     display_.AddNode(root_number, true);
     RecurseDirectory(root_number);
+}
 
-    if (services_.activity.UserInterrupt) {
-        services_.log.WriteLog("WARNING: The reading of '" + name +
+void OUViewLoader::WriteCaches(std::string_view tree) {
+    const Files& files = services_.files;
+    const bool interrupted = services_.activity.UserInterrupt;
+    if (interrupted) {
+        services_.log.WriteLog("WARNING: The reading of '" + std::string(tree) +
                                "' was interrupted - its cache holds only what was read until then");
     }
-    const Files& files = services_.files;
+    TreeCacheWriter caches(files, tree, services_.clock.Now(), lists_);
     services_.status.SetStatus('Y', "Updating Tree Cache...");
     services_.log.WriteLog("Writing fresh Tree cache, '" + TreeCachePath(files, tree) + "'");
-    WriteTreeCache(files, tree, services_.clock.Now(), lists_);
+    caches.WriteTreeCache();
     services_.status.SetStatus('Y', "Updating Applications Cache...");
     services_.log.WriteLog("Writing fresh Applications Cache, '" + AppCachePath(files, tree) + "'");
-    WriteAppCache(files, tree, services_.clock.Now(), lists_);
-    services_.log.WriteLog("Finished updating Application Cache file");
-    services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
-    display_.CloseCacheTree();
-    const DateTime now = services_.clock.Now();
-    lists_.counts.StatusPrefix = "Tree last read on " + ShortDate(now) + " " + ShortTime(now);
+    caches.WriteAppCache();
+    if (!caches.unreadable_object().empty())
+        services_.log.WriteWarning(UnreadableText(tree, caches.unreadable_object()));
+    caches.Replace(interrupted);
 }
 
 void OUViewLoader::RecurseDirectory(std::size_t root_number) {

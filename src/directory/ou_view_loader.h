@@ -7,8 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "directory/cache_marks.h"
 #include "directory/directory.h"
 #include "directory/tree_lists.h"
+#include "platform/error.h"
 #include "shell/services.h"
 
 namespace zorvel {
@@ -38,16 +40,30 @@ class OUViewLoader {
     OUViewLoader(Services& services, Directory& directory, TreeLists& lists, OUViewDisplay& display,
                  int countdown = 5);
 
-    // Loads `tree`; from the directory when `force` is set or no tree cache exists. True when nothing went
-    // wrong: errors are logged and shown, never raised, and what was loaded before one stays. Sets Busy while
-    // it runs and clears UserInterrupt at its end.
+    // Loads `tree`; from the directory when `force` is set, or when there is no cache of it that tells it.
+    // True when it is loaded: errors are logged and shown, never raised, and what was loaded before one
+    // stays; a tree that was read is loaded also when its caches cannot be written. Sets Busy while it runs
+    // and clears UserInterrupt at its end.
     bool RefreshOUView(std::string_view tree, bool force);
 
   private:
-    // Loads the caches; false when the user asked for the directory to be read instead.
-    bool LoadFromCache(std::string_view tree);
+    enum class CacheLoad {
+        kLoaded,
+        kTooOld,  // for the user, who wants the directory to be read instead
+        kUnfit,   // there is none, or it does not tell the tree
+    };
+
+    CacheLoad LoadFromCache(std::string_view tree);
     bool CacheIsTooOld(std::string_view tree, const DateTime& written) const;
-    void ReadTree(std::string_view tree);
+    // True when the caches that were just read belong together; warns of what is missing in them.
+    bool CachesFit(std::string_view tree, CacheState state);
+    void Clear();
+    // Reads the tree and replaces its caches, or gives up at once the one that `cache` says is too old. False
+    // when the reading was given up, or another program writes.
+    bool ReadTree(std::string_view tree, CacheLoad cache);
+    void WalkTree(std::string_view tree);
+    void WriteCaches(std::string_view tree);
+    void Report(const Error& error);
     // Reads the containers below record `root_number`, and their applications, depth first.
     void RecurseDirectory(std::size_t root_number);
     // The containers that the directory lists below container `number`.

@@ -49,6 +49,8 @@ std::string SaveSelections::UnusedPath() const {
 }
 
 void SaveSelections::Save() {
+    const auto hold = services_.writers.Acquire();
+    if (!hold) return;
     try {
         const std::string path = UnusedPath();
         services_.status.SetStatus('Y', "Saving Application Selections...");

@@ -24,7 +24,7 @@ class SaveSelections {
                    RandomFraction random_fraction);
 
     // butSave: writes the selection to a new file and closes the dialog. After an error, which is shown and
-    // logged, the dialog stays.
+    // logged, and when another program writes to the folder, the dialog stays.
     void Save();
 
     // What the dialog shows.

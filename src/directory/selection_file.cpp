@@ -15,16 +15,6 @@ std::string NamePrefix(std::string_view tree) {
     return std::string(tree) + '-';
 }
 
-// `text` as one line: each line break becomes a blank.
-std::string OneLine(std::string_view text) {
-    std::string line;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\r' && text.substr(i + 1).starts_with('\n')) continue;
-        line += text[i] == '\r' || text[i] == '\n' ? ' ' : text[i];
-    }
-    return line;
-}
-
 // Takes what is left of the line of the field read last.
 std::string RestOfLine(FieldReader& reader) {
     const bool within = reader.end() == FieldEnd::kComma || reader.end() == FieldEnd::kText;
@@ -73,11 +63,11 @@ std::vector<std::string> SelectionPaths(const Files& files, std::string_view tre
 
 void WriteSelection(const Files& files, const std::string& path, const DateTime& today,
                     std::string_view comment, const TreeLists& lists) {
-    const auto count = static_cast<std::size_t>(lists.counts.SelectedCount);
-    WriteCacheFile(files, path, kHeading, today, count, [&](OutputFile& file) {
+    files.WriteInPlace(path, [&](OutputFile& file) {
+        file.Write(CacheHead(kHeading, today, static_cast<std::size_t>(lists.counts.SelectedCount)));
         file.Write(Quoted(OneLine(comment)) + "\r\n");
         for (const AppRecord& application : lists.AppList) {
-            if (application.Selected) WriteApplication(file, application);
+            if (application.Selected) file.Write(ApplicationLine(application));
         }
     });
 }

@@ -24,6 +24,17 @@ void AtPlace(const FieldReader& reader, Read read) {
     }
 }
 
+// `file`, whose bytes are handed to `digest`, too.
+InputFile Observed(InputFile file, CacheDigest& digest) {
+    file.Observe([&digest](std::string_view bytes) { digest.Add(bytes); });
+    return file;
+}
+
+// False for a text that a double quote or a line break would cut when it is read back.
+bool IsCarried(std::string_view text) {
+    return text.find_first_of("\"\r\n") == std::string_view::npos;
+}
+
 [[noreturn]] void ThrowTooMany(std::int32_t announced) {
     throw Error(errors::kSubscript)
         .With("more records than the " + std::to_string(announced) + " announced in line 2");
@@ -40,7 +51,7 @@ std::string AppCachePath(const Files& files, std::string_view tree) {
 }
 
 TreeCacheReader::TreeCacheReader(const Files& files, std::string_view tree)
-    : reader_(files.Open(TreeCachePath(files, tree))) {
+    : reader_(Observed(files.Open(TreeCachePath(files, tree)), digest_)) {
     AtPlace(reader_, [&] {
         reader_.NextLine();
         date_ = ParseDateAndTime(reader_.Next());
@@ -73,8 +84,9 @@ void TreeCacheReader::ReadContainers(TreeLists& lists) {
     });
 }
 
-void ReadAppCache(const Files& files, std::string_view tree, TreeLists& lists) {
-    FieldReader reader(files.Open(AppCachePath(files, tree)));
+std::string ReadAppCache(const Files& files, std::string_view tree, TreeLists& lists) {
+    CacheDigest digest;
+    FieldReader reader(Observed(files.Open(AppCachePath(files, tree)), digest));
     AtPlace(reader, [&] {
         reader.NextLine();
         ParseDateAndTime(reader.Next());
@@ -87,27 +99,79 @@ void ReadAppCache(const Files& files, std::string_view tree, TreeLists& lists) {
         }
     });
     lists.counts.AppCount = static_cast<std::int32_t>(lists.AppList.size());
+    return digest.Text();
 }
 
-void WriteTreeCache(const Files& files, std::string_view tree, const DateTime& today,
-                    const TreeLists& lists) {
-    WriteCacheFile(files, TreeCachePath(files, tree), kTreeCacheHeading, today, lists.OUList.size(),
-                   [&](OutputFile& file) {
-                       for (const OURecord& record : lists.OUList) {
-                           file.Write(PlainNumber(record.AppsHere) + ',' + Quoted(record.Path) + ',' +
-                                      Quoted(record.Class) + ',' + Quoted(record.Parent) + ',' +
-                                      Quoted(record.Name) + ',' + PlainNumber(record.ChildCount) + ',' +
-                                      PlainNumber(record.ChildApps) + "\r\n");
-                       }
-                   });
+bool ApplicationsFit(const TreeLists& lists) {
+    std::vector<std::int32_t> found(lists.OUList.size() + 1);
+    std::string_view last_container;
+    std::size_t number = 0;
+    for (const AppRecord& application : lists.AppList) {
+        if (application.Container != last_container) number = lists.FindOU(application.Container);
+        last_container = application.Container;
+        if (number == 0) return false;
+        ++found[number];
+    }
+    for (std::size_t i = 0; i < lists.OUList.size(); ++i) {
+        if (lists.OUList[i].AppsHere != found[i + 1]) return false;
+    }
+    return true;
 }
 
-void WriteAppCache(const Files& files, std::string_view tree, const DateTime& today, const TreeLists& lists) {
-    WriteCacheFile(files, AppCachePath(files, tree), kAppCacheHeading, today, lists.AppList.size(),
-                   [&](OutputFile& file) {
-                       for (const AppRecord& record : lists.AppList)
-                           WriteApplication(file, record);
-                   });
+TreeCacheWriter::TreeCacheWriter(const Files& files, std::string_view tree, const DateTime& today,
+                                 const TreeLists& lists)
+    : files_(files),
+      tree_(tree),
+      today_(today),
+      lists_(lists),
+      tree_cache_(files.Resolve(TreeCachePath(files, tree)), TreeCachePath(files, tree),
+                  OutputFile::Kind::kProgramFile),
+      app_cache_(files.Resolve(AppCachePath(files, tree)), AppCachePath(files, tree),
+                 OutputFile::Kind::kProgramFile) {}
+
+void TreeCacheWriter::WriteTreeCache() {
+    CacheDigest digest;
+    const auto write = [&](const std::string& text) {
+        tree_cache_.file().Write(text);
+        digest.Add(text);
+    };
+    write(CacheHead(kTreeCacheHeading, today_, lists_.OUList.size()));
+    for (const OURecord& record : lists_.OUList) {
+        if (unreadable_object_.empty() && !(IsCarried(record.Name) && IsCarried(record.Class)))
+            unreadable_object_ = OneLine(record.Path);
+        write(PlainNumber(record.AppsHere) + ',' + Quoted(record.Path) + ',' + Quoted(record.Class) + ',' +
+              Quoted(record.Parent) + ',' + Quoted(record.Name) + ',' + PlainNumber(record.ChildCount) + ',' +
+              PlainNumber(record.ChildApps) + "\r\n");
+    }
+    tree_cache_.file().Close();
+    digests_.tree = digest.Text();
+}
+
+void TreeCacheWriter::WriteAppCache() {
+    CacheDigest digest;
+    const auto write = [&](const std::string& text) {
+        app_cache_.file().Write(text);
+        digest.Add(text);
+    };
+    write(CacheHead(kAppCacheHeading, today_, lists_.AppList.size()));
+    for (const AppRecord& record : lists_.AppList) {
+        if (unreadable_object_.empty() && !IsCarried(record.Name))
+            unreadable_object_ = OneLine(std::string(record.Container) + '\\' + std::string(record.Name));
+        write(ApplicationLine(record));
+    }
+    app_cache_.file().Close();
+    digests_.applications = digest.Text();
+}
+
+void TreeCacheWriter::Replace(bool interrupted) {
+    CacheMark mark{digests_, interrupted ? CacheState::kInterrupted : CacheState::kWhole};
+    if (!unreadable_object_.empty()) mark = {digests_, CacheState::kUnreadable, unreadable_object_};
+    CacheMarks marks(files_, tree_);
+    marks.Announce(mark);
+    // Without a tree cache the directory is read: so the application cache comes first.
+    app_cache_.MoveIntoPlace();
+    tree_cache_.MoveIntoPlace();
+    marks.Settle();
 }
 
 }  // namespace zorvel

@@ -25,6 +25,7 @@
 #include "gui/report_painter.h"
 #include "gui/report_print.h"
 #include "gui/roomy_delegate.h"
+#include "platform/write_in_place.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
 #include "ui_frm_report.h"

@@ -98,7 +98,7 @@ void OptionsPage::EnableControls() {
 }
 
 void OptionsPage::Apply() {
-    services_.options.WriteOptions();
+    if (!services_.options.WriteOptions()) return;
     services_.ui.Tell("Current option settings written to configuration file", MessageIcon::kInformation);
 }
 

@@ -12,6 +12,7 @@
 #include "gui/report_painter.h"
 #include "platform/code_page.h"
 #include "platform/user_interface.h"
+#include "platform/write_in_place.h"
 #include "reporting/report_export.h"
 
 namespace zorvel {

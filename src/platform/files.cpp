@@ -9,6 +9,7 @@
 
 #include "platform/code_page.h"
 #include "platform/error.h"
+#include "platform/new_file.h"
 
 namespace zorvel {
 namespace fs = std::filesystem;
@@ -77,7 +78,6 @@ bool Files::Exists(std::string_view path) const {
 InputFile Files::Open(std::string_view path) const {
     const fs::path real = Resolve(path);
     std::error_code error;
-    if (fs::is_directory(real, error)) throw Error(errors::kPathFileAccess).At(std::string(path));
     if (!fs::exists(real.parent_path(), error)) throw Error(errors::kPathNotFound).At(std::string(path));
     return InputFile(real, std::string(path));
 }
@@ -87,11 +87,21 @@ std::string Files::Read(std::string_view path) const {
 }
 
 OutputFile Files::Create(std::string_view path) const {
-    return OutputFile(Resolve(path), std::string(path), OutputFile::Mode::kTruncate);
+    return OutputFile(Resolve(path), std::string(path), OutputFile::Mode::kTruncate,
+                      OutputFile::Kind::kProgramFile);
 }
 
 OutputFile Files::Append(std::string_view path) const {
-    return OutputFile(Resolve(path), std::string(path), OutputFile::Mode::kAppend);
+    return OutputFile(Resolve(path), std::string(path), OutputFile::Mode::kAppend,
+                      OutputFile::Kind::kProgramFile);
+}
+
+void Files::WriteInPlace(std::string_view path, const std::function<void(OutputFile&)>& write) const {
+    NewFile made(Resolve(path), std::string(path), OutputFile::Kind::kProgramFile);
+    write(made.file());
+    made.file().Sync();
+    made.file().Close();
+    made.MoveIntoPlace();
 }
 
 void Files::Remove(std::string_view path) const {

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,12 +34,19 @@ class Files {
 
     // True when `path` is an existing file (not a folder).
     bool Exists(std::string_view path) const;
-    // Opens a file. Raises error 53 (no such file), 70, 75 or 76 (no such folder).
+    // Opens a file. Raises error 53 (no such file), 70, 75 (also for what is no ordinary file) or 76 (no such
+    // folder).
     InputFile Open(std::string_view path) const;
     // The whole content of a file. Raises what Open raises, and error 75 on a read error.
     std::string Read(std::string_view path) const;
-    // Creates a file, replacing an older one. Raises an OutputError with number 61, 70, 75 or 76.
+    // Creates a file for its owner alone, emptying an older one. Raises an OutputError with number 61, 70, 75
+    // or 76.
     OutputFile Create(std::string_view path) const;
+    // Writes a file of the program's in the place of `path`: beside it first, as `path` + ".new", so that at
+    // every moment, also when writing fails or the program is killed, the older or the new one is there,
+    // whole. It keeps an older file's permissions and does not replace what is write-protected. One process
+    // at a time may do so. Raises what `write` raises, and an OutputError that names `path`.
+    void WriteInPlace(std::string_view path, const std::function<void(OutputFile&)>& write) const;
     // Opens a file for appending, creating it when it does not exist. Raises an OutputError as Create does.
     OutputFile Append(std::string_view path) const;
     // Deletes a file. Raises error 53, 70 or 75.

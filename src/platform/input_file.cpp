@@ -1,15 +1,29 @@
 #include "platform/input_file.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <utility>
 
 #include "platform/error.h"
+#include "platform/ordinary_file.h"
 
 namespace zorvel {
 
 InputFile::InputFile(const std::filesystem::path& path, std::string name)
-    : name_(std::move(name)), file_(std::fopen(path.c_str(), "rbe")), buffer_(kBufferSize) {
-    if (!file_) throw FileError(errno, name_);
+    : name_(std::move(name)), buffer_(kBufferSize) {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) throw FileError(errno, name_);
+    if (!IsOrdinaryFile(descriptor)) {
+        ::close(descriptor);
+        throw NoOrdinaryFile(name_);
+    }
+    file_.reset(::fdopen(descriptor, "rb"));
+    if (!file_) {
+        ::close(descriptor);
+        throw Error(errors::kOutOfMemory);
+    }
     std::setvbuf(file_.get(), nullptr, _IONBF, 0);
 }
 
@@ -17,6 +31,7 @@ bool InputFile::Fill() {
     at_ = 0;
     end_ = std::fread(buffer_.data(), 1, buffer_.size(), file_.get());
     if (end_ == 0 && std::ferror(file_.get()) != 0) throw FileError(errno, name_);
+    if (observer_) observer_({buffer_.data(), end_});
     return end_ > 0;
 }
 

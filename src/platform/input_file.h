@@ -3,9 +3,11 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zorvel {
@@ -14,7 +16,8 @@ class InputFile {
   public:
     static constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
 
-    // Opens `path`; `name` is what errors call it. Raises error 53, 70, 75 or 76 when it cannot be opened.
+    // Opens `path`, an ordinary file; `name` is what errors call it. Raises error 53, 70, 75 or 76 when it
+    // cannot be opened, and 75 for a folder, a pipe or a device.
     InputFile(const std::filesystem::path& path, std::string name);
 
     // The next byte as 0 to 255, or -1 at the end of the file; Peek does not move on. Raises error 75 on a
@@ -34,6 +37,9 @@ class InputFile {
     // All bytes up to the end of the file. Raises error 75 on a read error.
     std::string Rest();
 
+    // Hands everything that is read from now on to `observer`, too, in the order of the file.
+    void Observe(std::function<void(std::string_view bytes)> observer) { observer_ = std::move(observer); }
+
     const std::string& name() const { return name_; }
 
   private:
@@ -48,6 +54,7 @@ class InputFile {
     std::vector<char> buffer_;
     std::size_t at_ = 0;
     std::size_t end_ = 0;
+    std::function<void(std::string_view)> observer_;
 };
 
 }  // namespace zorvel

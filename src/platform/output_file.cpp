@@ -7,18 +7,31 @@
 #include <utility>
 
 #include "platform/error.h"
+#include "platform/ordinary_file.h"
 
 namespace zorvel {
+namespace {
 
-OutputFile::OutputFile(const std::filesystem::path& path, std::string name, Mode mode)
-    : name_(std::move(name)),
-      descriptor_(::open(path.c_str(),
-                         O_WRONLY | O_CREAT | O_CLOEXEC | (mode == Mode::kAppend ? O_APPEND : O_TRUNC),
-                         0666)) {
-    if (descriptor_ >= 0) return;
+constexpr mode_t kOwner = 0600;
+constexpr mode_t kByUmask = 0666;
+
+int Open(const std::filesystem::path& path, OutputFile::Mode mode, OutputFile::Kind kind) {
+    const bool own = kind == OutputFile::Kind::kProgramFile;
+    const int how = O_WRONLY | O_CREAT | O_CLOEXEC | (mode == OutputFile::Mode::kAppend ? O_APPEND : O_TRUNC);
+    // A pipe that nobody reads is not waited for.
+    return ::open(path.c_str(), how | (own ? O_NONBLOCK : 0), own ? kOwner : kByUmask);
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const std::filesystem::path& path, std::string name, Mode mode, Kind kind)
+    : name_(std::move(name)), descriptor_(Open(path, mode, kind)) {
     // Creating a file fails with "not found" only when its folder is missing.
-    if (errno == ENOENT) throw OutputError(Error(errors::kPathNotFound).At(name_));
-    throw OutputError(FileError(errno, name_));
+    if (descriptor_ < 0 && errno == ENOENT) throw OutputError(Error(errors::kPathNotFound).At(name_));
+    if (descriptor_ < 0) throw OutputError(FileError(errno, name_));
+    if (kind == Kind::kUserFile || IsOrdinaryFile(descriptor_)) return;
+    ::close(descriptor_);
+    throw OutputError(NoOrdinaryFile(name_));
 }
 
 OutputFile::OutputFile(OutputFile&& other) noexcept
@@ -62,6 +75,11 @@ void OutputFile::Flush() {
         rest.remove_prefix(static_cast<std::size_t>(written));
     }
     used_ = 0;
+}
+
+void OutputFile::Sync() {
+    Flush();
+    if (::fdatasync(descriptor_) != 0) throw OutputError(FileError(errno, name_));
 }
 
 void OutputFile::Close() {

@@ -15,10 +15,13 @@ class OutputFile {
     static constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
 
     enum class Mode { kTruncate, kAppend };
+    // Whose file it is. The program's own are made for their owner alone, and are ordinary files: a pipe or a
+    // device in their place is refused at once. What the user saves follows the umask and may be either.
+    enum class Kind { kProgramFile, kUserFile };
 
     // Opens `path`, creating it when it does not exist; `name` is what errors call it.
     // Raises error 61, 70, 75 or 76 (a missing folder).
-    OutputFile(const std::filesystem::path& path, std::string name, Mode mode);
+    OutputFile(const std::filesystem::path& path, std::string name, Mode mode, Kind kind = Kind::kUserFile);
     OutputFile(OutputFile&& other) noexcept;
     OutputFile& operator=(OutputFile&& other) noexcept;
     // Closes the file; a failure is lost here, so call Close first where it matters.
@@ -34,6 +37,8 @@ class OutputFile {
 
     // Hands what is buffered to the operating system.
     void Flush();
+    // Does the same, and waits until it is on the disk.
+    void Sync();
     // Writes out the buffer and closes the file. Does nothing on a closed file.
     void Close();
 

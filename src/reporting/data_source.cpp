@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "platform/code_page.h"
-#include "platform/output_file.h"
+#include "platform/write_in_place.h"
 
 namespace zorvel {
 namespace {
@@ -29,11 +29,12 @@ void RegisterDataSource(const Files& files) {
     const std::string path = files.Path("odbc.ini");
     const std::string text = files.Exists(path) ? files.Read(path) : std::string();
     if (HasSection(text)) return;
-    OutputFile file = files.Append(path);
-    if (!text.empty() && text.back() != '\n') file.Write('\n');
-    file.Write(kSection);
-    file.Write("\nDriver = SQLite3\nDatabase =\n");
-    file.Close();
+    WriteInPlace(files.Resolve(path), [&](OutputFile& file) {
+        file.Write(text);
+        if (!text.empty() && text.back() != '\n') file.Write('\n');
+        file.Write(kSection);
+        file.Write("\nDriver = SQLite3\nDatabase =\n");
+    });
 }
 
 }  // namespace zorvel

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -44,11 +43,5 @@ struct ReportFormat {
 std::span<const ReportFormat> ReportFormats();
 // The format that a file's name asks for by its suffix, in any case; null when it names none.
 const ReportFormat* FormatOf(const std::filesystem::path& path);
-
-// Writes a file in the place of `path` (a real path): beside it first, so that an older file of that name
-// stays when writing fails. It replaces the file that a link leads to, keeps an older file's permissions, and
-// does not replace what is write-protected; pipes and devices are written to directly. Raises what `write`
-// raises, and an OutputError (61, 70, 75, 76) that names `path`.
-void WriteInPlace(const std::filesystem::path& path, const std::function<void(OutputFile&)>& write);
 
 }  // namespace zorvel

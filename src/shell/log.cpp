@@ -14,7 +14,10 @@ std::string Log::LogFileName() const {
 
 void Log::Open(bool append) {
     file_.reset();
-    file_ = append ? files_.Append(LogFileName()) : files_.Create(LogFileName());
+    if (!use_) use_.emplace(files_.Resolve(LogFileName()), LogFileName());
+    const bool anew = !append && use_->TryAlone();
+    file_ = anew ? files_.Create(LogFileName()) : files_.Append(LogFileName());
+    use_->Share();
 }
 
 void Log::Close() {
@@ -26,6 +29,11 @@ void Log::WriteDetail(std::string_view detail) {
     if (on_detail) on_detail(detail);
 }
 
+void Log::WriteWarning(std::string_view text) {
+    WriteLog("WARNING: " + std::string(text));
+    if (on_detail) on_detail(text);
+}
+
 void Log::WriteLog(std::string_view message) {
     if (!file_) return;
     const bool severe = BeginsIgnoringCase(message, "WARNING") || BeginsIgnoringCase(message, "ERROR");
@@ -34,11 +42,13 @@ void Log::WriteLog(std::string_view message) {
         time_ = now;
         time_text_ = DateAndTime(now);
     }
+    line_ = time_text_;
+    line_ += severe ? " " : "    ";
+    line_ += message;
+    line_ += "\r\n";
     try {
-        file_->Write(time_text_);
-        file_->Write(severe ? " " : "    ");
-        file_->Write(message);
-        file_->Write("\r\n");
+        file_->Write(line_);
+        file_->Flush();
     } catch (const OutputError&) {
         // The log tells of errors; its own would only hide the one that is being told.
     }

@@ -13,10 +13,11 @@ MainController::MainController(const Files& files, Clock& clock, UserInterface& 
       window_(window),
       settings_(settings),
       log_(files, clock),
+      writers_(files, clock, ui, log_),
       status_(ui, session_.tree.counts),
-      options_(files, ui, log_),
+      options_(files, ui, log_, writers_),
       sounds_(files, ui, options_.session.SoundsEnabled),
-      services_{files, clock, ui, log_, status_, sounds_, options_, session_.activity},
+      services_{files, clock, ui, log_, status_, sounds_, options_, session_.activity, writers_},
       directory_(make_directory(files, log_)),
       ou_view_loader_(services_, *directory_, session_.tree, window, settings.tree_read_countdown) {}
 

@@ -96,6 +96,7 @@ class MainController {
     ControllerSettings settings_;
     Session session_;
     Log log_;
+    WriterLock writers_;
     StatusLine status_;
     Options options_;
     EventSounds sounds_;

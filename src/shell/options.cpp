@@ -79,7 +79,8 @@ std::string Spin(std::string_view text, int steps, const SpinnerRange& range) {
     return std::to_string(std::clamp<std::int64_t>(value + steps, range.minimum, range.maximum));
 }
 
-Options::Options(const Files& files, UserInterface& ui, Log& log) : files_(files), ui_(ui), log_(log) {}
+Options::Options(const Files& files, UserInterface& ui, Log& log, WriterLock& writers)
+    : files_(files), ui_(ui), log_(log), writers_(writers) {}
 
 std::string Options::FileName() const {
     return files_.Path("Zorvel.ini");
@@ -121,23 +122,26 @@ void Options::Apply(std::string_view key, const std::string& value, bool flag) {
     }
 }
 
-void Options::WriteOptions() {
+bool Options::WriteOptions() {
+    const auto hold = writers_.Acquire();
+    if (!hold) return false;
     try {
-        OutputFile file = files_.Create(FileName());
-        for (const Setting& setting : kSettings) {
-            std::string line(setting.key);
-            line += '=';
-            Visit(
-                setting, controls, [&](int box) { line += Chk2Text(box); },
-                [&](const std::string& text) { line += text; });
-            file.Write(line + "\r\n");
-        }
-        file.Close();
+        files_.WriteInPlace(FileName(), [this](OutputFile& file) {
+            for (const Setting& setting : kSettings) {
+                std::string line(setting.key);
+                line += '=';
+                Visit(
+                    setting, controls, [&](int box) { line += Chk2Text(box); },
+                    [&](const std::string& text) { line += text; });
+                file.Write(line + "\r\n");
+            }
+        });
     } catch (...) {
         const Error error = CurrentError();
         ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Write.", MessageIcon::kCritical);
         LogUnexpectedError(log_, error, "Options File Write procedure");
     }
+    return true;
 }
 
 void Options::RefreshOptions() {

@@ -9,6 +9,7 @@
 #include "platform/files.h"
 #include "platform/user_interface.h"
 #include "shell/log.h"
+#include "shell/writer_lock.h"
 
 namespace zorvel {
 
@@ -90,13 +91,15 @@ std::string Spin(std::string_view text, int steps, const SpinnerRange& range);
 
 class Options {
   public:
-    Options(const Files& files, UserInterface& ui, Log& log);
+    Options(const Files& files, UserInterface& ui, Log& log, WriterLock& writers);
 
     // Reads Zorvel.ini into the controls and applies them. True when the whole file was read; an error is
     // shown to the user, and what was read before it stays.
     bool ReadOptions();
-    // Writes the controls to Zorvel.ini, all 17 keys. An error is shown to the user and logged.
-    void WriteOptions();
+    // Writes the controls to Zorvel.ini, all 17 keys; the file is the old or the new one, whole, at every
+    // moment. An error is shown to the user and logged. False when another program writes to the folder,
+    // which the user was told, too.
+    bool WriteOptions();
     // Derives the session options and the enabled number boxes from the controls.
     void RefreshOptions();
 
@@ -113,6 +116,7 @@ class Options {
     const Files& files_;
     UserInterface& ui_;
     Log& log_;
+    WriterLock& writers_;
 };
 
 }  // namespace zorvel

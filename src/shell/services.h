@@ -9,6 +9,7 @@
 #include "shell/log.h"
 #include "shell/options.h"
 #include "shell/status_line.h"
+#include "shell/writer_lock.h"
 
 namespace zorvel {
 
@@ -21,6 +22,7 @@ struct Services {
     EventSounds& sounds;
     Options& options;
     Activity& activity;
+    WriterLock& writers;
 };
 
 }  // namespace zorvel

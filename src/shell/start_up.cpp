@@ -126,9 +126,9 @@ void MainController::ShowWelcomeOnce() {
     const bool suppressed = files_.Exists(WelcomeMarker());
     window_.EnableReenableWelcome(suppressed);
     if (suppressed || !window_.ShowWelcome()) return;
-    OutputFile marker = files_.Create(WelcomeMarker());
-    marker.Write("Welcome screen suppressed - delete this file to re-instate\r\n");
-    marker.Close();
+    files_.WriteInPlace(WelcomeMarker(), [](OutputFile& marker) {
+        marker.Write("Welcome screen suppressed - delete this file to re-instate\r\n");
+    });
     window_.EnableReenableWelcome(true);
 }
 

@@ -1,5 +1,6 @@
 // Whole runs over small trees: what lies in the data files and what the user is told.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "analysis/analysis_run.h"
 #include "directory/memory_directory.h"
@@ -7,6 +8,7 @@
 #include "stream_builder.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
+#include "support/file_size_limit.h"
 #include "support/program_folder.h"
 
 namespace zorvel {
@@ -291,20 +293,23 @@ TEST_F(Run, WithoutItsFilesARunEndsAndLeavesNoCaptureRecord) {
         const char* what;
         std::function<void()> spoil;
         const char* message;
+        rlim_t most_bytes = RLIM_INFINITY;
     };
     const std::filesystem::path data = shell_.folder.path() / "TempData";
     for (const Case& c :
-         {Case{"full disk", [&] { std::filesystem::create_symlink("/dev/full", data / "Zorvel_Issues.CSV"); },
-               "Error no. 61 (Disk full) occurred in butGenerate at Line 9"},
-          Case{"full disk at the end",
-               [&] { std::filesystem::create_symlink("/dev/full", data / "Zorvel_CaptureDetails.CSV"); },
-               "Error no. 61 (Disk full) occurred in butGenerate at Line 9"},
+         {Case{"full disk", [&] {}, "Error no. 61 (Disk full) occurred in butGenerate at Line 9", 0},
+          Case{"no capture record",
+               [&] { std::filesystem::create_directory(data / "Zorvel_CaptureDetails.CSV.new"); },
+               "Error no. 75 (Path/File access error) occurred in butGenerate at Line 9"},
+          Case{"a pipe", [&] { mkfifo((data / "Zorvel_Issues.CSV").c_str(), 0600); },
+               "Error no. 75 (Path/File access error) occurred in butGenerate at Line 6"},
           Case{"in the way", [&] { std::filesystem::create_directory(data / "Zorvel_Macros.CSV"); },
                "Error no. 75 (Path/File access error) occurred in butGenerate at Line 6"},
           Case{"no folder", [&] {}, "Error no. 76 (Path not found) occurred in butGenerate at Line 6"}}) {
         std::filesystem::remove_all(data);
         if (std::string_view(c.what) != "no folder") std::filesystem::create_directory(data);
         c.spoil();
+        const test::FileSizeLimit disk(c.most_bytes);
         EXPECT_EQ(Go(), RunOutcome::kFailed) << c.what;
         EXPECT_EQ(shell_.ui.boxes.back().text, c.message);
         EXPECT_FALSE(std::filesystem::exists(data / "Zorvel_CaptureDetails.CSV"));

@@ -5,6 +5,7 @@
 
 #include "platform/regex.h"
 #include "stream_builder.h"
+#include "support/file_size_limit.h"
 #include "support/streams_fakes.h"
 
 namespace zorvel {
@@ -208,8 +209,7 @@ TEST_F(StreamFinding, ResultsThatCannotBeWrittenEndTheRun) {
     StreamFinder finder(parser_.shell.services, find_);
     ASSERT_TRUE(finder.Prepare("a"));
     finder.Start();
-    std::filesystem::remove(parser_.shell.folder.path() / "TempData/Zorvel.$$$");
-    std::filesystem::create_symlink("/dev/full", parser_.shell.folder.path() / "TempData/Zorvel.$$$");
+    const test::FileSizeLimit full_disk(10);
     Parse(finder, "(Copy Files)", StreamBuilder().FileCopy("s", "a").bytes());
     EXPECT_THROW(finder.BeginStream("Word", "Word.SITE", "(Macros)"), OutputError);
     EXPECT_THROW(finder.Finish(), OutputError);

@@ -12,6 +12,7 @@
 
 #include "shell/formats.h"
 #include "support/fakes.h"
+#include "support/file_size_limit.h"
 
 namespace zorvel {
 namespace {
@@ -143,14 +144,15 @@ TEST_F(SavedSelections, RandomFractionsDifferWhileTheClockStandsStill) {
 
 TEST_F(SavedSelections, AFailureToSaveKeepsTheDialogAndLeavesNoFile) {
     Mark(1);
-    const std::filesystem::path file = shell_.folder.path() / "TempData/T1-50000000.AppSelection";
-    std::filesystem::create_symlink("/dev/full", file);
     SaveSelections saver = Saver({0.5, 0.25});
     saver.txtComment = "typed with care";
-    saver.Save();
+    {
+        const test::FileSizeLimit full_disk(0);
+        saver.Save();
+    }
     EXPECT_FALSE(saver.closed);
     EXPECT_EQ(saver.txtComment, "typed with care");
-    EXPECT_FALSE(std::filesystem::is_symlink(file));
+    EXPECT_TRUE(std::filesystem::is_empty(shell_.folder.path() / "TempData"));
     EXPECT_EQ(shell_.ui.boxes.at(0).icon, MessageIcon::kExclamation);
     EXPECT_EQ(shell_.OnlyBox(), "ERROR: Unexpected error # 61 (Disk full) occurred in frmSaveSelections");
     EXPECT_THAT(shell_.ui.sounds, IsEmpty());

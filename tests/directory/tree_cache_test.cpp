@@ -7,6 +7,7 @@
 #include "platform/error.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
+#include "support/file_size_limit.h"
 #include "support/program_folder.h"
 
 namespace zorvel {
@@ -190,12 +191,24 @@ TEST_F(TreeCache, EscapeStopsTheWalkAndKeepsWhatWasRead) {
     EXPECT_THAT(shell_.folder.Read(kTreeCache), HasSubstr("16/11/2026, 2\r\n"));
 }
 
-TEST_F(TreeCache, AFullDiskLeavesNoHalfCache) {
-    std::filesystem::create_symlink("/dev/full", shell_.folder.path() / kAppCache);
-    EXPECT_FALSE(Load());
-    EXPECT_THAT(shell_.ui.boxes[0].text, HasSubstr("# 61 (Disk full)"));
-    EXPECT_TRUE(shell_.folder.Has(kTreeCache));
-    EXPECT_FALSE(shell_.folder.Has(kAppCache));
+TEST_F(TreeCache, AFullDiskKeepsTheOldCachesAndTheTreeThatWasRead) {
+    const std::string ldif = shell_.folder.Read("Trees/T1.ldif");
+    for (const bool cached : {false, true}) {
+        const std::string tree = cached ? shell_.folder.Read(kTreeCache) : "";
+        shell_.folder.Write("Trees/T1.ldif", test::LdifOrganization("OTHER"));
+        {
+            const test::FileSizeLimit full_disk(100);
+            EXPECT_TRUE(Load(true));
+        }
+        EXPECT_THAT(shell_.OnlyBox(), HasSubstr("# 61 (Disk full)"));
+        EXPECT_EQ(lists_.OUList.back().Name, "OTHER");
+        EXPECT_EQ(shell_.folder.Has(kTreeCache), cached);
+        EXPECT_EQ(shell_.folder.Has(kAppCache), cached);
+        if (cached) EXPECT_EQ(shell_.folder.Read(kTreeCache), tree);
+        EXPECT_FALSE(display_.cache_tree_open);
+        shell_.folder.Write("Trees/T1.ldif", ldif);
+        ASSERT_TRUE(Load(true));
+    }
 }
 
 TEST_F(TreeCache, ApplicationsAreFoundByContainerAndName) {

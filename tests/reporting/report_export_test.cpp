@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "platform/error.h"
+#include "platform/write_in_place.h"
 #include "reporting/export_readers.h"
 #include "reporting/html_page.h"
 #include "support/file_size_limit.h"

@@ -71,10 +71,11 @@ struct TestShell {
     Log log{files, clock};
     TreeCounts counts;
     StatusLine status{ui, counts};
-    Options options{files, ui, log};
+    WriterLock writers{files, clock, ui, log};
+    Options options{files, ui, log, writers};
     EventSounds sounds{files, ui, options.session.SoundsEnabled};
     Activity activity;
-    Services services{files, clock, ui, log, status, sounds, options, activity};
+    Services services{files, clock, ui, log, status, sounds, options, activity, writers};
 
     TestShell() { log.Open(false); }
 
