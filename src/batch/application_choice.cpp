@@ -54,7 +54,7 @@ void ApplicationChoice::AddOptions(CLI::App& command, const std::string& verb) {
 
 ExitStatus ApplicationChoice::Start(BatchSession& session) const {
     const RunPace pace = pace_ < 0 ? RunPace{} : RunPace{pace_, pace_};
-    const ExitStatus status = session.StartWithTree(FromUtf8(tree_), refresh_, pace);
+    const ExitStatus status = session.StartWithTree(FolderUse::kWrite, FromUtf8(tree_), refresh_, pace);
     return status == kDone ? Select(session) : status;
 }
 

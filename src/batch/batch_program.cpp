@@ -42,11 +42,15 @@ int RunBatchProgram(const std::vector<std::string>& arguments, const std::filesy
                     bool show_progress, std::ostream& out, std::ostream& err, const ReportWriter& write_pdf) {
     CLI::App program("Zorvel without a window: analyses of application delivery from a shell",
                      "zorvel-batch");
-    BatchOptions options{folder, CommandLine(arguments), {.yes = false, .show_progress = show_progress}};
+    BatchOptions options{folder, CommandLine(arguments), {.yes = false, .show_progress = show_progress}, 0};
     program.add_option("--folder", options.folder, "The program folder (default: the folder of the program)")
         ->check(CLI::ExistingDirectory);
     program.add_flag("--yes", options.manners.yes,
                      "Answer every question Yes instead of with its default button");
+    program
+        .add_option("--wait", options.wait,
+                    "Seconds to wait for another program that writes to the program folder (default 0)")
+        ->check(CLI::NonNegativeNumber);
     program.require_subcommand(1);
 
     std::vector<std::unique_ptr<BatchCommand>> commands;

@@ -22,18 +22,23 @@ struct BatchOptions {
     std::filesystem::path folder;  // the program folder
     std::string command_line;      // for the log
     BatchManners manners;
+    double wait = 0;  // seconds for another program that writes to the folder
 };
+
+// What a command does to the program folder. One program at a time may write to it.
+enum class FolderUse { kRead, kWrite };
 
 class BatchSession {
   public:
     // Raises a std::filesystem::filesystem_error when the program folder does not exist.
     BatchSession(const BatchOptions& options, std::ostream& out, std::ostream& err);
 
-    // Starts the core without opening a tree. False when that failed; the user was told why.
-    bool Start(RunPace pace = {});
-    // Starts the core and loads a tree: `tree` or, when it is empty, the preferred one. Anything but kDone is
-    // the exit status to end with; the user was told why.
-    ExitStatus StartWithTree(const std::string& tree, bool refresh, RunPace pace = {});
+    // Starts the core without opening a tree. False when that failed, or when another program writes to the
+    // folder and this one was to do so, too: nothing was touched then. The user was told why.
+    bool Start(FolderUse use, RunPace pace = {});
+    // The same with a tree: `tree` or, when it is empty, the preferred one. Anything but kDone is the exit
+    // status to end with; the user was told why.
+    ExitStatus StartWithTree(FolderUse use, const std::string& tree, bool refresh, RunPace pace = {});
 
     // The core; there once it was started.
     MainController& controller() { return *controller_; }
@@ -48,14 +53,16 @@ class BatchSession {
     ExitStatus Ended(ExitStatus status) const;
 
   private:
-    bool StartUp(const TreeRequest& request, RunPace pace);
+    bool StartUp(FolderUse use, const TreeRequest& request, RunPace pace);
 
     std::string command_line_;
+    double wait_;
     std::ostream& out_;
     Files files_;
     SystemClock clock_;
     BatchWindow window_;
     std::optional<MainController> controller_;
+    std::optional<WriterLock::Hold> hold_;
 };
 
 }  // namespace zorvel

@@ -19,7 +19,7 @@ class ContainersCommand final : public BatchCommand {
     }
 
     ExitStatus Run(BatchSession& session) override {
-        const ExitStatus started = session.StartWithTree(FromUtf8(tree_), refresh_);
+        const ExitStatus started = session.StartWithTree(FolderUse::kRead, FromUtf8(tree_), refresh_);
         if (started != kDone) return started;
         for (const OURecord& container : session.controller().session().tree.OUList) {
             session.out() << Field(container.Path) << '\t' << container.AppsHere << '\n';

@@ -16,7 +16,7 @@ class DatasetsCommand final : public BatchCommand {
     }
 
     ExitStatus Run(BatchSession& session) override {
-        if (!session.Start()) return kFailed;
+        if (!session.Start(FolderUse::kRead)) return kFailed;
         const Catalogue catalogue(*session.controller().session().MasterConnection);
         for (const CatalogueRow& row : catalogue.List()) {
             session.out() << Field(row.Captured) << '\t' << Field(row.Tree) << '\t' << Field(row.OU) << '\t'

@@ -19,7 +19,7 @@ class ImportCommand final : public BatchCommand {
     }
 
     ExitStatus Run(BatchSession& session) override {
-        return session.Start() ? ImportLastRun(session, comment_) : kFailed;
+        return session.Start(FolderUse::kWrite) ? ImportLastRun(session, comment_) : kFailed;
     }
 
   private:

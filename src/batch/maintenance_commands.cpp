@@ -25,7 +25,7 @@ class MaintenanceCommand final : public BatchCommand {
     }
 
     ExitStatus Run(BatchSession& session) override {
-        if (!session.Start()) return kFailed;
+        if (!session.Start(FolderUse::kWrite)) return kFailed;
         Catalogue catalogue(*session.controller().session().MasterConnection);
         DatabaseMaintenance maintenance(session.controller().services(), catalogue);
         maintenance.Open();

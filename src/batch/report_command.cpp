@@ -52,7 +52,7 @@ class ReportCommand final : public BatchCommand {
             request_.excluded.push_back(FromUtf8(code));
         if (report->caption == kCaptureDetailsReport && !request_.IsEmpty())
             return session.Fail("'" + std::string(report->caption) + "' has no options");
-        if (!session.Start()) return kFailed;
+        if (!session.Start(FolderUse::kRead)) return kFailed;
 
         Services& services = session.controller().services();
         const Catalogue catalogue(*session.controller().session().MasterConnection);

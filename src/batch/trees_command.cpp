@@ -14,7 +14,7 @@ class TreesCommand final : public BatchCommand {
     }
 
     ExitStatus Run(BatchSession& session) override {
-        if (!session.Start()) return kFailed;
+        if (!session.Start(FolderUse::kRead)) return kFailed;
         for (const std::string& tree : session.controller().session().trees)
             session.out() << Field(tree) << '\n';
         return kDone;

@@ -105,8 +105,8 @@ CacheState CacheMarks::StateOf(const CacheDigests& digests) const {
     bool known = false;
     for (const CacheMark& mark : marks_) {
         if (mark.digests == digests) return mark.state;
-        known = known || mark.digests.tree == digests.tree ||
-                mark.digests.applications == digests.applications;
+        known =
+            known || mark.digests.tree == digests.tree || mark.digests.applications == digests.applications;
     }
     return known ? CacheState::kMixed : CacheState::kUnknown;
 }

@@ -8,21 +8,13 @@
 #include "shell/report_error.h"
 
 namespace zorvel {
-namespace {
-
-std::string UnreadableText(std::string_view tree, std::string_view object) {
-    return "The cache files of '" + std::string(tree) + "' cannot hold the name of '" + std::string(object) +
-           "' - the Tree is read from the directory each time";
-}
-
-}  // namespace
-
 OUViewLoader::OUViewLoader(Services& services, Directory& directory, TreeLists& lists, OUViewDisplay& display,
                            int countdown)
     : services_(services), directory_(directory), lists_(lists), display_(display), countdown_(countdown) {}
 
 bool OUViewLoader::RefreshOUView(std::string_view tree, bool force) {
     bool loaded = false;
+    unreadable_object_.clear();
     services_.activity.Busy = true;
     try {
         Clear();
@@ -41,6 +33,12 @@ bool OUViewLoader::RefreshOUView(std::string_view tree, bool force) {
 void OUViewLoader::Clear() {
     lists_.Clear();
     display_.ClearBrowser();
+}
+
+void OUViewLoader::WarnUnreadable(std::string_view tree, const std::string& object) {
+    if (std::exchange(unreadable_object_, object) == object) return;
+    services_.log.WriteWarning("The cache files of '" + std::string(tree) + "' cannot hold the name of '" +
+                               object + "' - the Tree is read from the directory each time");
 }
 
 void OUViewLoader::Report(const Error& error) {
@@ -64,7 +62,7 @@ OUViewLoader::CacheLoad OUViewLoader::LoadFromCache(std::string_view tree) {
     const Files& files = services_.files;
     const CacheMarks marks(files, tree);
     if (const std::string object = marks.UnreadableObject(); !object.empty()) {
-        services_.log.WriteWarning(UnreadableText(tree, object));
+        WarnUnreadable(tree, object);
         return CacheLoad::kUnfit;
     }
     services_.log.WriteLog("Reading Tree Cache, '" + TreeCachePath(files, tree) + "'");
@@ -96,8 +94,9 @@ bool OUViewLoader::CachesFit(std::string_view tree, CacheState state) {
         return false;
     }
     if (state == CacheState::kInterrupted) {
-        services_.log.WriteWarning("The cache of " + name +
-                                   " holds only what was read until its reading was interrupted - refresh it");
+        services_.log.WriteWarning(
+            "The cache of " + name +
+            " holds only what was read until its reading was interrupted - refresh it");
     }
     return true;
 }
@@ -158,8 +157,7 @@ void OUViewLoader::WriteCaches(std::string_view tree) {
     services_.status.SetStatus('Y', "Updating Applications Cache...");
     services_.log.WriteLog("Writing fresh Applications Cache, '" + AppCachePath(files, tree) + "'");
     caches.WriteAppCache();
-    if (!caches.unreadable_object().empty())
-        services_.log.WriteWarning(UnreadableText(tree, caches.unreadable_object()));
+    if (!caches.unreadable_object().empty()) WarnUnreadable(tree, caches.unreadable_object());
     caches.Replace(interrupted);
 }
 

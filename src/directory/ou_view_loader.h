@@ -63,6 +63,8 @@ class OUViewLoader {
     bool ReadTree(std::string_view tree, CacheLoad cache);
     void WalkTree(std::string_view tree);
     void WriteCaches(std::string_view tree);
+    // Warns, once a load, that the caches cannot hold the name of `object`.
+    void WarnUnreadable(std::string_view tree, const std::string& object);
     void Report(const Error& error);
     // Reads the containers below record `root_number`, and their applications, depth first.
     void RecurseDirectory(std::size_t root_number);
@@ -78,6 +80,7 @@ class OUViewLoader {
     int countdown_;
     double started_ = 0;  // the clock's Timer when the walk began
     std::int64_t examined_ = 0;
+    std::string unreadable_object_;  // that this load has warned of
 };
 
 }  // namespace zorvel

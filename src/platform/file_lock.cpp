@@ -60,8 +60,8 @@ void FileLock::Release() {
 }
 
 void FileLock::Write(const std::string& text) {
-    const bool written = ::ftruncate(descriptor_, 0) == 0 &&
-                         ::pwrite(descriptor_, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size());
+    const bool written = ::ftruncate(descriptor_, 0) == 0 && ::pwrite(descriptor_, text.data(), text.size(),
+                                                                      0) == static_cast<ssize_t>(text.size());
     if (!written) throw FileError(errno, name_);
 }
 

@@ -15,8 +15,8 @@ std::string Log::LogFileName() const {
 void Log::Open(bool append) {
     file_.reset();
     if (!use_) use_.emplace(files_.Resolve(LogFileName()), LogFileName());
-    const bool anew = !append && use_->TryAlone();
-    file_ = anew ? files_.Create(LogFileName()) : files_.Append(LogFileName());
+    if (!append && use_->TryAlone()) files_.Create(LogFileName()).Close();
+    file_ = files_.Append(LogFileName());
     use_->Share();
 }
 

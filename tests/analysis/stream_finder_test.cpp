@@ -209,7 +209,7 @@ TEST_F(StreamFinding, ResultsThatCannotBeWrittenEndTheRun) {
     StreamFinder finder(parser_.shell.services, find_);
     ASSERT_TRUE(finder.Prepare("a"));
     finder.Start();
-    const test::FileSizeLimit full_disk(10);
+    const test::FileSizeLimit full_disk(300);
     Parse(finder, "(Copy Files)", StreamBuilder().FileCopy("s", "a").bytes());
     EXPECT_THROW(finder.BeginStream("Word", "Word.SITE", "(Macros)"), OutputError);
     EXPECT_THROW(finder.Finish(), OutputError);

@@ -5,6 +5,7 @@
 
 #include "batch/batch_run.h"
 #include "batch/interrupting_buffer.h"
+#include "platform/folder_lock.h"
 #include "support/databases.h"
 
 namespace zorvel {
@@ -66,6 +67,26 @@ TEST_F(Batch, AnAnalysisPrintsItsSummaryAndRepeatsItsBytes) {
     const Result again = Run({"--yes", "analyse", "--all", "--refresh", "--pace", "0"});
     EXPECT_EQ(again.status, 0);
     EXPECT_EQ(folder_.Read("TempData/Zorvel_Issues.CSV"), issues);
+}
+
+TEST_F(Batch, OneProgramWritesAndTheOthersTouchNothing) {
+    FolderLock lock(folder_.path() / "Zorvel.lock", "Zorvel.lock");
+    ASSERT_TRUE(lock.TryAcquire("zorvel"));
+    for (const std::vector<std::string>& command : {std::vector<std::string>{"analyse", "--all"},
+                                                    {"find", "a", "--all"},
+                                                    {"import"},
+                                                    {"compact", "x"},
+                                                    {"--wait", "0.1", "delete", "x"}}) {
+        const Result result = Run(command);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, HasSubstr("Zorvel: Nothing was changed: 'zorvel' (process "));
+        EXPECT_FALSE(folder_.Has("Zorvel.log"));
+    }
+    EXPECT_EQ(Run({"datasets"}).status, 0);
+    EXPECT_EQ(Run({"containers"}).status, 1) << "the tree would have to be read";
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.path() / "TempData"));
+    lock.Release();
+    EXPECT_EQ(Run({"containers"}).status, 0);
 }
 
 TEST_F(Batch, OneContainerOrASelectionCanBeChosen) {

@@ -13,10 +13,13 @@
 namespace zorvel {
 namespace {
 
+using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
+using testing::StartsWith;
 
 const std::string kRoot = R"(NDS:\\T1\[Root])";
 const std::string kTreeCache = "TempData/T1.TreeCache";
@@ -189,6 +192,80 @@ TEST_F(TreeCache, EscapeStopsTheWalkAndKeepsWhatWasRead) {
     EXPECT_EQ(lists_.OUList.size(), 2U);
     EXPECT_FALSE(shell_.activity.UserInterrupt);
     EXPECT_THAT(shell_.folder.Read(kTreeCache), HasSubstr("16/11/2026, 2\r\n"));
+
+    // Until a whole read replaces them, whoever loads them is warned.
+    shell_.ui.on_events = {};
+    std::vector<std::string> told;
+    shell_.log.on_detail = [&](std::string_view text) { told.emplace_back(text); };
+    for (const bool whole : {false, true}) {
+        if (whole) {
+            ASSERT_TRUE(Load(true));
+        }
+        told.clear();
+        ASSERT_TRUE(Load());
+        EXPECT_EQ(lists_.OUList.size(), whole ? 5U : 2U);
+        if (whole) {
+            EXPECT_THAT(told, IsEmpty());
+        } else {
+            EXPECT_THAT(told, ElementsAre(HasSubstr("'T1' holds only what was read until")));
+            EXPECT_THAT(shell_.LogLines().back(), StartsWith(" WARNING: The cache of 'T1'"));
+        }
+    }
+}
+
+TEST_F(TreeCache, ATreeThatIsGivenUpAtTheEndOfTheProgramKeepsItsCaches) {
+    ASSERT_TRUE(Load());
+    const std::string tree = shell_.folder.Read(kTreeCache);
+    for (const char* moment : {"(Refresh will begin in 3 seconds)", "SITE"}) {
+        shell_.activity = {};
+        shell_.ui.on_events = [&] {
+            if (display_.ou_texts.back() == moment)
+                shell_.activity.UserInterrupt = shell_.activity.Closing = true;
+        };
+        EXPECT_FALSE(Load(true)) << moment;
+        EXPECT_EQ(shell_.folder.Read(kTreeCache), tree);
+        EXPECT_FALSE(display_.cache_tree_open);
+    }
+}
+
+TEST_F(TreeCache, FilesThatDoNotBelongTogetherAreReadAnew) {
+    ASSERT_TRUE(Load());
+    const std::string apps = shell_.folder.Read(kAppCache);
+    std::string renamed = apps;
+    renamed.replace(renamed.find("Calc"), 4, "Cal2");
+    const std::string fewer = apps.substr(0, apps.find("\"Calc\""));
+    for (const auto& [files, mark] :
+         {std::pair{renamed, true}, std::pair{fewer, true}, std::pair{fewer, false}}) {
+        shell_.folder.Write(kAppCache, files);
+        if (!mark) std::filesystem::remove(shell_.folder.path() / "TempData/T1.CacheMark");
+        ASSERT_TRUE(Load());
+        EXPECT_EQ(shell_.folder.Read(kAppCache), apps);
+        EXPECT_EQ(lists_.AppList.back().Name, "Calc");
+        EXPECT_THAT(shell_.LogLines(), Contains(HasSubstr("WARNING: The cache files of 'T1' do not belong")));
+    }
+    // Another date makes no other files of them.
+    std::string tree = shell_.folder.Read(kTreeCache);
+    shell_.folder.Write(kTreeCache, tree.replace(tree.find("16/11"), 2, "15"));
+    ASSERT_TRUE(Load());
+    EXPECT_EQ(lists_.counts.StatusPrefix, "Using cached Tree from 15/11/2026");
+}
+
+TEST_F(TreeCache, NamesThatTheCacheCannotHoldAreReadFromTheDirectory) {
+    for (const auto& [dn, name, shown] : {std::tuple{"cn=a\\22b,o=SITE", "a\"b", "a\"b"},
+                                          std::tuple{"cn=a\\0D\\0Ab,o=SITE", "a\r\nb", "a b"}}) {
+        shell_.folder.Write("Trees/T1.ldif", test::LdifOrganization("SITE") + "dn: " + dn +
+                                                 "\nobjectClass: appApplication\n\n");
+        ASSERT_TRUE(Load(true));
+        shell_.ui.boxes.clear();
+        ASSERT_TRUE(Load());
+        EXPECT_EQ(lists_.AppList.at(0).Name, name);
+        EXPECT_THAT(shell_.ui.boxes, IsEmpty());
+        EXPECT_THAT(shell_.LogLines(),
+                    Contains(AllOf(StartsWith(" WARNING"),
+                                   HasSubstr(std::string("'NDS:\\\\T1\\SITE\\") + shown + "'")))
+                        .Times(2));
+        shell_.log.Open(false);
+    }
 }
 
 TEST_F(TreeCache, AFullDiskKeepsTheOldCachesAndTheTreeThatWasRead) {
@@ -204,7 +281,9 @@ TEST_F(TreeCache, AFullDiskKeepsTheOldCachesAndTheTreeThatWasRead) {
         EXPECT_EQ(lists_.OUList.back().Name, "OTHER");
         EXPECT_EQ(shell_.folder.Has(kTreeCache), cached);
         EXPECT_EQ(shell_.folder.Has(kAppCache), cached);
-        if (cached) EXPECT_EQ(shell_.folder.Read(kTreeCache), tree);
+        if (cached) {
+            EXPECT_EQ(shell_.folder.Read(kTreeCache), tree);
+        }
         EXPECT_FALSE(display_.cache_tree_open);
         shell_.folder.Write("Trees/T1.ldif", ldif);
         ASSERT_TRUE(Load(true));

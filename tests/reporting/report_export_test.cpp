@@ -1,15 +1,11 @@
-// Reports as files for other programs: what values become, and that a file is replaced only by a whole one.
+// Reports as files for other programs: what values become.
 #include "reporting/report_export.h"
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <array>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -411,150 +407,6 @@ TEST_F(ReportExport, HtmlNamesTheHashOfItsScript) {
     base64.back() = '=';  // 32 bytes are 43 digits
     EXPECT_EQ(kPageScriptHash, "sha256-" + base64);
     EXPECT_THAT(Written(WriteHtml), HasSubstr("script-src '" + std::string(kPageScriptHash) + "'"));
-}
-
-class InPlace : public testing::Test {
-  protected:
-    Error ErrorOf(const std::function<void(OutputFile&)>& write) const {
-        try {
-            WriteInPlace(path_, write);
-        } catch (const Error& error) {
-            return error;
-        }
-        ADD_FAILURE() << "no error was raised";
-        return Error(0);
-    }
-    // The files of the folder.
-    std::vector<std::string> Names() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(path_.parent_path()))
-            names.push_back(entry.path().filename());
-        return names;
-    }
-    static void WriteNew(OutputFile& file) { file.Write("new"); }
-    void ExpectOlder() const {
-        EXPECT_THAT(Names(), ElementsAre("out.csv"));
-        EXPECT_EQ(folder_.Read("Reports/out.csv"), "older");
-    }
-
-    test::TempFolder folder_;
-    std::filesystem::path path_ = folder_.path() / "Reports/out.csv";
-};
-
-TEST_F(InPlace, ANewFileIsAnOrdinaryOne) {
-    const mode_t mask = umask(027);
-    WriteInPlace(path_, WriteNew);
-    umask(mask);
-    EXPECT_THAT(Names(), ElementsAre("out.csv"));
-    EXPECT_EQ(folder_.Read("Reports/out.csv"), "new");
-    EXPECT_EQ(std::filesystem::status(path_).permissions(), std::filesystem::perms{0640});
-}
-
-TEST_F(InPlace, AnOlderFileIsReplacedAndKeepsItsPermissions) {
-    folder_.Write("Reports/out.csv", "older");
-    std::filesystem::permissions(path_, std::filesystem::perms{0600});
-    WriteInPlace(path_, [&](OutputFile& file) {
-        file.Write("ne");
-        file.Flush();
-        EXPECT_EQ(folder_.Read("Reports/out.csv"), "older");
-        file.Write("w");
-    });
-    EXPECT_EQ(folder_.Read("Reports/out.csv"), "new");
-    EXPECT_EQ(std::filesystem::status(path_).permissions(), std::filesystem::perms{0600});
-}
-
-TEST_F(InPlace, ALinkStaysAndItsFileIsReplaced) {
-    folder_.Write("older", "older");
-    std::filesystem::create_symlink("../older", path_);
-    WriteInPlace(path_, WriteNew);
-    EXPECT_TRUE(std::filesystem::is_symlink(path_));
-    EXPECT_EQ(folder_.Read("older"), "new");
-    EXPECT_FALSE(std::filesystem::is_symlink(folder_.path() / "older"));
-    // Also where the file is still missing, and through a second link.
-    std::filesystem::remove(folder_.path() / "older");
-    std::filesystem::create_symlink(folder_.path() / "newer", folder_.path() / "older");
-    WriteInPlace(path_, WriteNew);
-    EXPECT_TRUE(std::filesystem::is_symlink(path_));
-    EXPECT_EQ(folder_.Read("newer"), "new");
-}
-
-TEST_F(InPlace, TheOlderFileStaysWhenTheDiskIsFull) {
-    folder_.Write("Reports/out.csv", "older");
-    Error error(0);
-    {
-        const test::FileSizeLimit limit(1000);
-        error = ErrorOf([](OutputFile& file) { file.Write(std::string(5000, 'x')); });
-    }
-    EXPECT_EQ(error.number(), errors::kDiskFull);
-    EXPECT_TRUE(error.IsOutputError());
-    EXPECT_EQ(error.detail(), path_.string() + ": Disk full");
-    ExpectOlder();
-}
-
-TEST_F(InPlace, TheOlderFileStaysWhenTheReportFails) {
-    folder_.Write("Reports/out.csv", "older");
-    const Error error = ErrorOf([](OutputFile& file) {
-        file.Write("half");
-        file.Flush();
-        throw Error(errors::kStore);
-    });
-    EXPECT_EQ(error.number(), errors::kStore);
-    ExpectOlder();
-}
-
-TEST_F(InPlace, AWriteProtectedFileStays) {
-    folder_.Write("Reports/out.csv", "older");
-    for (const auto& path : {folder_.path(), path_.parent_path()})
-        std::filesystem::permissions(path, std::filesystem::perms::all);
-    std::filesystem::permissions(path_, std::filesystem::perms{0444});
-    const pid_t child = fork();
-    if (child == 0) {
-        constexpr uid_t kNobody = 65534;
-        if (geteuid() == 0 && setuid(kNobody) != 0) _exit(1);  // nothing is protected from root
-        _exit(ErrorOf(WriteNew).number());
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), errors::kPermissionDenied);
-    ExpectOlder();
-}
-
-TEST_F(InPlace, WhatIsNoFileIsNeverReplaced) {
-    std::filesystem::create_symlink("/dev/full", path_);
-    Error error = ErrorOf(WriteNew);
-    EXPECT_EQ(error.number(), errors::kDiskFull);
-    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
-    EXPECT_THAT(Names(), ElementsAre("out.csv"));
-
-    // A pipe at the end of a link, as of standard output.
-    std::array<int, 2> ends{};
-    ASSERT_EQ(pipe(ends.data()), 0);
-    std::filesystem::remove(path_);
-    std::filesystem::create_symlink("/proc/self/fd/" + std::to_string(ends[1]), path_);
-    WriteInPlace(path_, WriteNew);
-    std::array<char, 8> piped{};
-    EXPECT_EQ(read(ends[0], piped.data(), piped.size()), 3);
-    EXPECT_STREQ(piped.data(), "new");
-    close(ends[0]);
-    close(ends[1]);
-
-    std::filesystem::remove(path_);
-    std::filesystem::create_symlink("out.csv", path_);
-    EXPECT_TRUE(ErrorOf(WriteNew).IsOutputError());
-    EXPECT_TRUE(std::filesystem::is_symlink(path_));
-
-    std::filesystem::remove(path_);
-    std::filesystem::create_directory(path_);
-    error = ErrorOf(WriteNew);
-    EXPECT_TRUE(error.IsOutputError());
-    EXPECT_EQ(error.detail(), path_.string() + ": Path/File access error");
-    EXPECT_TRUE(std::filesystem::is_directory(path_));
-
-    path_ = folder_.path() / "Missing/out.csv";
-    error = ErrorOf(WriteNew);
-    EXPECT_EQ(error.number(), errors::kPathNotFound);
-    EXPECT_EQ(error.detail(), path_.string() + ": Path not found");
 }
 
 }  // namespace

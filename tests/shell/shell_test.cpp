@@ -1,9 +1,11 @@
 // Log, status line, sounds, pauses, rule lists and options: what a session writes and shows on the way.
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include "shell/pause.h"
 #include "shell/rule_lists.h"
 #include "support/fakes.h"
+#include "support/file_size_limit.h"
 
 namespace zorvel {
 namespace {
@@ -32,6 +34,54 @@ TEST(Log, IsSilentWhileClosedAndGoesOnWhereItStopped) {
     EXPECT_THAT(shell.LogLines(), ElementsAre("    one", "    two"));
     shell.log.Open(false);
     EXPECT_THAT(shell.LogLines(), IsEmpty());
+}
+
+TEST(Log, KeepsTheLinesOfEveryProgramThatUsesIt) {
+    TestShell shell;
+    shell.log.WriteLog("window");
+    EXPECT_EQ(shell.folder.Read("Zorvel.log"), "16/11/2026 17:28:05    window\r\n") << "not yet closed";
+    {
+        Log batch(shell.files, shell.clock);
+        batch.Open(false);
+        batch.WriteLog("batch");
+        shell.log.WriteLog("window again");
+        shell.log.Close();  // to be viewed
+        batch.Open(false);
+        shell.log.Open(true);
+    }
+    EXPECT_THAT(shell.LogLines(), ElementsAre("    window", "    batch", "    window again"));
+}
+
+TEST(Log, LinesThatAFullDiskDidNotTakeFollowLater) {
+    TestShell shell;
+    {
+        const test::FileSizeLimit full_disk(0);
+        shell.log.WriteLog("one");
+    }
+    shell.log.WriteLog("two");
+    EXPECT_THAT(shell.LogLines(), ElementsAre("    one", "    two"));
+}
+
+TEST(WriterLock, OneProgramWritesAndTheOtherIsToldWhich) {
+    TestShell shell;
+    WriterLock other(shell.files, shell.clock, shell.ui, shell.log);
+    other.command = "zorvel-batch analyse --all";
+    {
+        const auto hold = other.Acquire();
+        const auto nested = other.Acquire();
+        EXPECT_TRUE(hold && nested);
+        shell.options.controls.txtCache = "77";
+        EXPECT_FALSE(shell.options.WriteOptions());
+        EXPECT_FALSE(shell.folder.Has("Zorvel.ini"));
+        EXPECT_THAT(shell.OnlyBox(), testing::StartsWith("Nothing was changed: 'zorvel-batch analyse --all' "
+                                                         "(process " +
+                                                         std::to_string(getpid()) + " on "));
+        shell.writers.patience = 30;
+        EXPECT_FALSE(shell.writers.Acquire());
+        EXPECT_NEAR(shell.clock.slept, 30, 0.2);
+    }
+    EXPECT_TRUE(shell.options.WriteOptions());
+    EXPECT_THAT(shell.folder.Read("Zorvel.ini"), testing::HasSubstr("AutoTreeCacheRefresh=77\r\n"));
 }
 
 TEST(StatusLine, TellsHowMuchIsAvailableAndSelected) {
