@@ -53,24 +53,28 @@ AnalysisRun::AnalysisRun(const RunInputs& inputs, FindRun* find)
       errors_(inputs.services) {}
 
 RunOutcome AnalysisRun::Run() {
+    services_.activity.UserInterrupt = false;
     const auto hold = services_.writers.Acquire();
     if (!hold) return RunOutcome::kAbandoned;
     bool may_replace = true;
     errors_.Try(kCheckStep, [&] { may_replace = MayReplaceLastRun(); });
     if (!may_replace) return RunOutcome::kAbandoned;
 
-    services_.activity.UserInterrupt = false;
     services_.activity.Busy = true;
     inputs_.display.EnableGenerate(false);
     const bool complete = Generate();
     services_.activity.Busy = false;
+    services_.activity.UserInterrupt = false;  // it was meant for this run, not for what comes after it
     inputs_.display.EnableGenerate(true);
-    if (!complete) return RunOutcome::kFailed;
 
-    services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
-    if (find_ != nullptr) return FinishFind();
-    errors_.Try(kOfferStep, [&] { OfferImport(); });
-    return RunOutcome::kFinished;
+    RunOutcome outcome = RunOutcome::kFailed;
+    if (complete) {
+        services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
+        outcome = find_ != nullptr ? FinishFind() : RunOutcome::kFinished;
+    }
+    LogEarlyEnd();
+    if (complete && find_ == nullptr) errors_.Try(kOfferStep, [&] { OfferImport(); });
+    return outcome;
 }
 
 RunOutcome AnalysisRun::FinishFind() {
@@ -145,6 +149,7 @@ void AnalysisRun::ReadApplications(RunFiles& files) {
         ++tally_.processed;
         const ApplicationReader::Outcome outcome = reader.Read(application, tally_.processed);
         tally_.parse_errors = reader.parse_errors();
+        tally_.cut_stream = reader.cut_stream();
         if (outcome == ApplicationReader::Outcome::kFailed) {
             ++tally_.failed;
         } else {
@@ -188,6 +193,16 @@ void AnalysisRun::WriteCapture() {
         record.totals[i] = Digits(status_.counters.run[i]);
     record.mode = RunModeWord(mode());
     WriteCaptureRecord(services_.files, record);
+}
+
+// The last line of a run that did not read all that was selected.
+void AnalysisRun::LogEarlyEnd() {
+    const std::int32_t selected = inputs_.tree.counts.SelectedCount;
+    if (tally_.processed == selected && tally_.cut_stream.empty()) return;
+    std::string line = "WARNING: The " + std::string(RunModeWord(mode())) + " ended after" +
+                       PlainNumber(tally_.processed) + " of" + PlainNumber(selected) + " application(s)";
+    if (!tally_.cut_stream.empty()) line += " - " + tally_.cut_stream + " was cut";
+    services_.log.WriteLog(line);
 }
 
 void AnalysisRun::OfferImport() {

@@ -44,6 +44,7 @@ class AnalysisRun {
         std::string tree;
         std::string container;  // of the application read last
         bool multiple_containers = false;
+        std::string cut_stream;  // as the log names it; empty when no stream was cut
     };
 
     bool MayReplaceLastRun();
@@ -55,6 +56,7 @@ class AnalysisRun {
     void WriteCapture();
     RunOutcome FinishFind();
     void OfferImport();
+    void LogEarlyEnd();
     RunMode mode() const { return find_ != nullptr ? RunMode::kFind : RunMode::kZorvelrun; }
 
     RunInputs inputs_;

@@ -227,6 +227,10 @@ bool ApplicationReader::ParseStream(const StreamRow& stream) {
         services_.log.WriteLog(Text(
             {"WARNING: Stream '", stream.label, "' of '", full_name_, "' could not be read to its end"}));
     }
+    if (parse_.stream_cut) {
+        cut_stream_ = Text({"Stream '", stream.label, "' of '", full_name_, "'"});
+        services_.log.WriteLog(Text({"WARNING: ", cut_stream_, " was cut by the user's interruption"}));
+    }
     if (result == ParseResult::kRejected) return false;
     if (stream.signature) signatures_.Add(*stream.signature, signature);
     return true;
