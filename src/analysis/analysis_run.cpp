@@ -175,12 +175,13 @@ void AnalysisRun::PauseAfter(std::int32_t processed) {
     Pause(services_.clock, services_.ui, inputs_.pace.after_application, stop);
     const std::int32_t selected = inputs_.tree.counts.SelectedCount;
     status_.SetOverallProgress(static_cast<double>(processed) / selected * kProgressMaximum);
-    const OptionControls& controls = services_.options.controls;
-    if (!controls.Checked(CheckGeneral::kEDirThrottle) || processed == selected) return;
+    Options& options = services_.options;
+    if (!options.controls.Checked(CheckGeneral::kEDirThrottle) || processed == selected) return;
+    const std::optional<double> throttle = options.Number(&OptionControls::txtThrottle);
+    if (!throttle) return;
     services_.status.SetStatus(
-        'Y', "Throttling option enabled - pausing for " + controls.txtThrottle + " second(s)");
-    errors_.Try(kReadApplicationsStep,
-                [&] { Pause(services_.clock, services_.ui, NumericValue(controls.txtThrottle), stop); });
+        'Y', "Throttling option enabled - pausing for " + options.controls.txtThrottle + " second(s)");
+    Pause(services_.clock, services_.ui, *throttle, stop);
 }
 
 void AnalysisRun::WriteCapture() {
