@@ -5,6 +5,7 @@
 #include "platform/code_page.h"
 #include "shell/formats.h"
 #include "shell/pause.h"
+#include "shell/report_error.h"
 
 namespace zorvel {
 namespace {
@@ -88,10 +89,10 @@ RunOutcome AnalysisRun::FinishFind() {
 }
 
 bool AnalysisRun::MayReplaceLastRun() {
-    const std::optional<CaptureRecord> last = ReadCaptureRecord(services_.files);
-    if (!last || UpperCase(last->mode) == "FIND" || WasImported(*last)) return true;
+    const std::optional<std::string> captured = UnimportedRun();
+    if (!captured) return true;
     return services_.ui.Ask(
-        "The data from the last Zorvelrun (on " + last->captured +
+        "The data from the last Zorvelrun (on " + *captured +
             ") doesn't appear to have been imported yet.\n\nStarting a new " +
             std::string(RunModeWord(mode())) +
             " will generate a new set of raw data, overwriting the existing one - are you sure you "
@@ -99,14 +100,23 @@ bool AnalysisRun::MayReplaceLastRun() {
         MessageIcon::kExclamation, Answer::kNo);
 }
 
-// False also when the record's date does not tell the name of its dataset.
-bool AnalysisRun::WasImported(const CaptureRecord& record) {
-    bool imported = false;
-    errors_.Try(kCheckStep, [&] {
-        const std::string dataset = "Databases\\" + DatasetName(record.captured);
-        imported = services_.files.Exists(services_.files.Path(dataset));
-    });
-    return imported;
+// A capture record that is damaged stands for a run that was not imported.
+std::optional<std::string> AnalysisRun::UnimportedRun() {
+    try {
+        const std::optional<CaptureRecord> last = ReadCaptureRecord(services_.files);
+        if (!last || UpperCase(last->mode) == "FIND" || WasImported(*last)) return std::nullopt;
+        return last->captured;
+    } catch (...) {
+        const Error error = CurrentError();
+        services_.log.WriteLog("WARNING: The capture record of the last run is damaged -" + ErrorText(error) +
+                               (error.detail().empty() ? "" : ": " + error.detail()));
+        return CapturedOrWritten(services_.files);
+    }
+}
+
+bool AnalysisRun::WasImported(const CaptureRecord& record) const {
+    const std::string dataset = "Databases\\" + DatasetName(record.captured);
+    return services_.files.Exists(services_.files.Path(dataset));
 }
 
 bool AnalysisRun::Generate() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,7 +49,10 @@ class AnalysisRun {
     };
 
     bool MayReplaceLastRun();
-    bool WasImported(const CaptureRecord& record);
+    // When the last run ended, if its data was not imported; nothing when there is no data to lose.
+    std::optional<std::string> UnimportedRun();
+    // Raises error 13 when the record's date does not tell the name of its dataset.
+    bool WasImported(const CaptureRecord& record) const;
     // Makes the data files and the capture record; false when the run had to end, which was reported.
     bool Generate();
     void ReadApplications(RunFiles& files);

@@ -7,6 +7,7 @@
 #include "analysis/analysis_run.h"
 #include "directory/memory_directory.h"
 #include "directory/ou_view_loader.h"
+#include "shell/formats.h"
 #include "stream_builder.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
@@ -414,11 +415,60 @@ TEST_F(Run, ADirectoryThatFailsEndsTheRunOnce) {
     EXPECT_EQ(shell_.ui.statuses.back(), "The Zorvelrun has ended: The directory could not be read");
 }
 
-TEST_F(Run, ADamagedCaptureRecordIsNotTakenForImported) {
+TEST_F(Run, ADamagedCaptureRecordStandsForDataThatWasNotImported) {
     LoadApplication(kHealthy);
-    shell_.folder.Write("TempData/Zorvel_CaptureDetails.CSV", "yesterday,T1,SITE,1,,,,,,,Zorvelrun\r\n");
-    EXPECT_EQ(Go(), RunOutcome::kAbandoned);
-    EXPECT_THAT(shell_.ui.boxes.back().text, HasSubstr("(on yesterday) doesn't appear"));
+    const std::string file = "TempData/Zorvel_CaptureDetails.CSV";
+    const struct {
+        std::string record;
+        const char *captured, *damage;  // no date: the time of the file
+    } cases[] = {
+        {"yesterday,T1,SITE,1,,,,,,,Zorvelrun\r\n", "",
+         "13 (Type mismatch): 'yesterday' is not a date of the form dd/mm/yyyy"},
+        {"16/11/2026 17:28:05,T1,SITE\r\n", "16/11/2026 17:28:05",
+         "CaptureDetails.CSV, line 1: the row has not the 11 fields of its file"},
+        {"16/11/2026 17:28:05,T1,SITE,1,,,,,,,Find", "16/11/2026 17:28:05",
+         "CaptureDetails.CSV, line 1: the file ends within a record"},
+        {"16/11/2026 17:2", "", "CaptureDetails.CSV, line 1: the file ends within a record"},
+        {"", "", "CaptureDetails.CSV, line 1: the file is empty"},
+    };
+    for (const auto& row : cases) {
+        shell_.folder.Write(file, row.record);
+        const std::string written =
+            DateAndTime(shell_.files.Modified(shell_.files.Path(data_files::kCaptureDetails.name)));
+        shell_.ui.boxes.clear();
+        EXPECT_EQ(Go(), RunOutcome::kAbandoned);
+        EXPECT_THAT(shell_.OnlyBox(), HasSubstr("(on " + (*row.captured != 0 ? row.captured : written) +
+                                                ") doesn't appear to have been imported yet."));
+        EXPECT_EQ(shell_.folder.Read(file), row.record);
+        EXPECT_THAT(shell_.LogLines().back(),
+                    testing::AllOf(StartsWith(" WARNING: The capture record of the last run is damaged - "),
+                                   HasSubstr(row.damage)));
+    }
+}
+
+TEST_F(Run, ANumberOptionThatHoldsNoneIsLeftOutAndToldOnce) {
+    StreamBuilder entries;
+    entries.IniValue("a", "b", "c", "d").TextFileChange(1, "f", "t").RegistryKeyCreate("k");
+    Load(test::LdifApplication("A", "o=SITE", kHealthy + StreamLine("appINISettings", entries.bytes())) +
+         test::LdifApplication("B", "o=SITE", kHealthy));
+    OptionControls& controls = shell_.options.controls;
+    for (const std::size_t box : {1U, 2U, 6U, 7U})
+        controls.checkGeneral[box] = 1;
+    controls.txtSlowINIThreshold = "1E999";
+    controls.txtSlowTextThreshold = "-1";
+    controls.txtThrottle = "NAN";
+    controls.txtSlowRegistryThreshold = "0";
+    ASSERT_EQ(Go(), RunOutcome::kFinished);
+    EXPECT_THAT(Issues(), ElementsAre("A.SITE|Application|||APPCOMPLEXREG"));
+    EXPECT_NEAR(shell_.clock.slept, 0.5 + 0.5, 1e-6) << "no throttle";
+    const auto told = [](const char* value_and_option) {
+        return testing::Field(&MessageBox::text,
+                              StartsWith("The value " + std::string(value_and_option) + " is not a number"));
+    };
+    EXPECT_THAT(shell_.ui.boxes,
+                ElementsAre(told("'1E999' of the option SlowINIFileThreshold"),
+                            told("'-1' of the option SlowTextFileThreshold"),
+                            told("'NAN' of the option eDirThrottle"), testing::_ /* the offer to import */));
 }
 
 TEST_F(Run, AFindRunSearchesTheStreamsAndReadsNoAssociations) {
