@@ -108,8 +108,8 @@ std::optional<std::string> AnalysisRun::UnimportedRun() {
         return last->captured;
     } catch (...) {
         const Error error = CurrentError();
-        services_.log.WriteLog("WARNING: The capture record of the last run is damaged -" + ErrorText(error) +
-                               (error.detail().empty() ? "" : ": " + error.detail()));
+        services_.log.WriteWarning("The capture record of the last run is damaged -" + ErrorText(error) +
+                                   (error.detail().empty() ? "" : ": " + error.detail()));
         return CapturedOrWritten(services_.files);
     }
 }
@@ -210,10 +210,10 @@ void AnalysisRun::WriteCapture() {
 void AnalysisRun::LogEarlyEnd() {
     const std::int32_t selected = inputs_.tree.counts.SelectedCount;
     if (tally_.processed == selected && tally_.cut_stream.empty()) return;
-    std::string line = "WARNING: The " + std::string(RunModeWord(mode())) + " ended after" +
+    std::string line = "The " + std::string(RunModeWord(mode())) + " ended after" +
                        PlainNumber(tally_.processed) + " of" + PlainNumber(selected) + " application(s)";
     if (!tally_.cut_stream.empty()) line += " - " + tally_.cut_stream + " was cut";
-    services_.log.WriteLog(line);
+    services_.log.WriteWarning(line);
 }
 
 void AnalysisRun::OfferImport() {

@@ -104,12 +104,12 @@ void StreamFailure::WriteDump(const std::string& dump_file, const ParsePlace& pl
         if (!line.empty()) line += ',';
         line += PlainNumber(number) + ' ';
     }
-    OutputFile file = services_.files.Create(dump_file);
-    for (const std::string_view text : {full_name_, std::string_view(line), stream_}) {
-        file.Write(text);
-        file.Write("\r\n");
-    }
-    file.Close();
+    services_.files.WriteInPlace(dump_file, [&](OutputFile& file) {
+        for (const std::string_view text : {full_name_, std::string_view(line), stream_}) {
+            file.Write(text);
+            file.Write("\r\n");
+        }
+    });
 }
 
 }  // namespace zorvel

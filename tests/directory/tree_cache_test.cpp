@@ -215,7 +215,9 @@ TEST_F(TreeCache, AFullDiskKeepsTheOldCachesAndTheTreeThatWasRead) {
         EXPECT_EQ(lists_.OUList.back().Name, "OTHER");
         EXPECT_EQ(shell_.folder.Has(kTreeCache), cached);
         EXPECT_EQ(shell_.folder.Has(kAppCache), cached);
-        if (cached) EXPECT_EQ(shell_.folder.Read(kTreeCache), tree);
+        if (cached) {
+            EXPECT_EQ(shell_.folder.Read(kTreeCache), tree);
+        }
         EXPECT_FALSE(display_.cache_tree_open);
         shell_.folder.Write("Trees/T1.ldif", ldif);
         ASSERT_TRUE(Load(true));
