@@ -5,6 +5,7 @@
 #include "platform/code_page.h"
 #include "shell/formats.h"
 #include "shell/pause.h"
+#include "shell/report_error.h"
 
 namespace zorvel {
 namespace {
@@ -53,24 +54,28 @@ AnalysisRun::AnalysisRun(const RunInputs& inputs, FindRun* find)
       errors_(inputs.services) {}
 
 RunOutcome AnalysisRun::Run() {
+    services_.activity.UserInterrupt = false;
     const auto hold = services_.writers.Acquire();
     if (!hold) return RunOutcome::kAbandoned;
     bool may_replace = true;
     errors_.Try(kCheckStep, [&] { may_replace = MayReplaceLastRun(); });
     if (!may_replace) return RunOutcome::kAbandoned;
 
-    services_.activity.UserInterrupt = false;
     services_.activity.Busy = true;
     inputs_.display.EnableGenerate(false);
     const bool complete = Generate();
     services_.activity.Busy = false;
+    services_.activity.UserInterrupt = false;  // it was meant for this run, not for what comes after it
     inputs_.display.EnableGenerate(true);
-    if (!complete) return RunOutcome::kFailed;
 
-    services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
-    if (find_ != nullptr) return FinishFind();
-    errors_.Try(kOfferStep, [&] { OfferImport(); });
-    return RunOutcome::kFinished;
+    RunOutcome outcome = RunOutcome::kFailed;
+    if (complete) {
+        services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
+        outcome = find_ != nullptr ? FinishFind() : RunOutcome::kFinished;
+    }
+    LogEarlyEnd();
+    if (complete && find_ == nullptr) errors_.Try(kOfferStep, [&] { OfferImport(); });
+    return outcome;
 }
 
 RunOutcome AnalysisRun::FinishFind() {
@@ -84,10 +89,10 @@ RunOutcome AnalysisRun::FinishFind() {
 }
 
 bool AnalysisRun::MayReplaceLastRun() {
-    const std::optional<CaptureRecord> last = ReadCaptureRecord(services_.files);
-    if (!last || UpperCase(last->mode) == "FIND" || WasImported(*last)) return true;
+    const std::optional<std::string> captured = UnimportedRun();
+    if (!captured) return true;
     return services_.ui.Ask(
-        "The data from the last Zorvelrun (on " + last->captured +
+        "The data from the last Zorvelrun (on " + *captured +
             ") doesn't appear to have been imported yet.\n\nStarting a new " +
             std::string(RunModeWord(mode())) +
             " will generate a new set of raw data, overwriting the existing one - are you sure you "
@@ -95,14 +100,23 @@ bool AnalysisRun::MayReplaceLastRun() {
         MessageIcon::kExclamation, Answer::kNo);
 }
 
-// False also when the record's date does not tell the name of its dataset.
-bool AnalysisRun::WasImported(const CaptureRecord& record) {
-    bool imported = false;
-    errors_.Try(kCheckStep, [&] {
-        const std::string dataset = "Databases\\" + DatasetName(record.captured);
-        imported = services_.files.Exists(services_.files.Path(dataset));
-    });
-    return imported;
+// A capture record that is damaged stands for a run that was not imported.
+std::optional<std::string> AnalysisRun::UnimportedRun() {
+    try {
+        const std::optional<CaptureRecord> last = ReadCaptureRecord(services_.files);
+        if (!last || UpperCase(last->mode) == "FIND" || WasImported(*last)) return std::nullopt;
+        return last->captured;
+    } catch (...) {
+        const Error error = CurrentError();
+        services_.log.WriteWarning("The capture record of the last run is damaged -" + ErrorText(error) +
+                                   (error.detail().empty() ? "" : ": " + error.detail()));
+        return CapturedOrWritten(services_.files);
+    }
+}
+
+bool AnalysisRun::WasImported(const CaptureRecord& record) const {
+    const std::string dataset = "Databases\\" + DatasetName(record.captured);
+    return services_.files.Exists(services_.files.Path(dataset));
 }
 
 bool AnalysisRun::Generate() {
@@ -145,6 +159,7 @@ void AnalysisRun::ReadApplications(RunFiles& files) {
         ++tally_.processed;
         const ApplicationReader::Outcome outcome = reader.Read(application, tally_.processed);
         tally_.parse_errors = reader.parse_errors();
+        tally_.cut_stream = reader.cut_stream();
         if (outcome == ApplicationReader::Outcome::kFailed) {
             ++tally_.failed;
         } else {
@@ -170,12 +185,13 @@ void AnalysisRun::PauseAfter(std::int32_t processed) {
     Pause(services_.clock, services_.ui, inputs_.pace.after_application, stop);
     const std::int32_t selected = inputs_.tree.counts.SelectedCount;
     status_.SetOverallProgress(static_cast<double>(processed) / selected * kProgressMaximum);
-    const OptionControls& controls = services_.options.controls;
-    if (!controls.Checked(CheckGeneral::kEDirThrottle) || processed == selected) return;
+    Options& options = services_.options;
+    if (!options.controls.Checked(CheckGeneral::kEDirThrottle) || processed == selected) return;
+    const std::optional<double> throttle = options.Number(&OptionControls::txtThrottle);
+    if (!throttle) return;
     services_.status.SetStatus(
-        'Y', "Throttling option enabled - pausing for " + controls.txtThrottle + " second(s)");
-    errors_.Try(kReadApplicationsStep,
-                [&] { Pause(services_.clock, services_.ui, NumericValue(controls.txtThrottle), stop); });
+        'Y', "Throttling option enabled - pausing for " + options.controls.txtThrottle + " second(s)");
+    Pause(services_.clock, services_.ui, *throttle, stop);
 }
 
 void AnalysisRun::WriteCapture() {
@@ -188,6 +204,16 @@ void AnalysisRun::WriteCapture() {
         record.totals[i] = Digits(status_.counters.run[i]);
     record.mode = RunModeWord(mode());
     WriteCaptureRecord(services_.files, record);
+}
+
+// The last line of a run that did not read all that was selected.
+void AnalysisRun::LogEarlyEnd() {
+    const std::int32_t selected = inputs_.tree.counts.SelectedCount;
+    if (tally_.processed == selected && tally_.cut_stream.empty()) return;
+    std::string line = "The " + std::string(RunModeWord(mode())) + " ended after" +
+                       PlainNumber(tally_.processed) + " of" + PlainNumber(selected) + " application(s)";
+    if (!tally_.cut_stream.empty()) line += " - " + tally_.cut_stream + " was cut";
+    services_.log.WriteWarning(line);
 }
 
 void AnalysisRun::OfferImport() {

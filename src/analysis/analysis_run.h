@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -44,10 +45,14 @@ class AnalysisRun {
         std::string tree;
         std::string container;  // of the application read last
         bool multiple_containers = false;
+        std::string cut_stream;  // as the log names it; empty when no stream was cut
     };
 
     bool MayReplaceLastRun();
-    bool WasImported(const CaptureRecord& record);
+    // When the last run ended, if its data was not imported; nothing when there is no data to lose.
+    std::optional<std::string> UnimportedRun();
+    // Raises error 13 when the record's date does not tell the name of its dataset.
+    bool WasImported(const CaptureRecord& record) const;
     // Makes the data files and the capture record; false when the run had to end, which was reported.
     bool Generate();
     void ReadApplications(RunFiles& files);
@@ -55,6 +60,7 @@ class AnalysisRun {
     void WriteCapture();
     RunOutcome FinishFind();
     void OfferImport();
+    void LogEarlyEnd();
     RunMode mode() const { return find_ != nullptr ? RunMode::kFind : RunMode::kZorvelrun; }
 
     RunInputs inputs_;

@@ -1,6 +1,7 @@
 #include "analysis/application_reader.h"
 
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "analysis/attribute_text.h"
@@ -136,7 +137,7 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
     files_.WriteAppAssociations(full_name_, JoinValues(associations_.groups),
                                 JoinValues(associations_.containers), JoinValues(associations_.workstations),
                                 associations_.users, signatures_.AppFingerPrint());
-    errors_.Try(kLine, [&] { CheckComplexity(); });
+    CheckComplexity();
     WriteSlotIssues();
     return Outcome::kRead;
 }
@@ -227,6 +228,10 @@ bool ApplicationReader::ParseStream(const StreamRow& stream) {
         services_.log.WriteLog(Text(
             {"WARNING: Stream '", stream.label, "' of '", full_name_, "' could not be read to its end"}));
     }
+    if (parse_.stream_cut) {
+        cut_stream_ = Text({"Stream '", stream.label, "' of '", full_name_, "'"});
+        services_.log.WriteLog(Text({"WARNING: ", cut_stream_, " was cut by the user's interruption"}));
+    }
     if (result == ParseResult::kRejected) return false;
     if (stream.signature) signatures_.Add(*stream.signature, signature);
     return true;
@@ -239,25 +244,26 @@ void ApplicationReader::WriteNotes(const StreamRow& stream) {
 }
 
 void ApplicationReader::CheckComplexity() {
-    const OptionControls& controls = services_.options.controls;
     struct Threshold {
         CheckGeneral enabled;
-        const std::string& number;
+        NumberText number;
         Counter counter;
         AppIssue issue;
     };
-    const std::array<Threshold, 3> thresholds = {{
-        {CheckGeneral::kSlowINIFileThreshold, controls.txtSlowINIThreshold, Counter::kIni,
+    constexpr std::array<Threshold, 3> kThresholds = {{
+        {CheckGeneral::kSlowINIFileThreshold, &OptionControls::txtSlowINIThreshold, Counter::kIni,
          AppIssue::kComplexIni},
-        {CheckGeneral::kSlowTextFileThreshold, controls.txtSlowTextThreshold, Counter::kText,
+        {CheckGeneral::kSlowTextFileThreshold, &OptionControls::txtSlowTextThreshold, Counter::kText,
          AppIssue::kComplexText},
-        {CheckGeneral::kSlowRegistryThreshold, controls.txtSlowRegistryThreshold, Counter::kRegistry,
+        {CheckGeneral::kSlowRegistryThreshold, &OptionControls::txtSlowRegistryThreshold, Counter::kRegistry,
          AppIssue::kComplexRegistry},
     }};
-    for (const Threshold& threshold : thresholds) {
-        const bool slow = controls.Checked(threshold.enabled) &&
-                          status_.counters.OfApplication(threshold.counter) > NumericValue(threshold.number);
-        if (slow) inputs_.slots.Set(threshold.issue, true);
+    Options& options = services_.options;
+    for (const Threshold& threshold : kThresholds) {
+        if (!options.controls.Checked(threshold.enabled)) continue;
+        const std::optional<double> limit = options.Number(threshold.number);
+        if (limit && status_.counters.OfApplication(threshold.counter) > *limit)
+            inputs_.slots.Set(threshold.issue, true);
     }
 }
 

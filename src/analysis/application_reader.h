@@ -58,6 +58,8 @@ class ApplicationReader {
     const std::string& container_name() const { return container_name_; }
     // Handled stream parsing errors of the run so far.
     std::int32_t parse_errors() const { return parse_.parse_errors; }
+    // The stream that the user interrupted while it had records left, as log lines name it; empty when none.
+    const std::string& cut_stream() const { return cut_stream_; }
 
   private:
     void ReadAttribute(const std::string& attribute);
@@ -94,6 +96,8 @@ class ApplicationReader {
     SignatureSet signatures_;
     std::string bytes_;  // of the stream at hand
     std::string text_;   // of Text
+
+    std::string cut_stream_;
 };
 
 }  // namespace zorvel

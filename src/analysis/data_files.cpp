@@ -79,6 +79,17 @@ std::optional<CaptureRecord> ReadCaptureRecord(const Files& files) {
     return record;
 }
 
+std::string CapturedOrWritten(const Files& files) {
+    const std::string path = files.Path(data_files::kCaptureDetails.name);
+    try {
+        std::string captured = FieldReader(files.Open(path)).Next();
+        ParseDateAndTime(captured);
+        return captured;
+    } catch (const Error&) {
+        return DateAndTime(files.Modified(path));
+    }
+}
+
 void WriteCaptureRecord(const Files& files, const CaptureRecord& record) {
     std::string line = record.captured + ',' + CaptureField(record.tree) + ',' +
                        CaptureField(record.container) + ',' + record.app_count + ',';

@@ -89,6 +89,9 @@ struct CaptureRecord {
 // The capture record, or nothing when the last run did not finish. Raises a file error, or 5 or 62 for a
 // record that is not whole.
 std::optional<CaptureRecord> ReadCaptureRecord(const Files& files);
+// When the run of a capture record ended, as far as the file tells: its first field or, when that is no date,
+// the time at which the file was written. Raises error 53 when there is no capture record.
+std::string CapturedOrWritten(const Files& files);
 // Writes the capture record, whole at every moment, or raises an OutputError.
 void WriteCaptureRecord(const Files& files, const CaptureRecord& record);
 // Deletes the capture record, if there is one. Raises an OutputError.

@@ -1,5 +1,6 @@
 #include "directory/ou_view_loader.h"
 
+#include <optional>
 #include <utility>
 
 #include "directory/tree_cache.h"
@@ -47,9 +48,11 @@ void OUViewLoader::Report(const Error& error) {
 }
 
 bool OUViewLoader::CacheIsTooOld(std::string_view tree, const DateTime& written) const {
-    const Options& options = services_.options;
+    Options& options = services_.options;
     if (!options.controls.Checked(CheckGeneral::kAutoTreeCacheRefresh)) return false;
-    const std::int32_t days = WholeValue(options.controls.txtCache);
+    const std::optional<double> limit = options.Number(&OptionControls::txtCache);
+    if (!limit) return false;
+    const auto days = static_cast<std::int32_t>(*limit);
     if (DaysBetween(written, services_.clock.Now()) <= days) return false;
     return services_.ui.Ask(
         "The Zorvel cache files for the '" + std::string(tree) + "' Tree are over " + Digits(days) +

@@ -15,7 +15,6 @@ namespace zorvel {
 namespace {
 
 using Box = CheckGeneral;
-using Text = std::string OptionControls::*;
 struct Sound {
     std::size_t index;
 };
@@ -24,7 +23,7 @@ struct SoundsEnabledBox {};
 // One setting: the key as it is written, and the control that holds it.
 struct Setting {
     std::string_view key;
-    std::variant<Box, SoundsEnabledBox, Text, Sound> control;
+    std::variant<Box, SoundsEnabledBox, NumberText, Sound> control;
 };
 
 // All settings, in the order in which they are written.
@@ -55,11 +54,22 @@ void Visit(const Setting& setting, Controls& controls, OnCheckBox check_box, OnT
         check_box(controls.checkGeneral[static_cast<std::size_t>(*box)]);
     } else if (std::holds_alternative<SoundsEnabledBox>(setting.control)) {
         check_box(controls.checkSoundsEnabled);
-    } else if (const auto* number = std::get_if<Text>(&setting.control)) {
+    } else if (const auto* number = std::get_if<NumberText>(&setting.control)) {
         text(controls.*(*number));
     } else {
         text(controls.txtSound[std::get<Sound>(setting.control).index]);
     }
+}
+
+// The greatest number that a number box may hold.
+constexpr double kGreatestNumber = std::numeric_limits<std::int32_t>::max();
+
+std::string_view KeyOf(NumberText box) {
+    const auto holds = [box](const Setting& setting) {
+        const auto* number = std::get_if<NumberText>(&setting.control);
+        return number != nullptr && *number == box;
+    };
+    return std::find_if(kSettings.begin(), kSettings.end(), holds)->key;
 }
 
 }  // namespace
@@ -120,6 +130,27 @@ void Options::Apply(std::string_view key, const std::string& value, bool flag) {
             setting, controls, [&](int& box) { box = flag ? 1 : 0; },
             [&](std::string& text) { text = value; });
     }
+}
+
+std::optional<double> Options::Number(NumberText box) {
+    try {
+        const std::optional<double> number = LeadingNumber(controls.*box);
+        if (number && *number >= 0 && *number <= kGreatestNumber) return number;
+    } catch (const Error&) {
+        // A number beyond all bounds is told as any other that will not do.
+    }
+    TellBadNumber(box);
+    return std::nullopt;
+}
+
+void Options::TellBadNumber(NumberText box) {
+    const std::string key(KeyOf(box));
+    const std::string& value = controls.*box;
+    if (!bad_numbers_told_.insert(key + '=' + value).second) return;
+    const std::string text = "The value '" + value + "' of the option " + key +
+                             " is not a number from 0 to 2147483647 - the option is left out of account";
+    ui_.Tell(text, MessageIcon::kExclamation);
+    log_.WriteLog("WARNING: " + text);
 }
 
 bool Options::WriteOptions() {

@@ -3,6 +3,8 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -63,6 +65,9 @@ struct SessionOptions {
     std::string WarningSound;
 };
 
+// The text of one of the number boxes.
+using NumberText = std::string OptionControls::*;
+
 // What a spinner keeps its text box within.
 struct SpinnerRange {
     int minimum = 0;
@@ -71,7 +76,7 @@ struct SpinnerRange {
 
 // A number box: its text, whether it is enabled, and the range of its spinner.
 struct NumberBox {
-    std::string OptionControls::*text;
+    NumberText text;
     bool OptionControls::Enabled::*enabled;
     SpinnerRange range;
 };
@@ -102,6 +107,9 @@ class Options {
     bool WriteOptions();
     // Derives the session options and the enabled number boxes from the controls.
     void RefreshOptions();
+    // The number in a number box, 0 to 2147483647, with its fraction. Nothing when the box holds anything
+    // else, which the user and the log are told once for each such value.
+    std::optional<double> Number(NumberText box);
 
     OptionControls controls;
     SessionOptions session;
@@ -112,11 +120,13 @@ class Options {
   private:
     std::string FileName() const;
     void Apply(std::string_view key, const std::string& value, bool flag);
+    void TellBadNumber(NumberText box);
 
     const Files& files_;
     UserInterface& ui_;
     Log& log_;
     WriterLock& writers_;
+    std::set<std::string> bad_numbers_told_;  // "option=value"
 };
 
 }  // namespace zorvel

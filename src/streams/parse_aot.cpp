@@ -1,6 +1,7 @@
 #include "streams/parse_aot.h"
 
 #include <exception>
+#include <utility>
 
 #include "platform/error.h"
 #include "shell/formats.h"
@@ -23,6 +24,7 @@ class StreamParser {
         : context_(context),
           services_(context.services),
           stream_(stream),
+          interrupted_before_(context.services.activity.UserInterrupt),
           output_(context, rows, full_name, signature_total),
           failure_(context, full_name, stream) {}
 
@@ -32,6 +34,8 @@ class StreamParser {
     enum class Outcome { kDone, kFailed, kStop };
 
     Outcome ParseRecord();
+    bool Interrupted() const { return services_.activity.UserInterrupt && !interrupted_before_; }
+    void NoteInterruption(bool records_left);
     void AdvanceFrom(std::size_t start) const;
     void UpdateDisplays();
     void FinishDisplays();
@@ -53,6 +57,7 @@ class StreamParser {
     ParseContext& context_;
     Services& services_;
     std::string_view stream_;
+    const bool interrupted_before_;  // the application is to be finished: this stream is read whole
     EntryOutput output_;
     StreamFailure failure_;
     ParsePlace place_;
@@ -79,16 +84,15 @@ ParseResult StreamParser::Parse() {
     last_update_ = services_.clock.Timer();
     place_.position = kStreamSignature.size() + 1;
 
-    bool on = place_.position <= stream_.size();
-    while (on) {
+    bool records_left = place_.position <= stream_.size();
+    while (records_left) {
         const Outcome outcome = ParseRecord();
         if (outcome == Outcome::kStop) return ParseResult::kRejected;
-        on = outcome == Outcome::kDone && place_.position < stream_.size() &&
-             !services_.activity.UserInterrupt;
-        if (on) UpdateDisplays();
+        records_left = outcome == Outcome::kDone && place_.position < stream_.size();
+        if (Interrupted()) break;
+        if (records_left) UpdateDisplays();
     }
-    if (services_.activity.UserInterrupt)
-        services_.log.WriteLog("ParseAOT: User interrupted Zorvelrun with ESC key");
+    if (services_.activity.UserInterrupt) NoteInterruption(records_left);
     FinishDisplays();
     return ParseResult::kParsed;
 }
@@ -114,6 +118,12 @@ StreamParser::Outcome StreamParser::ParseRecord() {
 
 void StreamParser::AdvanceFrom(std::size_t start) const {
     if (place_.position == start) throw Error(kNoProgress);
+}
+
+void StreamParser::NoteInterruption(bool records_left) {
+    context_.stream_cut = records_left;
+    if (std::exchange(context_.interruption_logged, true)) return;
+    services_.log.WriteLog("ParseAOT: User interrupted Zorvelrun with ESC key");
 }
 
 void StreamParser::UpdateDisplays() {
@@ -144,6 +154,7 @@ void StreamParser::FinishDisplays() {
 ParseResult ParseAOT(ParseContext& context, OutputFile& rows, std::string_view full_name,
                      std::string_view stream, std::int32_t& signature_total) {
     signature_total = 0;
+    context.stream_cut = false;
     return StreamParser(context, rows, full_name, stream, signature_total).Parse();
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "shell/rule_lists.h"
 #include "shell/services.h"
@@ -51,9 +52,13 @@ struct ParseContext {
     IssueWriter& issues;
     RunCounters& counters;
     ParseProgress& progress;
-    Finder* finder = nullptr;        // set in a Find run only
-    double error_wait = 1.0;         // seconds to wait after a decoding error
-    std::int32_t parse_errors = 0;   // handled decoding errors of the run
+    Finder* finder = nullptr;                      // set in a Find run only
+    double error_wait = 1.0;                       // seconds to wait after a decoding error
+    std::unordered_map<std::string, int> dumps{};  // how many dump files the run made, by their second
+    bool lost_dump_told = false;                   // the user knows that dump files cannot be written
+    std::int32_t parse_errors = 0;                 // handled decoding errors of the run
+    bool interruption_logged = false;              // the log tells of the user's interruption of the run
+    bool stream_cut = false;         // the user interrupted the stream parsed last, which had records left
     std::string application_name{};  // for the status line
     bool only_application = false;   // exactly one application is selected: the overall bar follows, too
     double progress_share = 0;       // the part of the progress bar that belongs to this stream

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 
 #include "shell/formats.h"
 #include "shell/pause.h"
@@ -22,18 +23,43 @@ bool StreamFailure::Handle(const Error& error, const ParsePlace& place) {
         return false;
     }
     Pause(services_.clock, services_.ui, context_.error_wait);
-    const std::string dump_file =
-        services_.files.Path("Tempdata\\Zorvel_" + TimeStamp(services_.clock.Now()) + ".dmp");
-    Report(error, place, Advice(dump_file));
-    if (services_.options.session.CreateDMPFileOnError) WriteDump(dump_file, place);
+    Report(error, place, Advice(CreateDump(place)));
     ++context_.parse_errors;
     return true;
 }
 
+std::string StreamFailure::CreateDump(const ParsePlace& place) {
+    if (!services_.options.session.CreateDMPFileOnError) return {};
+    std::string dump_file = NewDumpPath();
+    try {
+        WriteDump(dump_file, place);
+        return dump_file;
+    } catch (const Error& error) {
+        ReportLostDump(dump_file, error);
+        return {};
+    }
+}
+
+// Named after the second; a second of many dump files numbers them from the second one on.
+std::string StreamFailure::NewDumpPath() {
+    std::string name = "Tempdata\\Zorvel_" + TimeStamp(services_.clock.Now());
+    const int number = ++context_.dumps[name];
+    if (number > 1) name += '_' + std::to_string(number);
+    return services_.files.Path(name + ".dmp");
+}
+
+void StreamFailure::ReportLostDump(const std::string& dump_file, const Error& error) {
+    const std::string text =
+        "Error" + ErrorText(error) + " occurred while the .DMP file (" + dump_file + ") was written";
+    services_.log.WriteLog("WARNING: ParseAOT: " + text);
+    LogDetail(services_.log, error);
+    if (std::exchange(context_.lost_dump_told, true)) return;
+    services_.ui.Tell(text + " - the run goes on without it", MessageIcon::kExclamation);
+}
+
 std::string StreamFailure::Advice(const std::string& dump_file) const {
     std::string advice = " - to aid diagnosis of this problem, please send the ";
-    if (services_.options.session.CreateDMPFileOnError)
-        advice += "created .DMP file (" + dump_file + ") and the ";
+    if (!dump_file.empty()) advice += "created .DMP file (" + dump_file + ") and the ";
     advice += "Zorvel log file (" + services_.log.LogFileName() +
               ") to the maintainer, using the data-sending option of the Help menu.";
     return advice;
@@ -78,12 +104,12 @@ void StreamFailure::WriteDump(const std::string& dump_file, const ParsePlace& pl
         if (!line.empty()) line += ',';
         line += PlainNumber(number) + ' ';
     }
-    OutputFile file = services_.files.Create(dump_file);
-    for (const std::string_view text : {full_name_, std::string_view(line), stream_}) {
-        file.Write(text);
-        file.Write("\r\n");
-    }
-    file.Close();
+    services_.files.WriteInPlace(dump_file, [&](OutputFile& file) {
+        for (const std::string_view text : {full_name_, std::string_view(line), stream_}) {
+            file.Write(text);
+            file.Write("\r\n");
+        }
+    });
 }
 
 }  // namespace zorvel

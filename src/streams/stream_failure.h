@@ -30,12 +30,17 @@ class StreamFailure {
     // All are used as long as the object lives.
     StreamFailure(ParseContext& context, std::string_view full_name, std::string_view stream);
 
-    // Reports a decoding error to the user and in the log, waits, writes the dump file when the options ask
-    // for it, and counts the error. Error 430 stops the whole run instead. True when the parser shall go on.
-    // Raises an OutputError when the dump file cannot be written.
+    // Waits, writes the dump file when the options ask for it, reports a decoding error to the user and in
+    // the log, and counts it. Error 430 stops the whole run instead. True when the parser shall go on. A dump
+    // file that cannot be written is reported, too.
     bool Handle(const Error& error, const ParsePlace& place);
 
   private:
+    // Writes the dump file and gives its path; an empty text when none is wanted or it could not be written.
+    std::string CreateDump(const ParsePlace& place);
+    std::string NewDumpPath();
+    void ReportLostDump(const std::string& dump_file, const Error& error);
+    // `dump_file` is empty when there is none.
     std::string Advice(const std::string& dump_file) const;
     void Report(const Error& error, const ParsePlace& place, const std::string& advice);
     void Warn(const std::string& advice);

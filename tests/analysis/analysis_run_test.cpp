@@ -2,9 +2,12 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+
 #include "analysis/analysis_run.h"
 #include "directory/memory_directory.h"
 #include "directory/ou_view_loader.h"
+#include "shell/formats.h"
 #include "stream_builder.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
@@ -26,6 +29,30 @@ using testing::StartsWith;
 const std::string kHealthy = "appDescription: d\naCL: 3#entry#cn=Bob,o=SITE#[All Attributes Rights]\n" +
                              StreamLine("appAdministratorNotes", "n");
 const std::string kBob = "dn: cn=Bob,o=SITE\nobjectClass: inetOrgPerson\ncn: Bob\n\n";
+
+// Notes what a Find run asks of its search.
+class FakeFindRun final : public FindRun {
+  public:
+    std::vector<std::string> calls;
+    bool results_lost = false;
+    std::int32_t stream_error = 0;
+    void Start() override { calls.emplace_back("start"); }
+    void BeginStream(std::string_view name, std::string_view full_name, std::string_view label) override {
+        calls.push_back(std::string(name) + " " + std::string(full_name) + " " + std::string(label));
+    }
+    void EndStream() noexcept override { calls.emplace_back("end"); }
+    void Finish() override {
+        calls.emplace_back("finish");
+        if (results_lost) throw OutputError(Error(errors::kDiskFull));
+    }
+    bool MatchesStream(std::string_view stream) override {
+        if (stream_error != 0) throw Error(stream_error);
+        return stream.find("findme") != std::string_view::npos;
+    }
+    void Find(char kind, std::string_view text) override {
+        calls.push_back(std::string(1, kind) + " " + std::string(text));
+    }
+};
 
 class Run : public testing::Test {
   protected:
@@ -242,13 +269,74 @@ TEST_F(Run, ApplicationsThatAreGoneAreToldAtTheEnd) {
     EXPECT_EQ(shell_.clock.slept, 0);
 }
 
-TEST_F(Run, EscapeFinishesTheApplicationAtHand) {
-    Load(test::LdifApplication("A", "o=SITE", kHealthy) + test::LdifApplication("B", "o=SITE", kHealthy));
-    shell_.ui.on_events = [&] { shell_.activity.UserInterrupt = true; };
-    shell_.activity.UserInterrupt = true;  // left from before: the run clears it
-    ASSERT_EQ(Go(), RunOutcome::kFinished);
-    EXPECT_EQ(Capture(), "16/11/2026 17:28:05,T1,SITE,1,,,,,,,Zorvelrun\r\n");
-    EXPECT_EQ(Data("AppDetails").find("B.SITE"), std::string::npos);
+TEST_F(Run, EscapeFinishesTheApplicationAtHandAndCutsNoStreamButTheOneItMeets) {
+    StreamBuilder copies;
+    copies.FileCopy("s", "a").FileCopy("s", "b").FileCopy("s", "findme").FileCopy("s", "d");
+    StreamBuilder keys;
+    keys.RegistryKeyCreate("k1").RegistryKeyCreate("k2").RegistryKeyCreate("findme");
+    const std::string streams =
+        StreamLine("appCopyFiles", copies.bytes()) + StreamLine("appRegistrySettings", keys.bytes());
+    Load(test::LdifApplication("A", "o=SITE", kHealthy + streams) +
+         test::LdifApplication("B", "o=SITE", kHealthy + streams));
+    shell_.clock.tick = 0.11;  // pending events run after every record
+    int events = 0;
+    shell_.ui.on_events = [&] {
+        if (shell_.ui.statuses.back() == "Querying eDirectory for 'A' (Copy Files)" && ++events == 2)
+            shell_.activity.UserInterrupt = true;
+    };
+    FakeFindRun find;
+    for (FindRun* search : {static_cast<FindRun*>(nullptr), static_cast<FindRun*>(&find)}) {
+        events = 0;
+        shell_.log.Open(false);
+        shell_.ui.answers = {Answer::kYes};  // the data of the run before may go
+        ASSERT_EQ(Go(search), RunOutcome::kFinished);
+        EXPECT_THAT(Data("CopyFiles"), HasSubstr("\r\nB\r\n"));
+        EXPECT_THAT(Data("CopyFiles"), Not(HasSubstr("\r\nFINDME\r\n")));
+        EXPECT_THAT(Data("RegistrySettings"), HasSubstr("A.SITE\r\nfindme\r\n"));
+        EXPECT_THAT(Capture(), HasSubstr("T1,SITE,1,2,,,,3,"));
+        EXPECT_THAT(Data("AppDetails"), Not(HasSubstr("B.SITE")));
+        const std::vector<std::string> log = shell_.LogLines();
+        const std::string line = "    ParseAOT: User interrupted Zorvelrun with ESC key";
+        EXPECT_EQ(std::count(log.begin(), log.end(), line), 1);
+        EXPECT_THAT(
+            log, Contains(" WARNING: Stream '(Copy Files)' of 'A.SITE' was cut by the user's interruption"));
+        EXPECT_EQ(log.back(), " WARNING: The " + std::string(search == nullptr ? "Zorvelrun" : "Find") +
+                                  " ended after 1 of 2 application(s) - Stream '(Copy Files)' of 'A.SITE' "
+                                  "was cut");
+    }
+}
+
+TEST_F(Run, WhatInterruptedARunDoesNotReachTheTreeReadBehindIt) {
+    const std::string macros = StreamLine("appMacros", StreamBuilder().Macro("A", "B").bytes());
+    Load(test::LdifApplication("A", "o=SITE", kHealthy + macros) + test::LdifUnit("LAB", "o=SITE"));
+    const std::string cache = shell_.folder.Read("TempData/T1.TreeCache");
+    ASSERT_THAT(cache, HasSubstr("LAB"));
+    const auto escape = [&] { shell_.activity.UserInterrupt = true; };
+    FakeFindRun find;
+    struct Case {
+        const char* what;
+        std::function<void()> on_events;
+        FindRun* find;
+        std::int32_t engine_error, directory_error;
+        RunOutcome outcome;
+    };
+    for (const Case& c : {Case{"a Find", escape, &find, 0, 0, RunOutcome::kFinished},
+                          Case{"error 430", {}, &find, errors::kNoAutomation, 0, RunOutcome::kFinished},
+                          Case{"a failure", escape, nullptr, 0, 600, RunOutcome::kFailed},
+                          Case{"a Zorvelrun", escape, nullptr, 0, 0, RunOutcome::kFinished},
+                          Case{"kept data", {}, nullptr, 0, 0, RunOutcome::kAbandoned}}) {
+        shell_.ui.on_events = c.on_events;
+        find.stream_error = c.engine_error;
+        directory_.faults.error_600_everywhere = c.directory_error != 0;
+        shell_.activity.UserInterrupt = true;  // whatever was left
+        EXPECT_EQ(Go(c.find), c.outcome) << c.what;
+        shell_.ui.on_events = {};
+        directory_.faults.error_600_everywhere = false;
+        test::FakeOUViewDisplay display;
+        EXPECT_TRUE(OUViewLoader(shell_.services, directory_, lists_, display, 0).RefreshOUView("T1", true));
+        ASSERT_EQ(shell_.folder.Read("TempData/T1.TreeCache"), cache) << "after " << c.what;
+        lists_.Select(lists_.AppList[0], true);
+    }
 }
 
 TEST_F(Run, PausesBetweenApplicationsAndThrottlesAllButTheLast) {
@@ -327,34 +415,61 @@ TEST_F(Run, ADirectoryThatFailsEndsTheRunOnce) {
     EXPECT_EQ(shell_.ui.statuses.back(), "The Zorvelrun has ended: The directory could not be read");
 }
 
-TEST_F(Run, ADamagedCaptureRecordIsNotTakenForImported) {
+TEST_F(Run, ADamagedCaptureRecordStandsForDataThatWasNotImported) {
     LoadApplication(kHealthy);
-    shell_.folder.Write("TempData/Zorvel_CaptureDetails.CSV", "yesterday,T1,SITE,1,,,,,,,Zorvelrun\r\n");
-    EXPECT_EQ(Go(), RunOutcome::kAbandoned);
-    EXPECT_THAT(shell_.ui.boxes.back().text, HasSubstr("(on yesterday) doesn't appear"));
+    const std::string file = "TempData/Zorvel_CaptureDetails.CSV";
+    const struct {
+        std::string record;
+        const char *captured, *damage;  // no date: the time of the file
+    } cases[] = {
+        {"yesterday,T1,SITE,1,,,,,,,Zorvelrun\r\n", "",
+         "13 (Type mismatch): 'yesterday' is not a date of the form dd/mm/yyyy"},
+        {"16/11/2026 17:28:05,T1,SITE\r\n", "16/11/2026 17:28:05",
+         "CaptureDetails.CSV, line 1: the row has not the 11 fields of its file"},
+        {"16/11/2026 17:28:05,T1,SITE,1,,,,,,,Find", "16/11/2026 17:28:05",
+         "CaptureDetails.CSV, line 1: the file ends within a record"},
+        {"16/11/2026 17:2", "", "CaptureDetails.CSV, line 1: the file ends within a record"},
+        {"", "", "CaptureDetails.CSV, line 1: the file is empty"},
+    };
+    for (const auto& row : cases) {
+        shell_.folder.Write(file, row.record);
+        const std::string written =
+            DateAndTime(shell_.files.Modified(shell_.files.Path(data_files::kCaptureDetails.name)));
+        shell_.ui.boxes.clear();
+        EXPECT_EQ(Go(), RunOutcome::kAbandoned);
+        EXPECT_THAT(shell_.OnlyBox(), HasSubstr("(on " + (*row.captured != 0 ? row.captured : written) +
+                                                ") doesn't appear to have been imported yet."));
+        EXPECT_EQ(shell_.folder.Read(file), row.record);
+        EXPECT_THAT(shell_.LogLines().back(),
+                    testing::AllOf(StartsWith(" WARNING: The capture record of the last run is damaged - "),
+                                   HasSubstr(row.damage)));
+    }
 }
 
-// Notes what a Find run asks of its search.
-class FakeFindRun final : public FindRun {
-  public:
-    std::vector<std::string> calls;
-    bool results_lost = false;
-    void Start() override { calls.emplace_back("start"); }
-    void BeginStream(std::string_view name, std::string_view full_name, std::string_view label) override {
-        calls.push_back(std::string(name) + " " + std::string(full_name) + " " + std::string(label));
-    }
-    void EndStream() noexcept override { calls.emplace_back("end"); }
-    void Finish() override {
-        calls.emplace_back("finish");
-        if (results_lost) throw OutputError(Error(errors::kDiskFull));
-    }
-    bool MatchesStream(std::string_view stream) override {
-        return stream.find("findme") != std::string_view::npos;
-    }
-    void Find(char kind, std::string_view text) override {
-        calls.push_back(std::string(1, kind) + " " + std::string(text));
-    }
-};
+TEST_F(Run, ANumberOptionThatHoldsNoneIsLeftOutAndToldOnce) {
+    StreamBuilder entries;
+    entries.IniValue("a", "b", "c", "d").TextFileChange(1, "f", "t").RegistryKeyCreate("k");
+    Load(test::LdifApplication("A", "o=SITE", kHealthy + StreamLine("appINISettings", entries.bytes())) +
+         test::LdifApplication("B", "o=SITE", kHealthy));
+    OptionControls& controls = shell_.options.controls;
+    for (const std::size_t box : {1U, 2U, 6U, 7U})
+        controls.checkGeneral[box] = 1;
+    controls.txtSlowINIThreshold = "1E999";
+    controls.txtSlowTextThreshold = "-1";
+    controls.txtThrottle = "NAN";
+    controls.txtSlowRegistryThreshold = "0";
+    ASSERT_EQ(Go(), RunOutcome::kFinished);
+    EXPECT_THAT(Issues(), ElementsAre("A.SITE|Application|||APPCOMPLEXREG"));
+    EXPECT_NEAR(shell_.clock.slept, 0.5 + 0.5, 1e-6) << "no throttle";
+    const auto told = [](const char* value_and_option) {
+        return testing::Field(&MessageBox::text,
+                              StartsWith("The value " + std::string(value_and_option) + " is not a number"));
+    };
+    EXPECT_THAT(shell_.ui.boxes,
+                ElementsAre(told("'1E999' of the option SlowINIFileThreshold"),
+                            told("'-1' of the option SlowTextFileThreshold"),
+                            told("'NAN' of the option eDirThrottle"), testing::_ /* the offer to import */));
+}
 
 TEST_F(Run, AFindRunSearchesTheStreamsAndReadsNoAssociations) {
     LoadApplication(kHealthy + StreamLine("appMacros", StreamBuilder().Macro("A", "B").bytes()) +

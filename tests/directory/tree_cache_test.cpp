@@ -136,6 +136,17 @@ TEST_F(TreeCache, AnOldCacheIsRereadOnlyWhenTheUserWantsIt) {
     }
 }
 
+TEST_F(TreeCache, AnAgeLimitThatIsNoNumberIsToldOnceAndTheCacheUsed) {
+    ASSERT_TRUE(Load());
+    shell_.options.controls.checkGeneral[8] = 1;
+    shell_.options.controls.txtCache = "99999999999999";
+    shell_.clock.now.year = 2027;
+    EXPECT_TRUE(Load());
+    EXPECT_TRUE(Load());
+    EXPECT_THAT(shell_.OnlyBox(), HasSubstr("'99999999999999' of the option AutoTreeCacheRefresh"));
+    EXPECT_EQ(lists_.counts.StatusPrefix, "Using cached Tree from 16/11/2026");
+}
+
 TEST_F(TreeCache, ABrokenCacheIsToldWithFileAndLine) {
     ASSERT_TRUE(Load());
     const std::string tree = shell_.folder.Read(kTreeCache);

@@ -66,7 +66,7 @@ TEST_F(RunWindow, WithoutARunThereIsNothingToImport) {
     EXPECT_THAT(boxes_[0], StartsWith("There is no record of a successful Zorvelrun having been done."));
 }
 
-TEST_F(RunWindow, EscapeEndsItAfterTheCurrentApplicationAndOtherInputIsDropped) {
+TEST_F(RunWindow, EscapeEndsItAfterTheCurrentApplicationAndNothingElse) {
     settings_.pace = {30, 0};  // without ESC the test would take minutes
     SelectAll();
     bool busy_seen = false;
@@ -83,6 +83,12 @@ TEST_F(RunWindow, EscapeEndsItAfterTheCurrentApplicationAndOtherInputIsDropped) 
     EXPECT_TRUE(busy_seen);
     EXPECT_THAT(folder_.Read("TempData/Zorvel_CaptureDetails.CSV"), HasSubstr(",1,"));
     EXPECT_FALSE(window_->controller().session().activity.Busy);
+
+    const std::string cache = folder_.Read("TempData/T1.TreeCache");
+    QTest::mouseClick(tabs().tabBar(), Qt::LeftButton, {}, tabs().tabBar()->tabRect(0).center());
+    Click("butTreeControl_6");  // the forced refresh reads the whole tree
+    EXPECT_THAT(cache, HasSubstr("DEEP"));
+    EXPECT_EQ(folder_.Read("TempData/T1.TreeCache"), cache);
 }
 
 TEST_F(RunWindow, ClosingTheWindowEndsTheRunAndThenTheProgram) {

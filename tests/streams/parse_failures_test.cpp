@@ -12,6 +12,7 @@ namespace {
 
 using namespace std::string_literals;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 // A first record that is sound, one of an unknown type, and one that is never reached.
@@ -68,21 +69,52 @@ TEST(StreamFailures, ShowNoMoreWarningsAfterTheAnswerNo) {
     EXPECT_EQ(parser.context.parse_errors, 2);
 }
 
-TEST(StreamFailures, LeaveADumpFileWhenTheOptionsAskForIt) {
+TEST(StreamFailures, LeaveDumpFilesOfTheirOwnWhenTheOptionsAskForThem) {
     TestParser parser;
     parser.shell.options.session.CreateDMPFileOnError = true;
     const std::string stream = StreamWithUnknownType();
-    parser.Parse(stream);
-    // The wait before each report is a second, so that the two files have names of their own.
-    EXPECT_EQ(parser.shell.folder.Read("TempData/Zorvel_261116172805.dmp"),
-              "Word.APPS.SITE\r\n 3 , 7 , 31 , 16 , 3 , 20 , 2 , 0 \r\n" + stream + "\r\n");
-    const std::string dump = parser.shell.files.ProgramFolder() + "\\Tempdata\\Zorvel_261116172805.dmp";
-    EXPECT_EQ(parser.shell.LogLines().at(0),
-              " WARNING: ParseAOT: Unrecognised data type 7 encountered -  - to aid diagnosis of this "
-              "problem, please "
-              "send the created .DMP file (" +
-                  dump + ") and the Zorvel log file (" + parser.shell.files.ProgramFolder() +
-                  "\\Zorvel.log) to the maintainer, using the data-sending option of the Help menu.");
+    for (const int second : {5, 6, 5}) {  // at the end the clock was put back
+        parser.shell.clock.now.second = second;
+        parser.Parse(stream);
+    }
+    // Each stream gives two reports.
+    const std::vector<std::string> log = parser.shell.LogLines();
+    const std::string names[] = {"05", "05_2", "06", "06_2", "05_3", "05_4"};
+    ASSERT_EQ(log.size(), std::size(names));
+    for (std::size_t i = 0; i < log.size(); ++i) {
+        const std::string name = "Zorvel_2611161728" + names[i] + ".dmp";
+        const std::string phase = i % 2 == 0 ? "2" : "3";
+        EXPECT_EQ(parser.shell.folder.Read("TempData/" + name),
+                  "Word.APPS.SITE\r\n " + phase + " , 7 , 31 , 16 , 3 , 20 , 2 , 0 \r\n" + stream + "\r\n");
+        const std::string dump = parser.shell.files.ProgramFolder() + "\\Tempdata\\" + name;
+        EXPECT_EQ(log[i].substr(log[i].find(" - ")),
+                  " -  - to aid diagnosis of this problem, please send the created .DMP file (" + dump +
+                      ") and the Zorvel log file (" + parser.shell.files.ProgramFolder() +
+                      "\\Zorvel.log) to the maintainer, using the data-sending option of the Help menu.");
+    }
+}
+
+TEST(StreamFailures, GoOnWithoutADumpFileThatCannotBeWritten) {
+    TestParser parser;
+    parser.shell.options.session.CreateDMPFileOnError = true;
+    const char* const ways[] = {"05", "05_2"};
+    for (const char* name : ways)
+        std::filesystem::create_directory(parser.shell.folder.path() / "TempData" /
+                                          ("Zorvel_2611161728" + std::string(name) + ".dmp"));
+    EXPECT_EQ(parser.Parse(StreamWithUnknownType()), ParseResult::kParsed);
+    EXPECT_EQ(parser.context.parse_errors, 2);
+    const std::string dump = parser.shell.files.ProgramFolder() + "\\Tempdata\\Zorvel_261116172805";
+    const auto lost = [&](const std::string& name) {
+        return "Error 75 (Path/File access error) occurred while the .DMP file (" + dump + name +
+               ") was written";
+    };
+    EXPECT_EQ(parser.shell.OnlyBox(), lost(".dmp") + " - the run goes on without it");
+    const std::string advice = LogAdvice(parser);
+    EXPECT_THAT(parser.shell.LogLines(),
+                ElementsAre(" WARNING: ParseAOT: " + lost(".dmp"), HasSubstr(dump + ".dmp"),
+                            " WARNING: ParseAOT: Unrecognised data type 7 encountered - " + advice,
+                            " WARNING: ParseAOT: " + lost("_2.dmp"), HasSubstr(dump + "_2.dmp"),
+                            " WARNING: ParseAOT: Infinite Loop encountered! - " + advice));
 }
 
 TEST(StreamFailures, LeaveTheLengthOfANameThatIsCutInTheDumpFile) {
@@ -97,8 +129,7 @@ TEST(StreamFailures, LeaveTheLengthOfANameThatIsCutInTheDumpFile) {
         TestParser parser;
         parser.shell.options.session.CreateDMPFileOnError = true;
         parser.Parse("AOT FILE" + row.record);
-        EXPECT_THAT(parser.shell.folder.Read("TempData/Zorvel_261116172805.dmp"),
-                    testing::HasSubstr(row.numbers));
+        EXPECT_THAT(parser.shell.folder.Read("TempData/Zorvel_261116172805_2.dmp"), HasSubstr(row.numbers));
     }
 }
 

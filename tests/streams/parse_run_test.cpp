@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "platform/regex.h"
@@ -78,11 +79,34 @@ TEST(StreamParse, ShowsItsProgressOnceASecond) {
     EXPECT_EQ(events, 3) << "ESC is noticed between the records, too";
 }
 
-TEST(StreamParse, StopsAtARecordBoundaryAfterEsc) {
+TEST(StreamParse, EndsAtTheNextRecordAfterEscAndTellsItOnce) {
+    const auto macros = [](int count) {
+        StreamBuilder stream;
+        while (count-- > 0)
+            stream.Macro("\\\\m", "v");
+        return stream.bytes();
+    };
+    const struct {
+        const char* what;
+        int records, pressed_after, read;
+        bool cut;
+    } cases[] = {
+        {"ESC within the stream", 4, 2, 3, true},
+        {"ESC before its last record", 4, 3, 4, false},
+        {"ESC before the stream", 4, 0, 4, false},
+    };
     TestParser parser;
-    parser.shell.activity.UserInterrupt = true;
-    EXPECT_EQ(parser.Parse(StreamBuilder().Macro("m", "v").Macro("n", "w").bytes()), ParseResult::kParsed);
-    EXPECT_EQ(parser.rows, Lines({TestParser::kFullName, "m", "v", "", ""}));
+    parser.shell.clock.tick = 0.11;  // pending events run after every record
+    for (const auto& row : cases) {
+        int events = 0;
+        parser.shell.activity.UserInterrupt = row.pressed_after == 0;
+        parser.shell.ui.on_events = [&] {
+            if (++events == row.pressed_after) parser.shell.activity.UserInterrupt = true;
+        };
+        EXPECT_EQ(parser.Parse(macros(row.records)), ParseResult::kParsed);
+        EXPECT_EQ(std::count(parser.rows.begin(), parser.rows.end(), '\n'), 5 * row.read) << row.what;
+        EXPECT_EQ(parser.context.stream_cut, row.cut) << row.what;
+    }
     EXPECT_THAT(parser.shell.LogLines(),
                 ElementsAre("    ParseAOT: User interrupted Zorvelrun with ESC key"));
 }

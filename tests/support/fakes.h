@@ -14,15 +14,17 @@
 
 namespace zorvel::test {
 
-// A clock that stands still except while somebody sleeps. It begins at 16 November 2026, 17:28:05.
+// A clock that stands still except while somebody sleeps, or moves on by `tick` seconds whenever its timer is
+// read. It begins at 16 November 2026, 17:28:05.
 class FakeClock final : public Clock {
   public:
     DateTime now{2026, 11, 16, 17, 28, 5};
-    double timer = 17 * 3600 + 28 * 60 + 5;
+    mutable double timer = 17 * 3600 + 28 * 60 + 5;
+    double tick = 0;
     double slept = 0;
 
     DateTime Now() const override { return now; }
-    double Timer() const override { return timer; }
+    double Timer() const override { return timer += tick; }
     void Sleep(double seconds) override {
         slept += seconds;
         timer += seconds;
