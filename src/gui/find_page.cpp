@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTimer>
+#include <utility>
 
 #include "gui/qt_text.h"
 #include "ui_find_page.h"
@@ -32,14 +33,17 @@ FindPage::FindPage(const Files& files, UserInterface& user, QWidget* parent)
     ui_->comFind->setEditText(ToQString(box_.comFind()));
     // What is typed is searched as it is typed: nothing completes it.
     ui_->comFind->setCompleter(nullptr);
+    // The keys and the focus are the box's own, the clicks those of the line edit in it.
     ui_->comFind->installEventFilter(this);
     ui_->comFind->lineEdit()->installEventFilter(this);
     connect(ui_->comFind, &QComboBox::activated, this, [this](int index) {
         box_.Choose(static_cast<std::size_t>(index));
         ShowDetail();
     });
-    connect(ui_->comFind->lineEdit(), &QLineEdit::textEdited, this,
-            [this](const QString& text) { box_.Edit(FromQString(text)); });
+    connect(ui_->comFind->lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
+        box_.Edit(FromQString(text));
+        ShowDetail();
+    });
     connect(ui_->butToClipBoard, &QPushButton::clicked, this, &FindPage::SendToClipboard);
     ShowDetail();
     ShowInfo();
@@ -60,24 +64,47 @@ std::optional<std::string> FindPage::PatternToFind() {
 }
 
 bool FindPage::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == ui_->comFind) {
-        // A wheel that only passes by chooses nothing.
-        if (event->type() != QEvent::Wheel) return QWidget::eventFilter(watched, event);
-        event->ignore();
-        return true;
+    bool done = false;
+    switch (event->type()) {
+        case QEvent::Wheel:
+            // A wheel that only passes by chooses nothing.
+            event->ignore();
+            return true;
+        case QEvent::FocusIn:
+            Enter(static_cast<const QFocusEvent*>(event)->reason());
+            break;
+        case QEvent::MouseButtonRelease:
+            // What the mouse has marked meanwhile stays as it is.
+            if (std::exchange(clicked_into_, false) && !ui_->comFind->lineEdit()->hasSelectedText())
+                SelectText();
+            break;
+        case QEvent::KeyPress:
+            done = PressKey(*static_cast<const QKeyEvent*>(event));
+            break;
+        default:
+            break;
     }
-    if (event->type() == QEvent::FocusIn) {
-        // After the line edit has placed its cursor, which would clear a selection made now.
-        QTimer::singleShot(0, ui_->comFind->lineEdit(), &QLineEdit::selectAll);
-    }
-    if (event->type() != QEvent::KeyPress || !EntersText(*static_cast<const QKeyEvent*>(event)))
-        return QWidget::eventFilter(watched, event);
-    const int key = static_cast<const QKeyEvent*>(event)->key();
-    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-    const bool start = box_.PressKey(enter ? FindBox::kEnterKey : key);
+    return done || QWidget::eventFilter(watched, event);
+}
+
+void FindPage::Enter(Qt::FocusReason reason) {
+    clicked_into_ = reason == Qt::MouseFocusReason;
+    const bool comes_back = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
+    if (!clicked_into_ && !comes_back) SelectText();
+}
+
+void FindPage::SelectText() {
+    // After the line edit has placed its cursor, which would clear a selection made now.
+    QTimer::singleShot(0, ui_->comFind->lineEdit(), &QLineEdit::selectAll);
+}
+
+bool FindPage::PressKey(const QKeyEvent& event) {
+    if (!EntersText(event)) return false;
+    const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    const bool start = box_.PressKey(enter ? FindBox::kEnterKey : event.key());
     ShowDetail();
     if (start) Q_EMIT SearchWanted();
-    return enter || QWidget::eventFilter(watched, event);
+    return enter;
 }
 
 void FindPage::ShowDetail() {

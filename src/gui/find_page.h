@@ -10,6 +10,7 @@
 #include "platform/user_interface.h"
 #include "streams/find_box.h"
 
+class QKeyEvent;
 namespace Ui {
 class FindPage;
 }
@@ -39,6 +40,11 @@ class FindPage final : public QWidget, public FindDisplay {
     void SearchWanted();
 
   private:
+    // The box takes the focus: its text is selected, by a click when the button is let go.
+    void Enter(Qt::FocusReason reason);
+    void SelectText();
+    // A key was pressed in the box. True when there is nothing more to be done with it.
+    bool PressKey(const QKeyEvent& event);
     void ShowDetail();
     void ShowInfo();
     void SendToClipboard();
@@ -47,6 +53,7 @@ class FindPage final : public QWidget, public FindDisplay {
     UserInterface& user_;
     std::unique_ptr<Ui::FindPage> ui_;
     FindBox box_;
+    bool clicked_into_ = false;  // by a button that is still pressed
 };
 
 }  // namespace zorvel

@@ -22,6 +22,16 @@ inline constexpr std::array<char, 256> kUpperCase = [] {
     return table;
 }();
 
+// The other case of every code: of a letter without one, and of all else, the code itself.
+inline constexpr std::array<char, 256> kOtherCase = [] {
+    std::array<char, 256> table = kUpperCase;
+    for (int code = 0; code < 256; ++code) {
+        const auto upper = static_cast<unsigned char>(kUpperCase[static_cast<std::size_t>(code)]);
+        if (upper != code) table[upper] = static_cast<char>(static_cast<unsigned char>(code));
+    }
+    return table;
+}();
+
 // Text of the code page from UTF-8. A character without a code, and each malformed sequence, becomes "?".
 // The five codes that Windows-1252 leaves open stand for the control characters of the same number.
 std::string FromUtf8(std::string_view utf8);

@@ -6,9 +6,12 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdint>
+#include <vector>
 
 #include "platform/error.h"
 #include "platform/regex_syntax.h"
+#include "platform/regex_tables.h"
 
 namespace zorvel {
 namespace {
@@ -70,9 +73,18 @@ T* Made(T* object) {
     return object;
 }
 
+std::vector<std::uint8_t> MakeTables() {
+    constexpr auto free_tables = [](const std::uint8_t* tables) { pcre2_maketables_free(nullptr, tables); };
+    std::uint32_t size = 0;
+    pcre2_config(PCRE2_CONFIG_TABLES_LENGTH, &size);
+    const std::unique_ptr<const std::uint8_t, Freer<free_tables>> made(Made(pcre2_maketables(nullptr)));
+    return CharacterTables({made.get(), size});
+}
+
 }  // namespace
 
 struct Regex::Engine {
+    std::vector<std::uint8_t> tables = MakeTables();  // the code refers to them
     std::unique_ptr<pcre2_code, Freer<pcre2_code_free>> code;
     std::unique_ptr<pcre2_match_context, Freer<pcre2_match_context_free>> context{
         Made(pcre2_match_context_create(nullptr))};
@@ -93,6 +105,7 @@ void Regex::Engine::Compile(std::string_view expression) {
     const std::unique_ptr<pcre2_compile_context, Freer<pcre2_compile_context_free>> settings(
         Made(pcre2_compile_context_create(nullptr)));
     pcre2_set_newline(settings.get(), kNewline);
+    pcre2_set_character_tables(settings.get(), tables.data());
     translated.text += kEveryPlace;
     int error = 0;
     PCRE2_SIZE offset = 0;

@@ -1,5 +1,6 @@
 // Regular expressions over text of the code page, one byte a character: those of ECMAScript, without regard
-// to case. ASCII letters alone have case and, with digits and "_", are the word characters of \w and \b.
+// to the case of the code page's letters. ASCII letters, digits and "_" alone are the word characters of \w
+// and \b.
 #pragma once
 
 #include <memory>

@@ -85,11 +85,12 @@ class Translator {
         at_ += count;
     }
     void EmitByte(Byte byte, std::size_t place) {
-        const char character = static_cast<char>(byte);
-        if (IsLetter(character) || IsDigit(character)) return Emit({&character, 1}, place);
-        std::string escaped = "\\x";
-        AppendHex(escaped, byte);
-        Emit(escaped, place);
+        AppendByte(out_.text, byte);
+        out_.places.resize(out_.text.size(), place);
+    }
+    void EmitCharacter(Byte byte, std::size_t place) {
+        AppendCharacter(out_.text, static_cast<char>(byte));
+        out_.places.resize(out_.text.size(), place);
     }
 
     std::string_view in_;
@@ -144,7 +145,7 @@ void Translator::TranslateItem() {
         default:
             break;
     }
-    EmitByte(static_cast<Byte>(in_[at_]), at_);
+    EmitCharacter(static_cast<Byte>(in_[at_]), at_);
     ++at_;
     repeatable_ = true;
 }
@@ -229,7 +230,7 @@ void Translator::TranslateEscape() {
     ++at_;
     const std::optional<Byte> byte = TakeCharacterEscape(false);
     if (!byte) return Emit(kNothing, place);
-    EmitByte(*byte, place);
+    EmitCharacter(*byte, place);
 }
 
 // Translates "\3" and "\k<name>"; false when the escape stands for something else.
@@ -278,7 +279,8 @@ void Translator::TranslateRange(const Member& first, const Member& last) {
     constexpr Byte kLastByte = 0xFF;
     const Byte end = last.byte.value_or(kLastByte);
     if (*first.byte > end) throw ExpressionFault(first.place, "a range out of order");
-    EmitMember(first);
+    if (*first.byte == end) return EmitMember(first);
+    EmitByte(*first.byte, first.place);
     Emit("-", first.place);
     EmitByte(end, last.place);
 }
@@ -300,7 +302,7 @@ Translator::Member Translator::TakeMember() {
 }
 
 void Translator::EmitMember(const Member& member) {
-    if (member.byte) EmitByte(*member.byte, member.place);
+    if (member.byte) EmitCharacter(*member.byte, member.place);
     if (member.set == 0) return;
     const char escaped[] = {'\\', member.set};
     Emit({escaped, sizeof escaped}, member.place);

@@ -1,4 +1,5 @@
-// Expressions that are nothing but texts to choose from, such as "http://|www\.".
+// Plain text in the engine's expressions, and expressions that are nothing but texts to choose from, such as
+// "http://|www\.".
 #pragma once
 
 #include <optional>
@@ -6,6 +7,11 @@
 #include <string_view>
 
 namespace zorvel {
+
+// Appends to an expression of PCRE2 the code `byte`.
+void AppendByte(std::string& expression, unsigned char byte);
+// Appends `character`, which matches itself and its other case.
+void AppendCharacter(std::string& expression, char character);
 
 // An expression of PCRE2 that matches in the same texts as `expression` does, if at other places, and is
 // looked for several times faster; none when `expression` is no choice of plain texts or there is no faster

@@ -12,7 +12,7 @@ void FindBox::Choose(std::optional<std::size_t> search) {
 
 void FindBox::Edit(std::string_view text) {
     text_ = text;
-    chosen_.reset();
+    Choose(std::nullopt);
 }
 
 bool FindBox::PressKey(int key) {

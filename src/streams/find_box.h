@@ -25,7 +25,7 @@ class FindBox {
 
     // A predefined search was clicked, by its number from 0; none when the click left the typed text.
     void Choose(std::optional<std::size_t> search);
-    // The text was edited: no predefined search is chosen any more.
+    // The text was edited: no predefined search is chosen any more, and the prompt is shown again.
     void Edit(std::string_view text);
     // The focus enters the box. Returns how many characters to select, from the first on: all.
     std::size_t Focus() const { return text_.size(); }

@@ -52,6 +52,11 @@ TEST_F(BatchFind, PrintsALineForEachMatchAndTheTotal) {
                                      "\\plain\\f2\\fs20\\cf1\\b  C:\\\\CAF\xC9\\\\WWW.TXT\\par\r\n"));
     EXPECT_THAT(folder_.Read("TempData/Zorvel_CaptureDetails.CSV"), HasSubstr(",Find\r\n"));
 
+    for (const char* typed : {"caf\xC3\xA9", "CAF\xC3\x89"}) {
+        EXPECT_EQ(Run({typed, "--all"}).out,
+                  "7-Zip.S\xC3\xA9\t(Copy Files)\tC:\\CAF\xC3\x89\\WWW.TXT\n"
+                  "Total of 1 match(es) found\n");
+    }
     const Result nothing = Run({"--all", "--", "-x\xC3\xA9?y"});
     EXPECT_EQ(nothing.status, 0) << nothing.err;
     EXPECT_EQ(nothing.out, "Total of 0 match(es) found\n");

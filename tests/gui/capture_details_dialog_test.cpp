@@ -18,7 +18,9 @@ namespace zorvel {
 namespace {
 
 using test::Control;
+using test::PressKey;
 using test::ShowActive;
+using test::TypeText;
 using testing::Contains;
 
 // Notes what the labels of a frame say each time it is painted.
@@ -81,8 +83,7 @@ TEST_F(CaptureDetailsDialog, ImportsUnderTheTypedCommentAndCannotBeClosedMeanwhi
     ShowActive(window);
     EXPECT_FALSE(Control<QLabel>(window, "labWarning").isVisible());
     const int height = window.height();
-    auto& comments = Control<QLineEdit>(window, "txtComments");
-    QTest::keyClicks(&comments, "it's mine");
+    TypeText("it's mine");
     int calls = 0;
     int bar = -1;
     folder_.ui.on_events = [&] {
@@ -92,15 +93,15 @@ TEST_F(CaptureDetailsDialog, ImportsUnderTheTypedCommentAndCannotBeClosedMeanwhi
         EXPECT_TRUE(Control<QFrame>(window, "frameStatus").isVisible());
         EXPECT_FALSE(Control<QPushButton>(window, "butOk").isVisible());
         EXPECT_FALSE(window.close());
-        QTest::keyClick(&window, Qt::Key_Escape);
-        QTest::keyClick(&window, Qt::Key_Return);
+        PressKey(Qt::Key_Escape);
+        PressKey(Qt::Key_Return);
         QTest::mouseClick(&Control<QPushButton>(window, "butCancel"), Qt::LeftButton);
         EXPECT_TRUE(window.isVisible());
         EXPECT_EQ(Control<QProgressBar>(window, "pbarImport").maximum(), 8);
         EXPECT_GE(Control<QProgressBar>(window, "pbarImport").value(), bar);
         bar = Control<QProgressBar>(window, "pbarImport").value();
     };
-    QTest::keyClick(&comments, Qt::Key_Return);
+    PressKey(Qt::Key_Return);
     EXPECT_GE(calls, 10);
     EXPECT_EQ(bar, 8);
     EXPECT_FALSE(window.isVisible());

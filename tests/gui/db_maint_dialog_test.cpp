@@ -16,6 +16,7 @@ namespace zorvel {
 namespace {
 
 using test::Control;
+using test::PressKey;
 using test::ShowActive;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -62,7 +63,7 @@ TEST_F(DBMaintDialog, ListsTheDatasetsAndSummarisesTheChosenOne) {
     EXPECT_EQ(window.focusWidget(), &List());
     EXPECT_THAT(Summary(), ElementsAre("17/11/2026 08:00:00", "TREE_17", "APPS & all.SITE", "1,234", "0",
                                        "<b>newer</b>"));
-    QTest::keyClick(&List(), Qt::Key_Down);
+    PressKey(Qt::Key_Down);
     EXPECT_EQ(Summary()[1], "TREE_16");
     QTest::mouseClick(&Control<QPushButton>(window, "butClose"), Qt::LeftButton);
     EXPECT_FALSE(window.isVisible());
@@ -72,7 +73,7 @@ TEST_F(DBMaintDialog, DeletesTheChosenDatasetUntilNoneIsLeft) {
     Add(16, "older");
     Add(17, "newer");
     frmDBMaint& window = Opened();
-    QTest::keyClick(&List(), Qt::Key_Down);
+    PressKey(Qt::Key_Down);
     Press("butDelete", Answer::kNo);
     EXPECT_EQ(List().count(), 2);
     EXPECT_EQ(List().currentRow(), 1);
@@ -90,7 +91,7 @@ TEST_F(DBMaintDialog, DeletesTheChosenDatasetUntilNoneIsLeft) {
     EXPECT_THAT(folder_.ui.boxes.back().text, HasSubstr("There are no Zorvel databases to maintain"));
     EXPECT_FALSE(Control<QPushButton>(window, "butDelete").isEnabled());
     EXPECT_FALSE(Control<QPushButton>(window, "butCompact").isEnabled());
-    QTest::keyClick(&window, Qt::Key_Escape);
+    PressKey(Qt::Key_Escape);
     EXPECT_FALSE(window.isVisible());
 }
 
@@ -98,7 +99,7 @@ TEST_F(DBMaintDialog, ActsOnTheChosenLineAndKeepsIt) {
     Add(16, "older");
     Add(17, "newer");
     frmDBMaint& window = Opened();
-    QTest::keyClick(&List(), Qt::Key_Down);
+    PressKey(Qt::Key_Down);
     EXPECT_EQ(Control<QPushButton>(window, "butCompact").text(), "C&ompact");
     Press("butCompact", Answer::kYes);
     EXPECT_THAT(folder_.ui.boxes.back().text,

@@ -19,7 +19,9 @@ namespace zorvel {
 namespace {
 
 using test::Control;
+using test::PressKey;
 using test::ShowActive;
+using test::TypeText;
 using testing::ElementsAre;
 
 class DocumentWindow : public testing::Test {
@@ -47,10 +49,10 @@ TEST_F(DocumentWindow, ShowsTheDocumentUntilItIsClosed) {
         EXPECT_EQ(browser.toPlainText(), "First line\nSee https://example.org/a?b=c, first.\nLast");
         EXPECT_TRUE(browser.isReadOnly());
         EXPECT_EQ(browser.textCursor().position(), 0);
-        QTest::keyClicks(&browser, "x");
+        TypeText("x");
         EXPECT_TRUE(browser.toPlainText().startsWith("First"));
         if (by_key)
-            QTest::keyClick(&browser, Qt::Key_Escape);
+            PressKey(Qt::Key_Escape);
         else
             QTest::mouseClick(&Control<QPushButton>(window, "butClose"), Qt::LeftButton);
         EXPECT_FALSE(window.isVisible());
@@ -75,19 +77,19 @@ TEST_F(DocumentWindow, IsSearchedAsTheLogIs) {
     auto& browser = Control<QTextBrowser>(window, "txtDocument");
     auto& said = Control<QLabel>(window, "labFound");
     const auto place = [&] { return browser.textCursor().selectionStart(); };
-    QTest::keyClick(&browser, Qt::Key_F, Qt::ControlModifier);
-    QTest::keyClicks(window.focusWidget(), "first");
+    PressKey(Qt::Key_F, Qt::ControlModifier);
+    TypeText("first");
     EXPECT_EQ(place(), 0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return said.text() == "2 matches"; }));
-    QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+    PressKey(Qt::Key_Return);
     EXPECT_EQ(place(), browser.toPlainText().lastIndexOf("first"));
-    QTest::keyClick(window.focusWidget(), Qt::Key_F3);
+    PressKey(Qt::Key_F3);
     EXPECT_EQ(place(), 0);
     EXPECT_EQ(said.text(), "2 matches - went on from the top");
-    QTest::keyClick(window.focusWidget(), Qt::Key_F3, Qt::ShiftModifier);
+    PressKey(Qt::Key_F3, Qt::ShiftModifier);
     EXPECT_EQ(place(), browser.toPlainText().lastIndexOf("first"));
     EXPECT_EQ(said.text(), "2 matches - went on from the end");
-    QTest::keyClicks(window.focusWidget(), "x");
+    TypeText("x");
     EXPECT_EQ(said.text(), "Nothing was found");
 }
 

@@ -30,11 +30,18 @@ class FindWindow : public MainWindowTest {
         ASSERT_EQ(Get<QAbstractButton>("butGenerate").text(), "&Find");
     }
     static std::string CopiedFiles();
-    QLineEdit& Box() { return *Get<QComboBox>("comFind").lineEdit(); }
+    QComboBox& Box() { return Get<QComboBox>("comFind"); }
+    std::string Selected() { return Box().lineEdit()->selectedText().toStdString(); }
+    void ClickBox() {
+        const QPoint place(20, Box().height() / 2);
+        QTest::mouseClick(window_->windowHandle(), Qt::LeftButton, {}, Box().mapTo(window_.get(), place));
+        QCoreApplication::processEvents();
+    }
+    // Replaces what stands in the box.
     void Type(const QString& text) {
         Box().setFocus();
-        Box().selectAll();
-        QTest::keyClicks(&Box(), text);
+        PressKey(Qt::Key_A, Qt::ControlModifier);
+        TypeText(text);
     }
     QString Prompt() { return Get<QTextEdit>("rtfPrompt").toPlainText(); }
     bool ResultsShown() { return Get<LineView>("rtfResults").isVisible(); }
@@ -50,15 +57,14 @@ std::string FindWindow::CopiedFiles() {
 }
 
 TEST_F(FindWindow, ListsTheMatchesOfAPredefinedSearch) {
-    auto& box = Get<QComboBox>("comFind");
-    EXPECT_EQ(box.currentText(), "(enter text)");
+    EXPECT_EQ(Box().currentText(), "(enter text)");
     EXPECT_EQ(Info(), "Zorvel Find");
     for (std::size_t i = 0; i < PredefinedSearches.size(); ++i)
-        EXPECT_EQ(box.itemText(static_cast<int>(i)).toStdString(), PredefinedSearches[i].name);
-    box.setFocus();
-    QTest::keyClick(&box, Qt::Key_Down);
-    QTest::keyClick(&box, Qt::Key_Down);
-    EXPECT_EQ(box.currentText(), "Executables - Basic");
+        EXPECT_EQ(Box().itemText(static_cast<int>(i)).toStdString(), PredefinedSearches[i].name);
+    Box().setFocus();
+    PressKey(Qt::Key_Down);
+    PressKey(Qt::Key_Down);
+    EXPECT_EQ(Box().currentText(), "Executables - Basic");
     EXPECT_THAT(Prompt().toStdString(), StartsWith("Basic executable file search"));
     Click("butGenerate");
     EXPECT_EQ(tabs().currentIndex(), 2);
@@ -78,21 +84,44 @@ TEST_F(FindWindow, ListsTheMatchesOfAPredefinedSearch) {
 
 TEST_F(FindWindow, SearchesWhatIsTypedAsItIsTyped) {
     Type("Exe");  // the name of a predefined search begins so
-    EXPECT_EQ(Box().text(), "Exe");
+    EXPECT_EQ(Box().currentText(), "Exe");
     EXPECT_THAT(Prompt().toStdString(), StartsWith("Please enter the text to find"));
-    QTest::keyClick(&Box(), Qt::Key_Return);
+    PressKey(Qt::Key_Return);
     EXPECT_EQ(Info(), "Total of 1 match(es) found");
     EXPECT_TRUE(ResultsShown());
-    for (const auto key : {Qt::Key_Tab, Qt::Key_Left, Qt::Key_Shift})
-        QTest::keyClick(&Box(), key);
+    Box().setFocus();
+    for (const auto key : {Qt::Key_Left, Qt::Key_Shift, Qt::Key_Tab})
+        PressKey(key);
     EXPECT_TRUE(ResultsShown()) << "keys that enter nothing leave the results";
     Type("t");
     EXPECT_FALSE(ResultsShown());
 }
 
+TEST_F(FindWindow, SelectsItsTextWhenItIsEnteredAndPromptsWhenItChanges) {
+    ClickBox();
+    EXPECT_EQ(Selected(), "(enter text)");
+    ClickBox();
+    EXPECT_EQ(Selected(), "") << "it was entered before";
+    PressKey(Qt::Key_Tab);
+    PressKey(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Selected(), "(enter text)");
+    QGuiApplication::clipboard()->setText("pasted");
+    const std::function<void()> changes[] = {
+        [] { TypeText("x"); },
+        [] { PressKey(Qt::Key_Backspace); },
+        [] { PressKey(Qt::Key_V, Qt::ControlModifier); },
+    };
+    for (const auto& change : changes) {
+        PressKey(Qt::Key_Down);
+        EXPECT_FALSE(Prompt().startsWith("Please enter the text")) << "a predefined search was chosen";
+        change();
+        EXPECT_TRUE(Prompt().startsWith("Please enter the text")) << Box().currentText().toStdString();
+    }
+}
+
 TEST_F(FindWindow, StartsNothingForABlankText) {
     Type("  ");
-    QTest::keyClick(&Box(), Qt::Key_Return);
+    PressKey(Qt::Key_Return);
     Click("butGenerate");
     EXPECT_FALSE(std::filesystem::exists(folder_.path() / "TempData/Zorvel.$$$"));
     EXPECT_TRUE(boxes_.empty());
@@ -101,15 +130,15 @@ TEST_F(FindWindow, StartsNothingForABlankText) {
 TEST_F(FindWindow, RefusesCharactersThatStreamsCannotHold) {
     const auto paste_and_start = [this](const char16_t* text) {
         QGuiApplication::clipboard()->setText(QString::fromUtf16(text));
-        Box().selectAll();
-        QTest::keyClick(&Box(), Qt::Key_V, Qt::ControlModifier);
-        QTest::keyClick(&Box(), Qt::Key_Return);
+        Type("");
+        PressKey(Qt::Key_V, Qt::ControlModifier);
+        PressKey(Qt::Key_Return);
     };
-    Box().setFocus();
     paste_and_start(u"caf\u00E9");
     EXPECT_EQ(Info(), "Total of 0 match(es) found");
     paste_and_start(u"\u4E2D");
-    EXPECT_EQ(boxes_.back(), "The expression holds a character that the code page of the streams lacks.");
+    ASSERT_EQ(boxes_.size(), 1U);
+    EXPECT_EQ(boxes_[0], "The expression holds a character that the code page of the streams lacks.");
 }
 
 TEST_F(FindWindow, TellsWhereAnExpressionIsWrongAndReadsNothing) {

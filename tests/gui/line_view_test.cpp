@@ -39,9 +39,7 @@ class LineViewTest : public testing::Test {
             body += "line " + std::string(i < 10 ? "00" : i < 100 ? "0" : "") + std::to_string(i) + "\\par ";
         Show(body);
     }
-    void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(&view_, static_cast<Qt::Key>(key), modifiers);
-    }
+    void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) { test::PressKey(key, modifiers); }
     QPoint At(std::size_t offset) const {
         const QRectF place = view_.CharacterRect(offset);
         return {static_cast<int>(place.left()) + 1, static_cast<int>(place.center().y())};

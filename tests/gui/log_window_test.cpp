@@ -31,12 +31,10 @@ class LogWindow : public testing::Test {
         ASSERT_TRUE(window_.Open(shell_.services));
         ShowActive(window_);
     }
-    void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(window_.focusWidget(), static_cast<Qt::Key>(key), modifiers);
-    }
+    void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) { test::PressKey(key, modifiers); }
     void Search(const char* needle) {
         Press(Qt::Key_F, Qt::ControlModifier);
-        QTest::keyClicks(window_.focusWidget(), needle);
+        test::TypeText(needle);
     }
     LineView& view() { return Control<LineView>(window_, "RichTextBox1"); }
     // The line of the selection, and the selection.

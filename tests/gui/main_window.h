@@ -56,7 +56,9 @@ class MainWindowTest : public testing::Test {
             *files_, clock_,
             [](const Files& files, Log& log) { return std::make_unique<MemoryDirectory>(files, log); },
             settings_);
-        return window_->StartUp("");
+        if (!window_->StartUp("")) return false;
+        window_->activateWindow();  // as a window manager does when the window of the reading closes
+        return TakesKeyboard(*window_);
     }
 
     // What the user does with the next dialogs, in their order; a message box that finds none is answered
@@ -146,7 +148,7 @@ class MainWindowTest : public testing::Test {
     }
     void AnswerDialog() {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (dialog == nullptr || dialog == answered_) return;
+        if (dialog == nullptr || dialog == answered_ || QApplication::activeWindow() != dialog) return;
         answered_ = dialog;
         QObject::connect(dialog, &QObject::destroyed, &watch_, [this] { answered_ = nullptr; });
         auto* box = qobject_cast<QMessageBox*>(dialog);
@@ -156,7 +158,7 @@ class MainWindowTest : public testing::Test {
             actions_.erase(actions_.begin());
             action(*dialog);
         } else if (box != nullptr) {
-            QTest::keyClick(box, Qt::Key_Return);
+            PressKey(Qt::Key_Return);
         } else {
             ADD_FAILURE() << "an unexpected dialog: " << dialog->objectName().toStdString();
             dialog->reject();

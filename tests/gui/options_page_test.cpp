@@ -23,10 +23,7 @@ struct Page {
     test::TestShell shell;
     OptionsPage page{shell.services};
 
-    Page() {
-        page.show();
-        page.activateWindow();
-    }
+    Page() { test::ShowActive(page); }
     OptionControls& controls() { return shell.options.controls; }
     template <typename T>
     T& Control(const char* name) {
@@ -39,6 +36,12 @@ struct Page {
         const bool check_box = qobject_cast<QCheckBox*>(&control) != nullptr;
         QTest::mouseClick(&control, Qt::LeftButton, {},
                           check_box ? QPoint(8, control.height() / 2) : QPoint());
+    }
+    // Replaces the text of a text box, which a click gives the focus.
+    void TypeInto(const char* name, const char* text) {
+        Click(name);
+        test::PressKey(Qt::Key_A, Qt::ControlModifier);
+        test::TypeText(text);
     }
     void ClickSpinner(const char* name, QStyle::SubControl button) {
         auto& spinner = Control<UpDown>(name);
@@ -121,10 +124,9 @@ TEST(OptionsPage, WhatIsTypedIntoANumberBoxCountsAtOnceAndIsNotChecked) {
     for (const BoxCase& c : kBoxes) {
         Page page;
         page.Click(c.check);
-        page.Text(c.text).selectAll();
-        QTest::keyClicks(&page.Text(c.text), "99999x");
+        page.TypeInto(c.text, "99999x");
         EXPECT_EQ(page.controls().*c.value, "99999x");
-        QTest::keyClick(&page.Text(c.text), Qt::Key_Return);
+        test::PressKey(Qt::Key_Return);
         page.Control<QPushButton>("butApply").setFocus();
         EXPECT_EQ(page.Text(c.text).text(), "99999x") << c.text;
     }
@@ -139,11 +141,11 @@ TEST(OptionsPage, ASpinnerStepsWithinItsRange) {
         page.ClickSpinner(c.spinner, QStyle::SC_SpinBoxUp);
         EXPECT_EQ(text.text(), "301") << c.text;
         page.ClickSpinner(c.spinner, QStyle::SC_SpinBoxDown);
-        QTest::keyClick(&text, Qt::Key_Down);
+        test::PressKey(Qt::Key_Down);
         EXPECT_EQ(page.controls().*c.value, "299") << c.text;
         for (const char* beyond : {"99999", c.highest}) {
             text.setText(beyond);
-            QTest::keyClick(&text, Qt::Key_Up);
+            test::PressKey(Qt::Key_Up);
             EXPECT_EQ(page.controls().*c.value, c.highest) << c.text;
         }
         for (const char* below : {"-3", "", c.lowest}) {
@@ -166,7 +168,7 @@ TEST(OptionsPage, SoundsAreChosenAndPlayedOnlyWhileEnabled) {
     enabled(false);
     page.Click("checkSoundsEnabled");
     enabled(true);
-    QTest::keyClicks(&page.Text("txtSound_1"), "ding");
+    page.TypeInto("txtSound_1", "ding");
     EXPECT_EQ(page.controls().txtSound[1], "ding");
     page.Click("butPlay_1");
     page.Click("butPlay_0");  // an empty box is silent
@@ -199,7 +201,8 @@ TEST(OptionsPage, ASoundIsFoundInTheProgramFolder) {
         const QString folder = QString::fromStdString(page.shell.folder.path().string());
         EXPECT_EQ(dialog->directory().absolutePath(), folder);
         dialog->selectFile(folder + "/Ding.wav");
-        QTest::keyClick(dialog, c.accepted ? Qt::Key_Return : Qt::Key_Escape);
+        ASSERT_TRUE(test::TakesKeyboard(*dialog));
+        test::PressKey(c.accepted ? Qt::Key_Return : Qt::Key_Escape);
         EXPECT_FALSE(dialog->isVisible());
         EXPECT_EQ(page.Text(c.text).text(), c.accepted ? folder + "/Ding.wav" : QString("before"));
     }

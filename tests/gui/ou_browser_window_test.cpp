@@ -3,7 +3,6 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QListWidget>
 
 #include "gui/main_window.h"
@@ -33,7 +32,7 @@ TEST_F(OUBrowserWindow, RemembersSelectionsOfSeveralContainers) {
     ClickNode("ACME (1)");
     EXPECT_EQ(Text("labApps"), " 1 application available, none selected.");
     list().setFocus();
-    QTest::keyClick(&list(), Qt::Key_Home);
+    PressKey(Qt::Key_Space);
     EXPECT_EQ(Text("labApps"), " 1 application available, all selected.");
     EXPECT_THAT(Status().toStdString(), StartsWith("Ready. 5 applications available, 3 selected."));
     ClickNode("APPS (3)");
@@ -47,9 +46,8 @@ TEST_F(OUBrowserWindow, RemembersSelectionsOfSeveralContainers) {
 
 TEST_F(OUBrowserWindow, ToolTipsShowNamesThatLookLikeMarkup) {
     folder_.Write("Trees/T2.ldif", "dn: o=\\<b\\>ZETA\nobjectClass: organization\n");
-    auto& trees = Get<QComboBox>("comTree");
-    trees.setFocus();
-    QTest::keyClick(&trees, Qt::Key_Down);
+    Get<QComboBox>("comTree").setFocus();
+    PressKey(Qt::Key_Down);
     ClickNode("<b>ZETA (0)");
     EXPECT_EQ(ShownTip(Node("<b>ZETA (0)").data(Qt::ToolTipRole).toString()), "NDS:\\\\T2\\<b>ZETA");
     EXPECT_EQ(Text("labCurrentOU"), "<b>ZETA");
@@ -116,7 +114,7 @@ TEST_F(OUBrowserWindow, CheckBoxMarksTheNodeAndItsDirectChildrenAlone) {
     tree().expandAll();
     ClickNode("EMPTY (0)");
     tree().setCurrentIndex(Node("SITE (0)"));
-    QTest::keyClick(&tree(), Qt::Key_Space);
+    PressKey(Qt::Key_Space);
     const auto checked = [this](const char* text) {
         return Node(text).data(Qt::CheckStateRole).toInt() == Qt::Checked;
     };
@@ -129,7 +127,7 @@ TEST_F(OUBrowserWindow, CheckBoxMarksTheNodeAndItsDirectChildrenAlone) {
     EXPECT_EQ(Node("[Root]").data(Qt::ForegroundRole).value<QBrush>().color(), QColor(128, 128, 128));
     EXPECT_EQ(Node("ACME (1)").data(Qt::ForegroundRole).value<QBrush>().color(), QColor(0, 0, 255));
     EXPECT_FALSE(Node("BARE (0)").data(Qt::ForegroundRole).isValid());
-    QTest::keyClick(&tree(), Qt::Key_Space);
+    PressKey(Qt::Key_Space);
     EXPECT_FALSE(checked("APPS (3)"));
 }
 
@@ -186,7 +184,7 @@ TEST_F(OUBrowserWindow, SavesASelectionAndLoadsItAgain) {
     ClickNode("ACME (1)");
     ClickItem(0);
     OnDialog([](QDialog& dialog) {
-        QTest::keyClicks(&Control<QLineEdit>(dialog, "txtComment"), "Two of them");
+        TypeText("Two of them");
         QTest::mouseClick(&Control<QAbstractButton>(dialog, "butSave"), Qt::LeftButton);
     });
     Menu("mnuFileExit_1").trigger();

@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 
 #include <QAbstractButton>
-#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -70,7 +69,7 @@ class ReportMenu : public MainWindowTest {
             EXPECT_EQ(dialog.objectName(), "frmReportOptions");
             asked_.push_back(dialog.windowTitle().toStdString());
             for (const Qt::Key key : keys)
-                QTest::keyClick(&Control<QListWidget>(dialog, "lstCapture"), key);
+                PressKey(key);
             QTest::mouseClick(&Control<QAbstractButton>(dialog, button), Qt::LeftButton);
         });
     }
@@ -135,14 +134,14 @@ TEST_F(ReportMenu, OpensAWindowForEachReportOnceItsOptionsAreChosen) {
 
 TEST_F(ReportMenu, IsUsedByKeys) {
     StartWithDatasets();
-    OnDialog([](QDialog& dialog) {
-        QTest::keyClick(&Control<QListWidget>(dialog, "lstCapture"), Qt::Key_Return);
-    });
-    QTest::keyClick(window_.get(), Qt::Key_R, Qt::AltModifier);
-    QTest::keyClick(&OpenMenu("&Reports"), Qt::Key_Up);  // to the last one
-    QTest::keyClick(&OpenMenu("&Reports"), Qt::Key_Right);
-    QTest::keyClick(&OpenMenu("Miscellaneous"), Qt::Key_Up);
-    QTest::keyClick(&OpenMenu("Miscellaneous"), Qt::Key_Return);
+    OnDialog([](QDialog&) { PressKey(Qt::Key_Return); });
+    PressKey(Qt::Key_R, Qt::AltModifier);
+    OpenMenu("&Reports");
+    PressKey(Qt::Key_Up);  // to the last one
+    PressKey(Qt::Key_Right);
+    OpenMenu("Miscellaneous");
+    PressKey(Qt::Key_Up);
+    PressKey(Qt::Key_Return);
     EXPECT_THAT(Windows(), ElementsAre("Application Flags Summary: NEW"));
 }
 
@@ -151,7 +150,7 @@ TEST_F(ReportMenu, WithoutADatasetThereIsNothingToReportOn) {
     Answer(QMessageBox::Ok);
     OnDialog([](QDialog& dialog) {
         EXPECT_FALSE(Control<QAbstractButton>(dialog, "butOk").isEnabled());
-        QTest::keyClick(&dialog, Qt::Key_Escape);
+        PressKey(Qt::Key_Escape);
     });
     Choose("Miscellaneous", "Associations by User");
     EXPECT_THAT(boxes_, ElementsAre("There are no recorded Zorvelled applications to report on - please try "

@@ -23,6 +23,7 @@ namespace zorvel {
 namespace {
 
 using test::Control;
+using test::PressKey;
 using test::ShowActive;
 using testing::Each;
 using testing::ElementsAre;
@@ -51,6 +52,11 @@ class ReportOptionsDialog : public testing::Test {
         QTest::mouseClick(&Get<QAbstractButton>(button), Qt::LeftButton);
         QCoreApplication::processEvents();
     }
+    // Presses a key on a control that the tab key leads to.
+    void PressOn(const char* control, Qt::Key key) {
+        Get<QWidget>(control).setFocus();
+        PressKey(key);
+    }
     QTreeWidget& Tree() { return Get<QTreeWidget>("treeRO"); }
     QTreeWidgetItem& Item(const QString& text) {
         return *Tree().findItems(text, Qt::MatchStartsWith | Qt::MatchRecursive).at(0);
@@ -58,7 +64,7 @@ class ReportOptionsDialog : public testing::Test {
     // Presses the space bar on an item.
     void Toggle(const QString& text) {
         Tree().setCurrentItem(&Item(text));
-        QTest::keyClick(&Tree(), Qt::Key_Space);
+        PressOn("treeRO", Qt::Key_Space);
     }
     // A category as it is shown: "[*]" checked and bold, "[x]" checked, "[ ]" neither.
     static std::string Mark(const QTreeWidgetItem& item) {
@@ -96,16 +102,16 @@ TEST_F(ReportOptionsDialog, ShowsTheDatasetsAndTheOrders) {
     EXPECT_EQ(window.focusWidget(), &list);
     EXPECT_EQ(list.item(1)->text(), "16/11/2026 08:00:00  -  older  -  Zorvel_261116080000.MDB");
     EXPECT_EQ(Summary().back(), "<b>newer</b>");
-    QTest::keyClick(&list, Qt::Key_Down);
+    PressKey(Qt::Key_Down);
     EXPECT_EQ(Summary().back(), "older");
     auto& orders = Get<QComboBox>("comboSortBy");
     EXPECT_EQ(orders.count(), 3);
     EXPECT_EQ(orders.currentText(), "Application Icon/Run Order");
-    QTest::keyClick(&orders, Qt::Key_Up);
-    QTest::keyClick(&Get<QCheckBox>("chkOrder"), Qt::Key_Space);
+    PressOn("comboSortBy", Qt::Key_Up);
+    PressOn("chkOrder", Qt::Key_Space);
     EXPECT_FALSE(Get<QPushButton>("butAdvanced").isEnabled());
     // Enter on the list presses the default button.
-    QTest::keyClick(&list, Qt::Key_Return);
+    PressOn("lstCapture", Qt::Key_Return);
     EXPECT_EQ(window.result(), QDialog::Accepted);
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(choice_.dataset, "Zorvel_261116080000.MDB");
@@ -125,8 +131,8 @@ TEST_F(ReportOptionsDialog, CancelsInEveryWayOfLeaving) {
     Add(16, "a run");
     const std::vector<std::function<void()>> ways = {
         [this] { Press("butCancel"); },
-        [this] { QTest::keyClick(&*window_, Qt::Key_C, Qt::AltModifier); },
-        [this] { QTest::keyClick(&*window_, Qt::Key_Escape); },
+        [] { PressKey(Qt::Key_C, Qt::AltModifier); },
+        [] { PressKey(Qt::Key_Escape); },
         [this] { window_->close(); },
     };
     for (const auto& leave : ways) {
@@ -199,7 +205,7 @@ TEST_F(ReportOptionsDialog, TreeButtonsSetAllIssues) {
     EXPECT_THAT(Categories(), Each(StartsWith("[ ] ")));
     Press("butTreeROControl_1");
     EXPECT_THAT(Categories(), Each(StartsWith("[*] ")));
-    QTest::keyClick(&Get<QToolButton>("butTreeROControl_2"), Qt::Key_Space);
+    PressOn("butTreeROControl_2", Qt::Key_Space);
     EXPECT_THAT(Categories(), Each(StartsWith("[ ] ")));
     Press("butOk");
     EXPECT_THAT(folder_.OnlyBox(), StartsWith("Warning: all issues have been disabled"));
@@ -218,7 +224,7 @@ TEST_F(ReportOptionsDialog, TabLeadsThroughTheControls) {
     std::vector<std::string> order;
     do {
         order.push_back(window_->focusWidget()->objectName().toStdString());
-        QTest::keyClick(window_->focusWidget(), Qt::Key_Tab);
+        PressKey(Qt::Key_Tab);
     } while (window_->focusWidget()->objectName() != "lstCapture" && order.size() < 20);
     EXPECT_THAT(order, ElementsAre("lstCapture", "txtComments", "comboSortBy", "chkOrder", "butAdvanced",
                                    "treeRO", "butTreeROControl_1", "butTreeROControl_2", "butTreeROControl_3",
@@ -231,7 +237,8 @@ TEST_F(ReportOptionsDialog, ClosesOnAFailureAndRaisesIt) {
     Opened("Issue Summary");
     QTimer::singleShot(0, &*window_, [this] {
         folder_.master->Execute("DROP TABLE Zorvel_CaptureDetails");
-        QTest::keyClick(&Get<QListWidget>("lstCapture"), Qt::Key_Down);
+        ASSERT_TRUE(test::TakesKeyboard(*window_));
+        PressKey(Qt::Key_Down);
     });
     EXPECT_EQ(test::RaisedBy([this] { window_->exec(); }).number(), errors::kStore);
     EXPECT_FALSE(window_->isVisible());

@@ -41,7 +41,7 @@ class ReportOutput : public test::ReportWindowTest {
     void WhenAsked(const std::function<void(Dialog&)>& answer) {
         QTimer::singleShot(5, &timers_, [this, answer] {
             auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-            if (dialog != nullptr && dialog->isVisible())
+            if (dialog != nullptr && QApplication::activeWindow() == dialog)
                 answer(*dialog);
             else
                 WhenAsked<Dialog>(answer);
@@ -51,9 +51,9 @@ class ReportOutput : public test::ReportWindowTest {
     void SaveAs(const std::string& name, int filter = 0, bool over = false) {
         Activate(*window_);
         WhenAsked<QFileDialog>([this, name, filter, over](QFileDialog& dialog) {
-            auto& filters = Control<QComboBox>(dialog, "fileTypeCombo");
+            Control<QComboBox>(dialog, "fileTypeCombo").setFocus();
             for (int step = 0; step < filter; ++step)
-                QTest::keyClick(&filters, Qt::Key_Down);
+                test::PressKey(Qt::Key_Down);
             auto& box = Control<QLineEdit>(dialog, "fileNameEdit");
             offered_ = box.text().toStdString();
             box.setText(QString::fromStdString((shell_.folder.path() / name).string()));
@@ -62,7 +62,8 @@ class ReportOutput : public test::ReportWindowTest {
                     QTest::mouseClick(question.button(QMessageBox::Yes), Qt::LeftButton);
                 });
             }
-            QTest::keyClick(&box, Qt::Key_Return);
+            box.setFocus();
+            test::PressKey(Qt::Key_Return);
         });
         Press(Qt::Key_S, Qt::ControlModifier);
     }

@@ -81,7 +81,7 @@ class ReportWindowTest : public testing::Test {
     }
     ReportView& view() { return Control<ReportView>(*window_, "viewReport"); }
     void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(window_->focusWidget(), static_cast<Qt::Key>(key), modifiers);
+        PressKey(key, modifiers);
         QCoreApplication::processEvents();
     }
     void Click(const char* action) {

@@ -46,7 +46,7 @@ class ReportWindow : public test::ReportWindowTest {
     QImage Seen() { return view().viewport()->grab().toImage(); }
     void Search(const char* needle) {
         Press(Qt::Key_F, Qt::ControlModifier);
-        QTest::keyClicks(window_->focusWidget(), needle);
+        test::TypeText(needle);
     }
     QModelIndex Node(int row, const QModelIndex& parent = {}) {
         return tree().model()->index(row, 0, parent);
@@ -109,9 +109,9 @@ TEST_F(ReportWindow, TurnsPages) {
     auto& box = Control<QSpinBox>(*window_, "txtPage");
     box.setFocus();
     box.selectAll();
-    QTest::keyClicks(&box, "5");
+    test::TypeText("5");
     EXPECT_EQ(view().page(), 0U) << "not before Enter";
-    QTest::keyClick(&box, Qt::Key_Return);
+    Press(Qt::Key_Return);
     EXPECT_EQ(view().page(), 4U);
     EXPECT_EQ(window_->focusWidget(), &view());
     // Arrows and PageDown move what is seen; the box follows.
@@ -175,7 +175,7 @@ TEST_F(ReportWindow, FindsWhatIsShown) {
     Open(MakeReport());
     Search("caf");
     EXPECT_EQ(Mark(), "cell 10.1@4 Caf");
-    Control<QLineEdit>(*window_, "txtFind").insert(QString::fromUtf8("\xC3\xA9"));
+    test::TypeText(QString::fromUtf8("\xC3\xA9"));
     EXPECT_EQ(Mark(), "cell 10.1@4 Caf\xC3\xA9");
     EXPECT_TRUE(QTest::qWaitFor([&] { return Said() == "2 matches"; }));
     Press(Qt::Key_Return);
@@ -200,8 +200,7 @@ TEST_F(ReportWindow, FindsWhatIsShown) {
         {"key\\120", "cell 240.0@0 Key\\120", "1 match"},  // the row below repeats it
     };
     for (const Case& test : cases) {
-        Control<QLineEdit>(*window_, "txtFind").selectAll();
-        QTest::keyClicks(&Control<QLineEdit>(*window_, "txtFind"), test.needle);
+        Search(test.needle);
         EXPECT_TRUE(QTest::qWaitFor([&] { return Said().rfind(test.said, 0) == 0; }))
             << test.needle << ": " << Said();
         EXPECT_EQ(Mark(), test.mark);
@@ -240,7 +239,7 @@ TEST_F(ReportWindow, CopiesWhatWasFoundAndWhatStandsUnderThePointer) {
         Q_EMIT view().customContextMenuRequested(view().MarkRect()->center().toPoint());
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         ASSERT_NE(menu, nullptr);
-        QTest::keyClick(menu, c.entry);
+        test::PressKey(c.entry);
         EXPECT_EQ(QGuiApplication::clipboard()->text(), QString::fromUtf8(c.copied));
     }
     Q_EMIT view().customContextMenuRequested(QPoint(1, 1));
@@ -278,7 +277,7 @@ TEST_F(ReportWindow, JumpsToGroupsAndFollowsThePages) {
     EXPECT_THAT(Selected(), StartsWith("App 2.")) << "the site is open";
     ClickNode(Node(1));
     EXPECT_EQ(view().page(), second);
-    QTest::keyClick(&tree(), Qt::Key_Down);
+    Press(Qt::Key_Down);
     EXPECT_EQ(Selected(), "App 2.1");
 }
 
@@ -323,7 +322,7 @@ TEST_F(ReportWindow, ThereCanBeSeveralAndEachKeepsItsReport) {
     EXPECT_NE(LastPage(), Control<QSpinBox>(*first, "txtPage").maximum());
     EXPECT_TRUE(first->isVisible());
     Activate(*first);
-    QTest::keyClick(first->focusWidget(), Qt::Key_W, Qt::ControlModifier);
+    test::PressKey(Qt::Key_W, Qt::ControlModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return first.isNull(); }));
     EXPECT_TRUE(kept.expired());
     Activate(*window_);

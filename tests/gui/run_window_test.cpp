@@ -3,7 +3,6 @@
 
 #include <QAction>
 #include <QDesktopServices>
-#include <QLineEdit>
 #include <QListWidget>
 
 #include "gui/main_window.h"
@@ -46,7 +45,7 @@ TEST_F(RunWindow, ImportsAtOnceAndMaintainsTheDataset) {
     SelectAll();
     Answer(QMessageBox::Yes);
     OnDialog([](QDialog& dialog) {
-        QTest::keyClicks(&Control<QLineEdit>(dialog, "txtComments"), "First audit");
+        TypeText("First audit");
         QTest::mouseClick(&Control<QAbstractButton>(dialog, "butOk"), Qt::LeftButton);
     });
     Click("butGenerate");
@@ -76,7 +75,7 @@ TEST_F(RunWindow, EscapeEndsItAfterTheCurrentApplicationAndNothingElse) {
         EXPECT_EQ(Text("labSelected"), "5");
         QTest::mouseClick(tabs().tabBar(), Qt::LeftButton, {}, tabs().tabBar()->tabRect(1).center());
         EXPECT_EQ(tabs().currentIndex(), 3) << "the click was dropped";
-        QTest::keyClick(window_.get(), Qt::Key_Escape);
+        PressKey(Qt::Key_Escape);
     });
     Answer(QMessageBox::No);
     Click("butGenerate");

@@ -22,7 +22,9 @@ namespace zorvel {
 namespace {
 
 using test::Control;
+using test::PressKey;
 using test::ShowActive;
+using test::TypeText;
 using testing::HasSubstr;
 
 const std::string kFile = "TempData/T1-50000000.AppSelection";
@@ -62,8 +64,7 @@ TEST_F(SelectionDialogs, SavesUnderTheTypedComment) {
     EXPECT_EQ(Control<QLabel>(window, "labComment").text(), ToQString(SaveSelections::labComment));
     auto& comment = Control<QLineEdit>(window, "txtComment");
     EXPECT_EQ(window.focusWidget(), &comment);
-    QTest::keyClicks(&comment, "caf");
-    QTest::sendKeyEvent(QTest::Click, &comment, Qt::Key_Eacute, QStringLiteral("\u00E9"), {});
+    TypeText(QStringLiteral("caf\u00E9"));
     QTest::mouseClick(&Control<QPushButton>(window, "butSave"), Qt::LeftButton);
     EXPECT_THAT(shell_.folder.Read(kFile), HasSubstr("\r\n\"caf\xE9\"\r\n\"Word\",\"SITE\"\r\n"));
     EXPECT_FALSE(window.isVisible());
@@ -75,7 +76,7 @@ TEST_F(SelectionDialogs, SavesOnEnterAndNotOnExit) {
         frmSaveSelections window(save_);
         ShowActive(window);
         if (escape) {
-            QTest::keyClick(&window, Qt::Key_Escape);
+            PressKey(Qt::Key_Escape);
         } else {
             QTest::mouseClick(&Control<QPushButton>(window, "butExit"), Qt::LeftButton);
         }
@@ -86,13 +87,13 @@ TEST_F(SelectionDialogs, SavesOnEnterAndNotOnExit) {
     frmSaveSelections window(save_);
     ShowActive(window);
     auto& comment = Control<QLineEdit>(window, "txtComment");
-    QTest::keyClicks(&comment, "mine");
+    TypeText("mine");
     std::filesystem::rename(shell_.folder.path() / "TempData", shell_.folder.path() / "away");
-    QTest::keyClick(&comment, Qt::Key_Return);
+    PressKey(Qt::Key_Return);
     EXPECT_TRUE(window.isVisible()) << "it could not be saved";
     EXPECT_EQ(comment.text(), "mine");
     std::filesystem::rename(shell_.folder.path() / "away", shell_.folder.path() / "TempData");
-    QTest::keyClick(&comment, Qt::Key_Return);
+    PressKey(Qt::Key_Return);
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(shell_.folder.Has(kFile));
 }
@@ -109,7 +110,7 @@ TEST_F(SelectionDialogs, ShowsTheCommentOfTheLineThatIsChosen) {
     EXPECT_EQ(list.currentRow(), 0);
     EXPECT_EQ(window.focusWidget(), &list);
     EXPECT_EQ(Comment(), "of <b>word</b>");
-    QTest::keyClick(&list, Qt::Key_Down);
+    PressKey(Qt::Key_Down);
     EXPECT_EQ(Comment(), "of calc");
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(0)).center());
     EXPECT_EQ(Comment(), "of <b>word</b>");
@@ -127,7 +128,7 @@ TEST_F(SelectionDialogs, LoadsByButtonEnterOrDoubleClick) {
         frmLoadSelections window(load);
         ShowActive(window);
         auto& list = Control<QListWidget>(window, "lstLoad");
-        QTest::keyClick(&list, Qt::Key_Down);
+        PressKey(Qt::Key_Down);
         how(window, list);
         EXPECT_TRUE(window.isVisible()) << "No is the default";
         EXPECT_TRUE(lists_.AppList[0].Selected);
@@ -144,7 +145,7 @@ TEST_F(SelectionDialogs, LoadsByButtonEnterOrDoubleClick) {
     load_second([](frmLoadSelections& window, QListWidget&) {
         QTest::mouseClick(&Control<QPushButton>(window, "butLoad"), Qt::LeftButton);
     });
-    load_second([](frmLoadSelections&, QListWidget& list) { QTest::keyClick(&list, Qt::Key_Return); });
+    load_second([](frmLoadSelections&, QListWidget&) { PressKey(Qt::Key_Return); });
     load_second([](frmLoadSelections&, QListWidget& list) {
         const QPoint place = list.visualItemRect(list.item(1)).center();
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
@@ -157,7 +158,7 @@ TEST_F(SelectionDialogs, HasNothingToLoadWithoutSavedSelections) {
     EXPECT_EQ(Control<QListWidget>(window, "lstLoad").count(), 0);
     EXPECT_EQ(Comment(), "");
     EXPECT_FALSE(Control<QPushButton>(window, "butLoad").isEnabled());
-    QTest::keyClick(&window, Qt::Key_Return);
+    PressKey(Qt::Key_Return);
     EXPECT_TRUE(window.isVisible());
     EXPECT_TRUE(shell_.ui.boxes.empty());
 }

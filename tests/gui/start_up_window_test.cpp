@@ -50,9 +50,8 @@ TEST_F(StartUpWindow, SwitchesToAnotherTree) {
     ClickNode("ACME (1)");
     ClickItem(0);
     EXPECT_TRUE(Get<QAbstractButton>("butGenerate").isEnabled());
-    auto& trees = Get<QComboBox>("comTree");
-    trees.setFocus();
-    QTest::keyClick(&trees, Qt::Key_Down);
+    Get<QComboBox>("comTree").setFocus();
+    PressKey(Qt::Key_Down);
     EXPECT_THAT(Nodes(), ElementsAre("[Root]", " ZETA (1)"));
     EXPECT_THAT(Items(), ElementsAre("Tool")) << "the old lines stay until a node is clicked, unselected";
     EXPECT_FALSE(Get<QAbstractButton>("butGenerate").isEnabled());
@@ -80,7 +79,8 @@ TEST_F(StartUpWindow, EndsWhenSomethingItNeedsIsMissing) {
 TEST_F(StartUpWindow, WelcomesUntilTheUserSuppressesIt) {
     std::filesystem::remove(folder_.path() / "TempData/welcome.nal");
     OnDialog([](QDialog& dialog) {
-        QTest::keyClick(dialog.findChild<QCheckBox*>(), Qt::Key_Space);
+        dialog.findChild<QCheckBox*>()->setFocus();
+        PressKey(Qt::Key_Space);
         dialog.reject();
     });
     ASSERT_TRUE(Start());

@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QToolTip>
 
+#include "gui/controls.h"
 #include "gui/elided_label.h"
 #include "gui/frm_cache_tree.h"
 #include "gui/tool_tip.h"
@@ -168,7 +169,8 @@ TEST(CacheTree, ShowsHowFarTheReadingIs) {
 TEST(CacheTree, StaysUntilTheProgramClosesIt) {
     frmCacheTree window;
     window.ShowCacheTree("Refreshing");
-    QTest::keyClick(&window, Qt::Key_Escape);
+    ASSERT_TRUE(test::TakesKeyboard(window));
+    test::PressKey(Qt::Key_Escape);
     window.close();
     EXPECT_TRUE(window.isVisible());
     window.SetLabApps("5");

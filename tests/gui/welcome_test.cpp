@@ -10,6 +10,7 @@
 #include <set>
 
 #include "gui/class_icons.h"
+#include "gui/controls.h"
 #include "gui/frm_welcome.h"
 
 namespace zorvel {
@@ -22,11 +23,11 @@ TEST(Welcome, IsSuppressedWhenTheUserTicksSo) {
     } cases[] = {{false, Qt::Key_Return}, {true, Qt::Key_Return}, {true, Qt::Key_Escape}};
     for (const auto& c : cases) {
         frmWelcome window;
-        window.show();
+        test::ShowActive(window);
         if (c.ticked) {
             QTest::mouseClick(window.findChild<QCheckBox*>("checkSuppress"), Qt::LeftButton, {}, {8, 8});
         }
-        QTest::keyClick(&window, c.closing);
+        test::PressKey(c.closing);
         EXPECT_FALSE(window.isVisible());
         EXPECT_EQ(window.suppress(), c.ticked);
     }

@@ -5,7 +5,11 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
+#include "platform/code_page.h"
+#include "platform/hex.h"
+#include "platform/regex_tables.h"
 #include "support/errors.h"
 
 namespace zorvel {
@@ -22,7 +26,11 @@ TEST(Regex, ReadsExpressionsAsECMAScriptDoes) {
     } cases[] = {
         // Case and characters.
         {"setup", "SETUP.EXE", true},
-        {"\xE9", "\xC9", false},
+        {"r\xE9serve", "R\xC9SERVE", true},
+        {"R\xC9SERVE", "r\xE9serve", true},
+        {R"(^\u0161$)", "\x8A", true},
+        {"\xDF", "SS", false},
+        {"\xF7", "\xD7", false},
         {R"(\w)", "\xE9", false},
         {R"(\xe9)", "\xE9", true},
         {R"(\u00E9)", "\xE9", true},
@@ -58,6 +66,9 @@ TEST(Regex, ReadsExpressionsAsECMAScriptDoes) {
         {R"(^[^\0-\u007F]$)", "\xFF", true},
         {R"([\u4E00-\uFFFF])", "\xFF", false},
         {R"([a-\uFFFF])", "\xFF", true},
+        {"^[\xE0-\xEF]+$", "\xC9\xE9", true},
+        {"[^\xE9]", "\xE9\xC9", false},
+        {"[\xFF-\xFF]", "\x9F", true},
         // Quantifiers and braces.
         {"^a{2}$", "aa", true},
         {"^a{,2}{$", "a{,2}{", true},
@@ -66,6 +77,7 @@ TEST(Regex, ReadsExpressionsAsECMAScriptDoes) {
         // Groups and references.
         {R"((a)|\1b)", "b", true},
         {R"(^(ab)\1$)", "ABab", true},
+        {"^(\xE9\x9E)\\1$", "\xE9\x8E\xC9\x9E", true},
         {R"(^(?<n>a)\k<n>$)", "aa", true},
         {R"(^\k$)", "k", true},
         {R"(^(a)\2$)", "a\2"sv, true},
@@ -77,6 +89,49 @@ TEST(Regex, ReadsExpressionsAsECMAScriptDoes) {
     for (const auto& c : cases) {
         EXPECT_EQ(Regex(c.expression).Matches(c.text), c.matches) << c.expression << " in " << c.text;
     }
+}
+
+// Every code as a part of expressions that the engine looks for in ways of their own, as machine code and
+// by its interpreter.
+TEST(Regex, FindsEveryCodeInBothItsCasesAndInNoOther) {
+    const auto filler = [](int code) {
+        return std::string_view("!7-").find(static_cast<char>(code)) != std::string_view::npos;
+    };
+    for (int code = 0; code < 256; ++code) {
+        if (filler(code)) continue;
+        std::string written = "\\x00";
+        written[2] = kHexDigits[static_cast<std::size_t>(code / 16)];
+        written[3] = kHexDigits[static_cast<std::size_t>(code % 16)];
+        const char same = static_cast<char>(code);
+        const char upper = UpperChar(same);
+        for (const std::string& part :
+             {written, '[' + written + ']', "[7" + written + ']', "-" + written + "|7"}) {
+            const Regex machine("7*(?:" + part + ")7*-");
+            const Regex interpreted("(?:7*){3}(?:" + part + ")-");
+            for (int other = 0; other < 256; ++other) {
+                const char c = static_cast<char>(other);
+                if (filler(other)) continue;
+                const std::string text = std::string(40, '!') + '-' + c + '-';
+                const bool matches = UpperChar(c) == upper;
+                ASSERT_EQ(machine.Matches(text), matches) << part << " in " << text;
+                ASSERT_EQ(interpreted.Matches(text), matches) << part << " in " << text;
+            }
+        }
+    }
+}
+
+TEST(Regex, AboveAsciiThereAreNoWordsDigitsOrBlanks) {
+    for (int code = 128; code < 256; ++code) {
+        const std::string text(1, static_cast<char>(code));
+        EXPECT_FALSE(Regex(R"([\w\d\s]|\b|[^\W]|[^\D]|[^\S])").Matches(text)) << code;
+    }
+}
+
+TEST(Regex, TablesThatAreNotAsKnownAreNoEngine) {
+    std::vector<std::uint8_t> tables(1087);
+    EXPECT_EQ(RaisedBy([&] { CharacterTables(tables); }).number(), errors::kNoAutomation) << "another size";
+    tables.push_back(0);
+    EXPECT_EQ(RaisedBy([&] { CharacterTables(tables); }).number(), errors::kNoAutomation) << "another order";
 }
 
 TEST(Regex, TellsWhatIsWrongWithAnExpressionAndWhere) {
@@ -153,6 +208,9 @@ TEST(Regex, MatchesTheSameTextsWhicheverWayItIsSearched) {
                                    "b*\\.a\\.",
                                    "\\.+(?<=bb\\.)",
                                    "a+(?!a)b\\.",
+                                   "\xE9.b|a\xC9:|\xC9\xE9\\.",
+                                   "\xE9\xC9:|a\xE9\\.",
+                                   "\xC9+.:",
                                    "[\r\n]+:a"}) {
         const Regex plain(expression);
         const Regex grouped(std::string("(?:") + expression + ")");
@@ -160,7 +218,7 @@ TEST(Regex, MatchesTheSameTextsWhicheverWayItIsSearched) {
         for (int round = 0; round < 3000; ++round) {
             std::string text(random(14), ' ');
             for (char& c : text)
-                c = "aabbAB:..\r\n"[random(11)];
+                c = "aabbAB:..\r\n\xE9\xC9"[random(13)];
             ASSERT_EQ(plain.Matches(text), grouped.Matches(text)) << expression << "\n" << text;
             matches += plain.Matches(text) ? 1 : 0;
         }
