@@ -62,13 +62,11 @@ int FlagsOf(Database::Access access) {
     }
 }
 
-// True for a text that is the same in UTF-8; `nul` tells whether it holds a NUL.
-bool IsPlain(std::string_view text, bool& nul) {
+// True for a text that is the same in UTF-8.
+bool IsPlain(std::string_view text) {
     bool plain = true;
-    for (const char character : text) {
+    for (const char character : text)
         plain &= static_cast<unsigned char>(character) < 0x80;
-        nul |= character == '\0';
-    }
     return plain;
 }
 
@@ -216,14 +214,12 @@ class Connection {
 
     void Bind(SQLite::Statement& statement, std::span<const std::string> values) {
         converted_.resize(std::max(converted_.size(), values.size()));
-        bool nul = false;
         for (std::size_t i = 0; i < values.size(); ++i) {
-            const bool plain = IsPlain(values[i], nul);
+            const bool plain = IsPlain(values[i]);
             if (!plain) converted_[i] = ToUtf8(values[i]);
             const std::string& text = plain ? values[i] : converted_[i];
             Guarded(name_, [&] { statement.bindNoCopy(static_cast<int>(i) + 1, text); });
         }
-        if (nul) throw StoreError(name_, "the statement holds a NUL character");
     }
 
     void RunAlone(SQLite::Statement& statement, std::span<const std::string> values) {
@@ -323,8 +319,7 @@ void Rows::Read(std::size_t column, std::string& text) const {
     const SQLite::Column field =
         Guarded(connection_->name(), [&] { return statement_->getColumn(static_cast<int>(column)); });
     const std::string_view bytes(field.getText(), static_cast<std::size_t>(field.getBytes()));
-    bool nul = false;
-    if (IsPlain(bytes, nul)) {
+    if (IsPlain(bytes)) {
         text.assign(bytes);
     } else {
         text = FromUtf8(bytes);

@@ -55,15 +55,15 @@ class Rows {
 };
 
 // A statement prepared once, for any number of executions. Its parameters ?1, ?2, ... stand for texts, which
-// never take part in the statement itself; a column of a number type stores a text that is a number as that
-// number.
+// never take part in the statement itself and are stored whole, NULs included; a column of a number type
+// stores a text that is a number as that number.
 class Command {
   public:
     Command(Command&&) noexcept;
     Command& operator=(Command&&) noexcept;
     ~Command();
 
-    // Executes the statement. Raises an error when it fails, or when a value holds a NUL.
+    // Executes the statement. Raises an error when it fails.
     void Execute(std::span<const std::string> values);
     // The first field of the first row, or nothing when there is no row.
     std::optional<std::string> FirstField(std::span<const std::string> values);

@@ -89,10 +89,10 @@ TEST_F(Store, NeverTakesAValueForAPartOfTheStatement) {
     EXPECT_EQ(Single(database, "Name"), hostile);
     EXPECT_EQ(Single(database, "typeof(Number)"), "integer");
     const std::array<std::string, 2> with_nul{"8", std::string("a\0b", 3)};
-    EXPECT_EQ(RaisedBy([&] { insert.Execute(with_nul); }).description(),
-              "the statement holds a NUL character");
-    insert.Execute(std::array<std::string, 2>{"9", "after"});
-    EXPECT_EQ(Single(database, "count(*)"), "2");
+    insert.Execute(with_nul);
+    EXPECT_EQ(Single(database, "group_concat(Name, '|')"), hostile + "|" + with_nul[1]);
+    EXPECT_EQ(database.Prepare("SELECT Name FROM T WHERE Number=?1").FirstField(std::array{with_nul[0]}),
+              with_nul[1]);
     Command find = database.Prepare("SELECT Number FROM T WHERE Name=?1");
     EXPECT_EQ(find.FirstField(std::array<std::string, 1>{hostile}), "7");
     EXPECT_EQ(find.FirstField(std::array<std::string, 1>{"' OR '1'='1"}), std::nullopt);
