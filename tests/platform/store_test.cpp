@@ -2,6 +2,7 @@
 #include "platform/store.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <array>
 #include <string>
@@ -226,6 +227,21 @@ TEST_F(Store, PutsADatabaseInThePlaceOfAnotherOnlyWhenNobodyUsesIt) {
     ReplaceDatabase(files_, copy, path_);
     EXPECT_EQ(Single(Open(), "Name"), "new");
     EXPECT_FALSE(files_.Exists(copy));
+}
+
+TEST_F(Store, MakesFilesForTheirOwnerAlone) {
+    const mode_t before = umask(0277);
+    Database database = Create();
+    const std::string copy = files_.Path(R"(Databases\Copy.mdb)");
+    folder_.Write("Databases/Copy.mdb.partial", "of another mode, left behind");
+    CopyDatabase(files_, path_, copy);
+    Database::Compact(files_.Resolve(path_), path_, files_.Resolve(path_ + "_New.mdb"));
+    database.ExecuteScript("BEGIN; INSERT INTO T VALUES (1, '')");
+    umask(before);
+    for (const std::string& path : {path_, path_ + "-journal", path_ + "_New.mdb", copy}) {
+        EXPECT_EQ(std::filesystem::status(files_.Resolve(path)).permissions(), std::filesystem::perms{0600})
+            << path;
+    }
 }
 
 TEST_F(Store, CutsLongReasonsShort) {
