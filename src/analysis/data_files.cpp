@@ -15,7 +15,8 @@ std::variant<FieldReader, LineReader> MakeReader(const Files& files, const DataF
 
 // A field of the capture record, which is quoted only where it has to be.
 std::string CaptureField(std::string_view field) {
-    return field.find_first_of(",\"") == std::string_view::npos ? std::string(field) : QuotedDoubling(field);
+    return field.find_first_of(",\"\r\n") == std::string_view::npos ? std::string(field)
+                                                                    : QuotedDoubling(field);
 }
 
 }  // namespace

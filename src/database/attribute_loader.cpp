@@ -17,7 +17,8 @@ constexpr std::size_t kCaptionLength = 100;
 // Flags come in few combinations, each with a statement of its own; this many are kept ready.
 constexpr std::size_t kUpdatesKept = 256;
 
-constexpr std::array<ValueRule, 2> kDetailRules = {{{ValueForm::kAsIs}, {ValueForm::kEscaped}}};
+constexpr std::array<ValueRule, 2> kDetailRules = {
+    {{ValueForm::kAsIs, kUncut, "the attribute name"}, {ValueForm::kEscaped}}};
 
 // What an attribute sets in its application's row.
 struct Assignment {
@@ -102,8 +103,10 @@ void AttributeLoader::Add(const std::vector<std::string>& record) {
     }
     Assignment set = column->assign(record[2]);
     if (!set.whole) {
-        RejectStatement(dataset_, "UPDATE Zorvel_Apps SET " + set.list + " WHERE AppName='" +
-                                      EscapeQuotes(row_[0]) + "' AND AppOU='" + EscapeQuotes(row_[1]) + '\'');
+        RejectStatement(dataset_,
+                        "UPDATE Zorvel_Apps SET " + set.list + " WHERE AppName='" + EscapeQuotes(row_[0]) +
+                            "' AND AppOU='" + EscapeQuotes(row_[1]) + '\'',
+                        "the value of '" + record[1] + '\'', record[2]);
     }
     if (set.list.empty()) return;
     std::vector<std::string> values(row_.begin(), row_.end());

@@ -1,5 +1,7 @@
 #include "database/catalogue.h"
 
+#include <utility>
+
 #include "database/sql_text.h"
 #include "platform/error.h"
 #include "shell/formats.h"
@@ -19,6 +21,15 @@ std::int32_t CountOf(const Rows& rows, const char* column, const std::string& da
         throw error.With("the catalogue's row of '" + CutForMessage(dataset) + "', " + column + ": " +
                          error.description());
     }
+}
+
+std::string StatementText(const CatalogueRow& row, const std::string& captured) {
+    std::string sql = "INSERT INTO Zorvel_CaptureDetails VALUES ('" + captured + "','" + row.Tree + "','" +
+                      row.OU + "','" + EscapeQuotes(row.Description) + "'," + std::to_string(row.AppCount) +
+                      ",'" + row.DBName + '\'';
+    for (const std::int32_t count : row.Counts)
+        sql += ',' + std::to_string(count);
+    return sql + ')';
 }
 
 std::string WhereName(std::string_view name) {
@@ -58,16 +69,22 @@ std::optional<CatalogueRow> Catalogue::Fetch(std::string_view name) const {
 }
 
 void Catalogue::Add(const CatalogueRow& row) {
-    std::string sql = "INSERT INTO Zorvel_CaptureDetails VALUES ('" +
-                      SortableDateAndTime(ParseDateAndTime(row.Captured)) + "','" + row.Tree + "','" +
-                      row.OU + "','" + EscapeQuotes(row.Description) + "'," + std::to_string(row.AppCount) +
-                      ",'" + row.DBName + '\'';
+    const std::string captured = SortableDateAndTime(ParseDateAndTime(row.Captured));
+    const auto literal = [&](const std::string& text, std::string_view field) {
+        std::optional<std::string> value = LiteralValue(text);
+        if (!value) RejectStatement(master_, StatementText(row, captured), field, text);
+        return std::move(*value);
+    };
+    std::vector<std::string> values = {captured,
+                                       literal(row.Tree, "the capture record's tree"),
+                                       literal(row.OU, "the capture record's container"),
+                                       row.Description,
+                                       std::to_string(row.AppCount),
+                                       row.DBName};
     for (const std::int32_t count : row.Counts)
-        sql += ',' + std::to_string(count);
-    sql += ')';
-    if (!LiteralValue(row.Tree) || !LiteralValue(row.OU) || !LiteralValue(row.DBName))
-        RejectStatement(master_, sql);
-    master_.Execute(sql);
+        values.push_back(std::to_string(count));
+    master_.Prepare("INSERT INTO Zorvel_CaptureDetails VALUES (?1,?2,?3,?4,?5,?6,?7,?8,?9,?10,?11,?12)")
+        .Execute(values);
 }
 
 void Catalogue::Remove(std::string_view name) {

@@ -14,15 +14,28 @@ namespace {
 constexpr int kBarMaximum = 8;
 constexpr std::int64_t kStatusInterval = 100;
 
+using Record = std::vector<std::string>;
+
 // Loads the records of every kind but the attributes.
 class RowLoader {
   public:
     RowLoader(const Database& dataset, const ImportKind& kind)
-        : keys_(dataset), insert_(dataset, kind.insert, kind.values) {}
+        : kind_(kind), keys_(dataset), insert_(dataset, kind.insert, kind.values) {}
 
-    void Add(const std::vector<std::string>& record) { insert_.Insert(keys_.Find(record[0]), record); }
+    // False when the record was left out, because its application has no row and it needs none. Raises
+    // 0x80004005 for another record without a row, and what RowInsert raises.
+    bool Add(const Record& record) {
+        const std::string* const key = keys_.Find(record[0]);
+        if (key != nullptr) {
+            insert_.Insert(*key, record);
+        } else if (kind_.needs_no_application == nullptr || !kind_.needs_no_application(record)) {
+            throw Error(errors::kStore, "the application has no row in Zorvel_Apps");
+        }
+        return key != nullptr;
+    }
 
   private:
+    const ImportKind& kind_;
     ApplicationKeys keys_;
     RowInsert insert_;
 };
@@ -110,32 +123,39 @@ bool Import::MakeRoom(const std::string& path) {
 }
 
 void Import::Load(const ImportKind& kind) {
-    const auto load_files = [&](auto loader) {
+    const auto load_files = [&](const auto& add) {
         file_start_ = services_.clock.Timer();
         records_ = 0;
         for (const DataFile& file : kind.files)
-            LoadFile(kind, file, loader);
+            LoadFile(kind, file, add);
     };
     if (kind.insert.empty()) {
-        load_files(AttributeLoader(*dataset_));
+        AttributeLoader loader(*dataset_);
+        load_files([&](const Record& record, const DataFileReader&) { loader.Add(record); });
     } else {
-        load_files(RowLoader(*dataset_, kind));
+        RowLoader loader(*dataset_, kind);
+        load_files([&](const Record& record, const DataFileReader& reader) {
+            if (loader.Add(record)) return;
+            services_.log.WriteLog("WARNING: " + reader.Place() + ": a record of '" + record[0] +
+                                   "' was left out: the application was not found in the directory");
+        });
     }
 }
 
-template <typename Loader>
-void Import::LoadFile(const ImportKind& kind, const DataFile& file, Loader& loader) {
+template <typename Adder>
+void Import::LoadFile(const ImportKind& kind, const DataFile& file, const Adder& add) {
     Status({}, kind.section, kind.opening);
     services_.log.WriteLog("Importing " + services_.files.Path(file.name) + "...");
     DataFileReader reader(services_.files, file);
-    std::vector<std::string> record;
+    Record record;
     dataset_->Begin();
     while (reader.Next(record)) {
         ++records_;
         try {
-            loader.Add(record);
+            add(record, reader);
         } catch (const Error& error) {
-            throw error.With(reader.Place() + ": " + error.description());
+            throw error.With(reader.Place() + ": " +
+                             (error.detail().empty() ? error.description() : error.detail()));
         }
         if (records_ % kStatusInterval == 0) {
             Status(record[0], kind.section, "Adding:" + record[kind.progress_field] + " ...",

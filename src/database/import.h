@@ -47,8 +47,8 @@ class Import {
   private:
     bool MakeRoom(const std::string& path);
     void Load(const ImportKind& kind);
-    template <typename Loader>
-    void LoadFile(const ImportKind& kind, const DataFile& file, Loader& loader);
+    template <typename Adder>
+    void LoadFile(const ImportKind& kind, const DataFile& file, const Adder& add);
     void Advance();
     void Status(std::string_view application, std::string_view section, std::string_view activity,
                 std::string_view count = {});

@@ -17,15 +17,21 @@ constexpr std::array kAssociationFiles = {data_files::kAssociations};
 constexpr std::array<ValueRule, 4> kMacroValues = {
     {{kEscaped, 60}, {kEscaped, 255}, {kInteger}, {kEscaped, 255}}};
 constexpr std::array<ValueRule, 4> kIssueValues = {
-    {{kAsIs, 20}, {kEscaped, 255}, {kEscaped, 255}, {kAsIs, 15}}};
-constexpr std::array<ValueRule, 3> kCopyFileValues = {{{kEscaped, 255}, {kEscaped, 255}, {kAsIs, 50}}};
+    {{kAsIs, 20, "the entry type"}, {kEscaped, 255}, {kEscaped, 255}, {kAsIs, 15, "the issue code"}}};
+constexpr std::array<ValueRule, 3> kCopyFileValues = {
+    {{kEscaped, 255}, {kEscaped, 255}, {kAsIs, 50, "the copy mode"}}};
 constexpr std::array<ValueRule, 5> kINIValues = {
-    {{kEscaped, 100}, {kEscaped, 100}, {kEscaped, 100}, {kEscaped, 250}, {kAsIs}}};
+    {{kEscaped, 100}, {kEscaped, 100}, {kEscaped, 100}, {kEscaped, 250}, {kAsIs, kUncut, "the note"}}};
 constexpr std::array<ValueRule, 4> kRegistryValues = {
-    {{kEscaped, 255}, {kEscaped, 255}, {kEscaped}, {kAsIs, 50}}};
+    {{kEscaped, 255}, {kEscaped, 255}, {kEscaped}, {kAsIs, 50, "the mode"}}};
 constexpr std::array<ValueRule, 5> kAppAssociationValues = {
-    {{kEscaped}, {kEscaped}, {kEscaped}, {kBare}, {kAsIs, 70}}};
+    {{kEscaped}, {kEscaped}, {kEscaped}, {kBare}, {kAsIs, 70, "the fingerprint"}}};
 constexpr std::array<ValueRule, 3> kAssociationValues = {{{kEscaped}, {kEscaped}, {kEscaped}}};
+
+// What a run writes of an application even when it is then not found: an issue of its name alone.
+bool IsIssueOfAName(const std::vector<std::string>& record) {
+    return record[4] == "INVALIDAN";
+}
 
 constexpr std::array<ImportKind, 8> kKinds = {{
     {.section = "Apps:",
@@ -46,7 +52,8 @@ constexpr std::array<ImportKind, 8> kKinds = {{
      .files = kIssueFiles,
      .progress_field = 4,
      .insert = "INSERT INTO Zorvel_Issues (AppUniqueRef,EntryType,TargetFile,SourceFile,IssueCode) VALUES (",
-     .values = kIssueValues},
+     .values = kIssueValues,
+     .needs_no_application = IsIssueOfAName},
     {.section = "Files:",
      .opening = "Adding application files to database..",
      .timing = "File import took: ",

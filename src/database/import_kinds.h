@@ -4,7 +4,9 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "analysis/data_files.h"
 #include "database/row_insert.h"
@@ -22,6 +24,8 @@ struct ImportKind {
     std::string_view insert =
         {};  // up to "VALUES ("; empty for the attributes, which have a loader of their own
     std::span<const ValueRule> values = {};
+    // True for a record that is left out when its application has no row; any other then ends the import.
+    bool (*needs_no_application)(const std::vector<std::string>& record) = nullptr;
 };
 
 // The kinds in the order in which they are loaded: the applications come first, all others refer to them.

@@ -127,6 +127,22 @@ void DatabaseMaintenance::CompactFile(const std::string& path) {
     RequireUnused(files, path);
     // Nobody else is at it, so a copy beside it is what an earlier attempt left.
     RemoveUnfinished(files, compacted);
+    try {
+        ReplaceByCompacted(path, compacted);
+    } catch (...) {
+        const Error error = CurrentError();
+        RemoveUnfinished(files, compacted);
+        throw error;
+    }
+    step_ = 7;
+    services_.ui.Tell("The selected Zorvel database was successfully Compacted.\n\nOriginal size was " +
+                          Grouped(old_size) + " bytes, new size is " +
+                          Grouped(static_cast<std::int64_t>(files.Size(path))) + " bytes.",
+                      MessageIcon::kInformation);
+}
+
+void DatabaseMaintenance::ReplaceByCompacted(const std::string& path, const std::string& compacted) {
+    const Files& files = services_.files;
     Database::Compact(files.Resolve(path), path, files.Resolve(compacted));
     step_ = 5;
     services_.log.WriteLog("Deleting old backup DB '" + path + "'");
@@ -135,11 +151,6 @@ void DatabaseMaintenance::CompactFile(const std::string& path) {
     step_ = 6;
     services_.log.WriteLog("Renaming '" + path + "_new.mdb' to '" + path + "'");
     ReplaceDatabase(files, compacted, path);
-    step_ = 7;
-    services_.ui.Tell("The selected Zorvel database was successfully Compacted.\n\nOriginal size was " +
-                          Grouped(old_size) + " bytes, new size is " +
-                          Grouped(static_cast<std::int64_t>(files.Size(path))) + " bytes.",
-                      MessageIcon::kInformation);
 }
 
 void DatabaseMaintenance::ReportCompactFailure(const Error& error) {
@@ -172,18 +183,36 @@ MaintenanceResult DatabaseMaintenance::Delete() {
     try {
         step_ = 2;
         services_.log.WriteLog("Deleting '" + dataset_ + "' database details from the MasterDB");
-        catalogue_.Remove(dataset_);
+        const bool row_removed = RemoveRow();
         step_ = 3;
         const std::string path = services_.files.Path("databases\\" + dataset_);
         services_.log.WriteLog("Physically deleting '" + path + "'");
         RemoveDatabase(services_.files, path);
         RemoveUnfinished(services_.files, CompactedCopy(path));
+        if (!row_removed) {
+            step_ = 2;
+            catalogue_.Remove(dataset_);
+        }
         step_ = 4;
         RefreshForm();
         return MaintenanceResult::kDone;
     } catch (...) {
         ReportDeleteFailure(CurrentError());
         return MaintenanceResult::kFailed;
+    }
+}
+
+// Removes the dataset's row. False on a full disk, which has no room for what the store notes while it
+// removes.
+bool DatabaseMaintenance::RemoveRow() {
+    try {
+        catalogue_.Remove(dataset_);
+        return true;
+    } catch (const Error& error) {
+        if (error.number() != errors::kDiskFull) throw;
+        services_.log.WriteLog("WARNING: The disk is full: the file of '" + dataset_ +
+                               "' is deleted ahead of its database details, to make room");
+        return false;
     }
 }
 

@@ -48,6 +48,8 @@ class DatabaseMaintenance {
     void Show(const std::string& dataset);
     void Select(const std::string& dataset);
     void CompactFile(const std::string& path);
+    void ReplaceByCompacted(const std::string& path, const std::string& compacted);
+    bool RemoveRow();
     void ReportCompactFailure(const Error& error);
     void ReportDeleteFailure(const Error& error);
 

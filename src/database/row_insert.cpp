@@ -94,7 +94,7 @@ void RowInsert::Insert(const std::string& key, const std::vector<std::string>& r
         if (MakeValue(rules_[i], record[i + 1], values_[i + 1])) continue;
         if (rules_[i].form == ValueForm::kBare)
             throw Error(errors::kStore, "a value that has to be a number is none");
-        RejectStatement(dataset_, StatementText(key, record));
+        RejectStatement(dataset_, StatementText(key, record), rules_[i].name, record[i + 1]);
     }
     command_.Execute(values_);
 }

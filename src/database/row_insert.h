@@ -22,7 +22,8 @@ enum class ValueForm {
 
 struct ValueRule {
     ValueForm form;
-    std::size_t cut = kUncut;  // characters kept
+    std::size_t cut = kUncut;    // characters kept
+    std::string_view name = {};  // of the field, for errors: of those that an apostrophe makes fail
 };
 
 class RowInsert {

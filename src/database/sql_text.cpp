@@ -5,6 +5,18 @@
 #include "platform/error.h"
 
 namespace zorvel {
+namespace {
+
+Error RefusalOf(const Database& database, std::string_view sql) {
+    try {
+        database.Check(sql);
+    } catch (const Error& error) {
+        return error;
+    }
+    return Error(errors::kStore, "an apostrophe in a value ends its text literal");
+}
+
+}  // namespace
 
 std::string_view CutEscaped(std::string_view value, std::size_t length) {
     if (value.size() <= length / 2) return value;
@@ -26,9 +38,11 @@ std::optional<std::string> LiteralValue(std::string_view text) {
     return value;
 }
 
-void RejectStatement(const Database& database, std::string_view sql) {
-    database.Check(sql);
-    throw Error(errors::kStore, "an apostrophe in a value ends its text literal").With(CutForMessage(sql));
+void RejectStatement(const Database& database, std::string_view sql, std::string_view field,
+                     std::string_view value) {
+    const Error error = RefusalOf(database, sql);
+    throw error.With(std::string(field) + " '" + CutForMessage(value) +
+                     "' holds an apostrophe: " + error.description());
 }
 
 }  // namespace zorvel

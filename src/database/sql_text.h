@@ -22,8 +22,10 @@ std::string_view CutEscaped(std::string_view value, std::size_t length);
 // when a single apostrophe would end the literal early.
 std::optional<std::string> LiteralValue(std::string_view text);
 
-// Raises the error of a statement in which a value does not stay within its literal: the store's own, or when
-// the text happens to be a valid statement one that says so. Executes nothing.
-[[noreturn]] void RejectStatement(const Database& database, std::string_view sql);
+// Raises the error of a statement in which an apostrophe of `value` ends its literal early: the store's own,
+// or when the text happens to be a valid statement one that says so. The detail names the value's `field`.
+// Executes nothing.
+[[noreturn]] void RejectStatement(const Database& database, std::string_view sql, std::string_view field,
+                                  std::string_view value);
 
 }  // namespace zorvel

@@ -3,10 +3,12 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -27,6 +29,9 @@ constexpr std::size_t kGroupBytes = 8'000'000;
 // Keeps every other program out of the file, readers included, whatever way of writing it is set to.
 constexpr const char* kLockOut = "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT";
 
+// The part of an engine's error code that is the same for all its variants.
+constexpr int kPrimaryCode = 0xFF;
+
 constexpr std::size_t kMessageLength = 200;
 constexpr std::string_view kCutMark = "...";
 
@@ -35,20 +40,40 @@ Error StoreError(const std::string& name, std::string_view reason) {
     return Error(errors::kStore, text).With(name + ": " + text);
 }
 
-Error EngineError(const std::string& name, const SQLite::Exception& error) {
+// True for what a full disk raises: the engine knows it as such only where it lacks space, not where a quota
+// or a limit of the file's size keeps it from growing.
+bool IsFullDisk(int code, int system_error) {
+    const bool lacks_room = system_error == ENOSPC || system_error == EDQUOT || system_error == EFBIG;
+    return code == SQLITE_FULL || ((code == SQLITE_IOERR || code == SQLITE_CANTOPEN) && lacks_room);
+}
+
+// The store's error for what the engine raised; `system_error` is the system's reason for a failed access.
+Error EngineError(const std::string& name, const SQLite::Exception& error, int system_error) {
     const std::string reason = FromUtf8(error.what());
-    if (error.getErrorCode() == SQLITE_FULL) return Error(errors::kDiskFull).With(name + ": " + reason);
+    if (IsFullDisk(error.getErrorCode() & kPrimaryCode, system_error))
+        return Error(errors::kDiskFull).With(name + ": " + reason);
     return StoreError(name, reason);
 }
 
-// Runs `action`; what the engine raises becomes the store's error.
-template <typename Action>
-auto Guarded(const std::string& name, Action action) {
+// Runs `open`; what the engine raises becomes the store's error.
+template <typename Open>
+auto GuardedOpening(const std::string& name, Open open) {
     try {
-        return action();
+        return open();
     } catch (const SQLite::Exception& error) {
-        throw EngineError(name, error);
+        throw EngineError(name, error, 0);
     }
+}
+
+// Makes the empty file `path`, which is an empty database, for its owner alone, whatever the umask. The
+// engine gives the files that it keeps beside a database the mode of the database. One that exists stays as
+// it is; a failure is the engine's to tell.
+void MakeForOwnerAlone(const std::filesystem::path& path) {
+    constexpr mode_t kOwnerAlone = S_IRUSR | S_IWUSR;
+    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerAlone);
+    if (file < 0) return;
+    ::fchmod(file, kOwnerAlone);
+    ::close(file);
 }
 
 int FlagsOf(Database::Access access) {
@@ -62,13 +87,11 @@ int FlagsOf(Database::Access access) {
     }
 }
 
-// True for a text that is the same in UTF-8; `nul` tells whether it holds a NUL.
-bool IsPlain(std::string_view text, bool& nul) {
+// True for a text that is the same in UTF-8.
+bool IsPlain(std::string_view text) {
     bool plain = true;
-    for (const char character : text) {
+    for (const char character : text)
         plain &= static_cast<unsigned char>(character) < 0x80;
-        nul |= character == '\0';
-    }
     return plain;
 }
 
@@ -132,22 +155,33 @@ namespace store_detail {
 class Connection {
   public:
     Connection(const std::filesystem::path& path, std::string name, Database::Access access)
-        : name_(std::move(name)), db_(Guarded(name_, [&] {
+        : name_(std::move(name)), db_(GuardedOpening(name_, [&] {
+              if (access == Database::Access::kCreate) MakeForOwnerAlone(path);
               return SQLite::Database(path.string(), FlagsOf(access), kBusyMilliseconds);
           })) {
         // The first access reads the file's header and undoes what a killed program left unfinished.
-        Guarded(name_, [&] { db_.execAndGet("SELECT count(*) FROM sqlite_master"); });
+        Guarded([&] { db_.execAndGet("SELECT count(*) FROM sqlite_master"); });
     }
 
     const std::string& name() const { return name_; }
     SQLite::Database& db() { return db_; }
+
+    // Runs `action`; what the engine raises becomes the store's error.
+    template <typename Action>
+    std::invoke_result_t<Action> Guarded(Action action) {
+        try {
+            return action();
+        } catch (const SQLite::Exception& error) {
+            throw EngineError(name_, error, sqlite3_system_errno(db_.getHandle()));
+        }
+    }
 
     std::unique_ptr<SQLite::Statement> Prepare(std::string_view sql) {
         if (sql.find('\0') != std::string_view::npos)
             throw StoreError(name_, "the statement holds a NUL character");
         const std::string text = ToUtf8(sql);
         RequireOneStatement(text);
-        return Guarded(name_, [&] { return std::make_unique<SQLite::Statement>(db_, text); });
+        return Guarded([&] { return std::make_unique<SQLite::Statement>(db_, text); });
     }
 
     void Run(const std::shared_ptr<SQLite::Statement>& statement, std::span<const std::string> values) {
@@ -156,7 +190,7 @@ class Connection {
             return;
         }
         if (!in_transaction_) {
-            Guarded(name_, [&] { db_.exec("BEGIN EXCLUSIVE"); });
+            Guarded([&] { db_.exec("BEGIN EXCLUSIVE"); });
             in_transaction_ = true;
         }
         log_.Add(statement, values);
@@ -175,7 +209,7 @@ class Connection {
     std::optional<std::string> FirstField(SQLite::Statement& statement, std::span<const std::string> values) {
         Bind(statement, values);
         const Reset reset(statement);
-        return Guarded(name_, [&]() -> std::optional<std::string> {
+        return Guarded([&]() -> std::optional<std::string> {
             if (!statement.executeStep()) return std::nullopt;
             return FromUtf8(statement.getColumn(0).getString());
         });
@@ -216,20 +250,18 @@ class Connection {
 
     void Bind(SQLite::Statement& statement, std::span<const std::string> values) {
         converted_.resize(std::max(converted_.size(), values.size()));
-        bool nul = false;
         for (std::size_t i = 0; i < values.size(); ++i) {
-            const bool plain = IsPlain(values[i], nul);
+            const bool plain = IsPlain(values[i]);
             if (!plain) converted_[i] = ToUtf8(values[i]);
             const std::string& text = plain ? values[i] : converted_[i];
-            Guarded(name_, [&] { statement.bindNoCopy(static_cast<int>(i) + 1, text); });
+            Guarded([&] { statement.bindNoCopy(static_cast<int>(i) + 1, text); });
         }
-        if (nul) throw StoreError(name_, "the statement holds a NUL character");
     }
 
     void RunAlone(SQLite::Statement& statement, std::span<const std::string> values) {
         Bind(statement, values);
         const Reset reset(statement);
-        Guarded(name_, [&] { statement.exec(); });
+        Guarded([&] { statement.exec(); });
     }
 
     // True when the engine has given up the whole group with the statement that failed, as it does on a full
@@ -257,14 +289,14 @@ class Connection {
 
     // False when the statements cannot be written as one group; none of them is then.
     bool RunAtOnce(const GroupLog& log, std::size_t first, std::size_t last) {
-        Guarded(name_, [&] { db_.exec("BEGIN EXCLUSIVE"); });
+        Guarded([&] { db_.exec("BEGIN EXCLUSIVE"); });
         try {
             for (std::size_t i = first; i < last; ++i)
                 RunAlone(log.StatementAt(i), log.ValuesAt(i));
-            Guarded(name_, [&] { db_.exec("COMMIT"); });
+            Guarded([&] { db_.exec("COMMIT"); });
             return true;
         } catch (const Error&) {
-            if (!IsRolledBack()) Guarded(name_, [&] { db_.exec("ROLLBACK"); });
+            if (!IsRolledBack()) Guarded([&] { db_.exec("ROLLBACK"); });
             return false;
         }
     }
@@ -274,7 +306,7 @@ class Connection {
         try {
             db_.exec("COMMIT");
         } catch (const SQLite::Exception&) {
-            if (!IsRolledBack()) Guarded(name_, [&] { db_.exec("ROLLBACK"); });
+            if (!IsRolledBack()) Guarded([&] { db_.exec("ROLLBACK"); });
             RunAgain();
         }
         in_transaction_ = false;
@@ -300,16 +332,15 @@ Rows& Rows::operator=(Rows&&) noexcept = default;
 Rows::~Rows() = default;
 
 bool Rows::Next() {
-    return Guarded(connection_->name(), [&] { return statement_->executeStep(); });
+    return connection_->Guarded([&] { return statement_->executeStep(); });
 }
 
 std::string Rows::Text(const std::string& column) const {
-    return Guarded(connection_->name(),
-                   [&] { return FromUtf8(statement_->getColumn(column.c_str()).getString()); });
+    return connection_->Guarded([&] { return FromUtf8(statement_->getColumn(column.c_str()).getString()); });
 }
 
 std::vector<std::string> Rows::Columns() const {
-    return Guarded(connection_->name(), [&] {
+    return connection_->Guarded([&] {
         const int count = statement_->getColumnCount();
         std::vector<std::string> names;
         names.reserve(static_cast<std::size_t>(count));
@@ -321,10 +352,9 @@ std::vector<std::string> Rows::Columns() const {
 
 void Rows::Read(std::size_t column, std::string& text) const {
     const SQLite::Column field =
-        Guarded(connection_->name(), [&] { return statement_->getColumn(static_cast<int>(column)); });
+        connection_->Guarded([&] { return statement_->getColumn(static_cast<int>(column)); });
     const std::string_view bytes(field.getText(), static_cast<std::size_t>(field.getBytes()));
-    bool nul = false;
-    if (IsPlain(bytes, nul)) {
+    if (IsPlain(bytes)) {
         text.assign(bytes);
     } else {
         text = FromUtf8(bytes);
@@ -368,7 +398,7 @@ Command Database::Prepare(std::string_view sql) const {
 }
 
 void Database::ExecuteScript(std::string_view sql) {
-    Guarded(connection_->name(), [&] { connection_->db().exec(ToUtf8(sql)); });
+    connection_->Guarded([&] { connection_->db().exec(ToUtf8(sql)); });
 }
 
 void Database::Begin() {
@@ -382,9 +412,10 @@ void Database::Complete() {
 void Database::Compact(const std::filesystem::path& from, const std::string& name,
                        const std::filesystem::path& to) {
     Connection source(from, name, Access::kReadWrite);
-    Guarded(name, [&] {
+    source.Guarded([&] {
         // Until the copy is whole: what others wrote meanwhile would not be in it.
         source.db().exec(kLockOut);
+        MakeForOwnerAlone(to);
         SQLite::Statement vacuum(source.db(), "VACUUM INTO ?1");
         vacuum.bind(1, to.string());
         vacuum.exec();
@@ -412,6 +443,8 @@ void RemoveRecoveryFiles(const Files& files, std::string_view path) {
 void CopyDatabase(const Files& files, std::string_view from, std::string_view to) {
     const std::string partial = std::string(to) + ".partial";
     try {
+        if (files.Exists(partial)) files.Remove(partial);
+        MakeForOwnerAlone(files.Resolve(partial));
         files.Copy(from, partial);
         RemoveRecoveryFiles(files, to);
         files.Rename(partial, to);
@@ -428,7 +461,7 @@ void RequireUnused(const Files& files, std::string_view path) {
     } catch (const SQLite::Exception& error) {
         const int code = error.getErrorCode();
         // A file that is no database is nobody's.
-        if (code == SQLITE_BUSY || code == SQLITE_LOCKED) throw EngineError(std::string(path), error);
+        if (code == SQLITE_BUSY || code == SQLITE_LOCKED) throw EngineError(std::string(path), error, 0);
     }
 }
 

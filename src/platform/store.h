@@ -1,6 +1,6 @@
 // The relational store: one database a file, opened where it lies. Text is of the code page on this side and
 // UTF-8 in the file. A full disk is error 61; every other failure is error 0x80004005 with the engine's
-// reason as its description. The detail names the file.
+// reason as its description. The detail names the file. Files that the store makes are their owner's alone.
 #pragma once
 
 #include <cstddef>
@@ -55,15 +55,15 @@ class Rows {
 };
 
 // A statement prepared once, for any number of executions. Its parameters ?1, ?2, ... stand for texts, which
-// never take part in the statement itself; a column of a number type stores a text that is a number as that
-// number.
+// never take part in the statement itself and are stored whole, NULs included; a column of a number type
+// stores a text that is a number as that number.
 class Command {
   public:
     Command(Command&&) noexcept;
     Command& operator=(Command&&) noexcept;
     ~Command();
 
-    // Executes the statement. Raises an error when it fails, or when a value holds a NUL.
+    // Executes the statement. Raises an error when it fails.
     void Execute(std::span<const std::string> values);
     // The first field of the first row, or nothing when there is no row.
     std::optional<std::string> FirstField(std::span<const std::string> values);
@@ -110,7 +110,8 @@ class Database {
     void Complete();
 
     // Rewrites a database into the new file `to`, without the space of deleted rows. Raises an error when
-    // another program uses the source, or when `to` exists; the source is never changed.
+    // another program uses the source, or when `to` exists; the source is never changed. Another failure can
+    // leave a part of the new file.
     static void Compact(const std::filesystem::path& from, const std::string& name,
                         const std::filesystem::path& to);
 

@@ -15,6 +15,18 @@ constexpr bool IsBlank(int byte) {
     return byte == ' ' || byte == '\t';
 }
 
+// Hands `text` to `write`, part by part, with one LF for each CR LF and each lone CR.
+template <typename Writer>
+void WriteLineEndsAsLF(std::string_view text, Writer write) {
+    for (std::size_t end = text.find('\r'); end != std::string_view::npos; end = text.find('\r')) {
+        write(text.substr(0, end));
+        write("\n");
+        text.remove_prefix(end + 1);
+        if (text.starts_with('\n')) text.remove_prefix(1);
+    }
+    write(text);
+}
+
 }  // namespace
 
 FieldReader::FieldReader(InputFile file, FieldRules rules) : file_(std::move(file)), rules_(rules) {}
@@ -122,14 +134,14 @@ bool LineReader::Next(std::string& line) {
     return true;
 }
 
+std::string OneFieldLine(std::string_view text) {
+    std::string line;
+    WriteLineEndsAsLF(text, [&line](std::string_view part) { line += part; });
+    return line;
+}
+
 void WriteFieldLine(OutputFile& file, std::string_view field) {
-    for (std::size_t end = field.find('\r'); end != std::string_view::npos; end = field.find('\r')) {
-        file.Write(field.substr(0, end));
-        file.Write('\n');
-        field.remove_prefix(end + 1);
-        if (field.starts_with('\n')) field.remove_prefix(1);
-    }
-    file.Write(field);
+    WriteLineEndsAsLF(field, [&file](std::string_view part) { file.Write(part); });
     file.Write("\r\n");
 }
 

@@ -82,6 +82,8 @@ class LineReader {
     bool line_ended_ = true;
 };
 
+// `text` with one LF for each CR LF and each lone CR: the form that WriteFieldLine gives a field.
+std::string OneFieldLine(std::string_view text);
 // Writes `field` and CR LF. CR LF and a lone CR inside the field become one LF, so that the field stays one
 // line.
 void WriteFieldLine(OutputFile& file, std::string_view field);

@@ -263,6 +263,30 @@ TEST_F(BatchReport, WhatCannotBeReportedFailsWithItsReasonAndTheOlderFileStays) 
     }
 }
 
+// A run writes names and values in two kinds of files; the import brings them together, the report shows
+// them.
+TEST_F(BatchReport, ShowsEveryValueThatTheDirectoryHolds) {
+    using namespace std::string_literals;
+    folder_.Write("Trees/T1.ldif", test::LdifOrganization("S") +
+                                       "dn: ou=O\\0D\\0AU\\0D\\2C,o=S\nobjectClass: organizationalUnit\n\n"
+                                       "dn: cn=U\\0D,o=S\nobjectClass: user\n\n"
+                                       "dn: cn=W\\0D'\\0A\\22B,ou=O\\0D\\0AU\\0D\\2C,o=S\n"
+                                       "objectClass: appApplication\naCL: 2#entry#cn=U\\0D,o=S#x\n" +
+                                       test::StreamLine("appCaption", "Cap\0tion"s) +
+                                       test::StreamLine("appDescription", "\0,\"'\r\nend\0"s));
+    const Result analysis = Run({"analyse", "--all", "--pace", "0", "--import"});
+    ASSERT_EQ(analysis.status, 0) << analysis.err;
+    EXPECT_THAT(Run({"datasets"}).out, HasSubstr("\tO  U ,.S\t1\t"));
+    ASSERT_EQ(Report({"Attribute Details"}, "out.json").status, 0);
+    const std::string json = folder_.Read("out.json");
+    EXPECT_THAT(json, HasSubstr(R"("AppOU": "O\nU\n,.S", "AppName": "W\n'\n\"B")"));
+    EXPECT_THAT(json, HasSubstr(R"("AppCaption": "Cap\u0000tion")"));
+    EXPECT_THAT(json, HasSubstr(R"("\u0000,\"'\nend\u0000")"));
+    ASSERT_EQ(Report({"Associations by User"}).status, 0);
+    EXPECT_THAT(Written(), HasSubstr("\"W\n'\n\"\"B\",Cap\u2400tion,"));
+    EXPECT_THAT(Written(), HasSubstr("\"U\r.S\""));
+}
+
 TEST_F(BatchReport, BrokenFilesOfTheProgramAreToldAndTheOlderFileStays) {
     Analyse();
     folder_.Write("out.csv", "older");

@@ -106,33 +106,55 @@ TEST_F(FailingImport, EndsAtARecordWhoseApplicationHasNoRow) {
                 HasSubstr("Zorvel_Issues.CSV, line 10: the application has no row"));
 }
 
+TEST_F(FailingImport, LeavesOutTheNameIssueOfAnApplicationThatWasNotFound) {
+    folder_.Write(data_files::kIssues, {{"My App.APPS", "Application", "", "", "INVALIDAN"},
+                                        {kWord, "Application", "", "", "INVALIDAN"}});
+    EXPECT_EQ(folder_.RunImport(), ImportResult::kDone);
+    EXPECT_THAT(folder_.Table("Zorvel_Issues", "AppUniqueRef, IssueCode"), ElementsAre("1|INVALIDAN"));
+    EXPECT_THAT(folder_.LogLines(),
+                testing::Contains(" WARNING: " + folder_.files.Path(data_files::kIssues.name) +
+                                  ", line 5: a record of 'My App.APPS' was left out: the application was not "
+                                  "found in the directory"));
+}
+
 TEST_F(FailingImport, EndsAtAValueThatDoesNotStayWithinItsLiteral) {
     struct Case {
         DataFile file;
         std::vector<std::string> record;
         std::string description;
+        std::string field;
     };
     const std::string apostrophe = "an apostrophe in a value ends its text literal";
     const std::string no_number = "a value that has to be a number is none";
-    const std::string nul = "the statement holds a NUL character";
-    const std::string with_nul("a\0b", 3);
     const std::vector<Case> cases = {
-        {data_files::kAppDetails, {kWord, "O'Brien", ""}, "near \"Brien\": syntax error"},
+        {data_files::kAppDetails,
+         {kWord, "O'Brien", ""},
+         "near \"Brien\": syntax error",
+         "the attribute name 'O'Brien'"},
         {data_files::kAppDetails,
          {kWord, "x','y'); DROP TABLE Zorvel_Apps; --", ""},
-         "the text goes on after its first statement"},
-        {data_files::kAppDetails, {kWord, "x'||'y", ""}, apostrophe},
-        {data_files::kAppDetails, {kWord, "App:Icon Order", "1', AppName='stolen"}, apostrophe},
-        {data_files::kAppDetails, {with_nul + ".APPS", "A", ""}, nul},
-        {data_files::kAppDetails, {kWord, "A", with_nul}, nul},
-        {data_files::kIssues, {kWord, "x'||'y", "", "", "FILEOLD"}, apostrophe},
-        {data_files::kCopyFiles, {kWord, "", "", "'"}, "unrecognized token: \"''')\""},
-        {data_files::kINISettings, {kWord, "", "", "", "", "a'b"}, "near \"b\": syntax error"},
-        {data_files::kRegistrySettings, {kWord, "", "", "", "'||'"}, apostrophe},
-        {data_files::kRegistrySettings, {kWord, "", "", with_nul, ""}, nul},
-        {data_files::kAppAssociations, {kWord, "", "", "", "many", ""}, no_number},
-        {data_files::kAppAssociations, {kWord, "", "", "", "(SELECT 1)", ""}, no_number},
-        {data_files::kAppAssociations, {kWord, "", "", "", "", ""}, no_number},
+         "the text goes on after its first statement",
+         "the attribute name 'x',"},
+        {data_files::kAppDetails, {kWord, "x'||'y", ""}, apostrophe, "the attribute name 'x'||'y'"},
+        {data_files::kAppDetails,
+         {kWord, "App:Icon Order", "1', AppName='stolen"},
+         apostrophe,
+         "the value of 'App:Icon Order' '1', AppName='stolen'"},
+        {data_files::kIssues, {kWord, "x'||'y", "", "", "FILEOLD"}, apostrophe, "the entry type 'x'||'y'"},
+        {data_files::kIssues, {kWord, "", "", "", "x'||'y"}, apostrophe, "the issue code 'x'||'y'"},
+        {data_files::kCopyFiles, {kWord, "", "", "'"}, "unrecognized token: \"''')\"", "the copy mode '''"},
+        {data_files::kINISettings,
+         {kWord, "", "", "", "", "a'b"},
+         "near \"b\": syntax error",
+         "the note 'a'b'"},
+        {data_files::kRegistrySettings, {kWord, "", "", "", "'||'"}, apostrophe, "the mode ''||''"},
+        {data_files::kAppAssociations,
+         {kWord, "", "", "", "1", "'||'"},
+         apostrophe,
+         "the fingerprint ''||''"},
+        {data_files::kAppAssociations, {kWord, "", "", "", "many", ""}, no_number, no_number},
+        {data_files::kAppAssociations, {kWord, "", "", "", "(SELECT 1)", ""}, no_number, no_number},
+        {data_files::kAppAssociations, {kWord, "", "", "", "", ""}, no_number, no_number},
     };
     for (const Case& test : cases) {
         Records records;
@@ -142,6 +164,8 @@ TEST_F(FailingImport, EndsAtAValueThatDoesNotStayWithinItsLiteral) {
         Overwrite();
         ExpectFailure("-2147467259 (" + test.description + ")", 8);
         EXPECT_THAT(folder_.Table("Zorvel_Apps", "AppName"), ElementsAre("Word"));
+        EXPECT_THAT(folder_.LogLines().back(), testing::ContainsRegex("\\.CSV, line [0-9]+: "));
+        EXPECT_THAT(folder_.LogLines().back(), HasSubstr(test.field));
         folder_.Write(test.file, {});
         folder_.Write(data_files::kAppDetails, {{kWord, "A", "1"}});
     }
@@ -165,6 +189,8 @@ TEST_F(FailingImport, KeepsHostileTextAsText) {
 TEST_F(FailingImport, StopsAtTheCatalogueForATreeWithAnApostrophe) {
     folder_.tree = "O'TREE";
     ExpectFailure("-2147467259 (near \"TREE\": syntax error)", 7);
+    EXPECT_THAT(folder_.LogLines().back(),
+                HasSubstr("the capture record's tree 'O'TREE' holds an apostrophe: near"));
     EXPECT_TRUE(folder_.catalogue->List().empty());
     EXPECT_TRUE(folder_.folder.Has("Databases/" + folder_.dataset));
 }

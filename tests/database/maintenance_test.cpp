@@ -9,6 +9,7 @@
 
 #include "database/dataset_folder.h"
 #include "shell/formats.h"
+#include "support/file_size_limit.h"
 
 namespace zorvel {
 namespace {
@@ -190,6 +191,36 @@ TEST_F(Maintenance, DeletesEveryRowAndTheFileOfADatasetImportedTwice) {
     EXPECT_TRUE(folder_.catalogue->List().empty());
     EXPECT_FALSE(dialog.butDeleteEnabled);
     EXPECT_EQ(dialog.summary.tree, "");
+}
+
+TEST_F(Maintenance, LeavesNoCopyWhenTheDiskIsFull) {
+    Import();
+    const std::string before = folder_.folder.Read("Databases/" + folder_.dataset);
+    DatabaseMaintenance& dialog = Opened();
+    Answer(Answer::kYes);
+    {
+        const test::FileSizeLimit limit(before.size() / 2);
+        EXPECT_EQ(dialog.Compact(), MaintenanceResult::kFailed);
+    }
+    EXPECT_EQ(folder_.ui.boxes.back().text,
+              "Unexpected error 61 (Disk full) occurred in Compact routine at Line 4");
+    EXPECT_EQ(folder_.folder.Read("Databases/" + folder_.dataset), before);
+    EXPECT_EQ(folder_.files.List(folder_.files.Path("Databases"), "", "").size(), 2U);
+}
+
+TEST_F(Maintenance, DeletesTheFileFirstWhenTheDiskIsFull) {
+    Import();
+    DatabaseMaintenance& dialog = Opened();
+    Answer(Answer::kYes);
+    {
+        const test::FileSizeLimit limit(4000);  // not even the removal of a row can be noted
+        EXPECT_EQ(dialog.Delete(), MaintenanceResult::kFailed);
+    }
+    EXPECT_EQ(folder_.ui.boxes.back().text, "Error no. 61 (Disk full) occurred in butDelete at Line 2");
+    EXPECT_FALSE(folder_.files.Exists(file_));
+    EXPECT_THAT(folder_.LogLines(),
+                Contains(HasSubstr(" WARNING: The disk is full: the file of '" + folder_.dataset)));
+    EXPECT_EQ(folder_.catalogue->List().size(), 1U);
 }
 
 TEST_F(Maintenance, TellsWhichStepFailedWhenTheFileIsGone) {
