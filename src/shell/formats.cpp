@@ -91,7 +91,7 @@ std::string Rounded(double number) {
     return Fixed(std::round(number), 0);
 }
 
-std::optional<double> LeadingNumber(std::string_view text) {
+double NumericValue(std::string_view text) {
     std::string compact;
     for (const char character : text) {
         if (character == ' ' || character == '\t' || character == '\n' || character == '\r') continue;
@@ -105,11 +105,7 @@ std::optional<double> LeadingNumber(std::string_view text) {
     double number = 0;
     const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), number);
     if (result.ec == std::errc::result_out_of_range) throw Error(errors::kOverflow);
-    return result.ec == std::errc() ? std::optional(number) : std::nullopt;
-}
-
-double NumericValue(std::string_view text) {
-    return LeadingNumber(text).value_or(0);
+    return result.ec == std::errc() ? number : 0;
 }
 
 std::int32_t WholeValue(std::string_view text) {

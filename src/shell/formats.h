@@ -33,10 +33,7 @@ std::string TwoDecimals(double number);
 std::string Rounded(double number);
 
 // The number that a text begins with, as a text box's content is read: blanks are passed over, a sign,
-// digits, a fraction and an exponent are taken. Nothing when there is none; raises error 6 when there is one
-// that does not fit.
-std::optional<double> LeadingNumber(std::string_view text);
-// The same; 0 when there is none.
+// digits, a fraction and an exponent are taken; 0 when there is none. Raises error 6 when it does not fit.
 double NumericValue(std::string_view text);
 // NumericValue rounded towards zero and kept within 32 bits. Raises error 6 when it does not fit.
 std::int32_t WholeValue(std::string_view text);

@@ -61,9 +61,6 @@ void Visit(const Setting& setting, Controls& controls, OnCheckBox check_box, OnT
     }
 }
 
-// The greatest number that a number box may hold.
-constexpr double kGreatestNumber = std::numeric_limits<std::int32_t>::max();
-
 std::string_view KeyOf(NumberText box) {
     const auto holds = [box](const Setting& setting) {
         const auto* number = std::get_if<NumberText>(&setting.control);
@@ -134,13 +131,12 @@ void Options::Apply(std::string_view key, const std::string& value, bool flag) {
 
 std::optional<double> Options::Number(NumberText box) {
     try {
-        const std::optional<double> number = LeadingNumber(controls.*box);
-        if (number && *number >= 0 && *number <= kGreatestNumber) return number;
+        WholeValue(controls.*box);
+        return NumericValue(controls.*box);
     } catch (const Error&) {
-        // A number beyond all bounds is told as any other that will not do.
+        TellBadNumber(box);
+        return std::nullopt;
     }
-    TellBadNumber(box);
-    return std::nullopt;
 }
 
 void Options::TellBadNumber(NumberText box) {
@@ -148,7 +144,7 @@ void Options::TellBadNumber(NumberText box) {
     const std::string& value = controls.*box;
     if (!bad_numbers_told_.insert(key + '=' + value).second) return;
     const std::string text = "The value '" + value + "' of the option " + key +
-                             " is not a number from 0 to 2147483647 - the option is left out of account";
+                             " is not a number of 32 bits - the option is left out of account";
     ui_.Tell(text, MessageIcon::kExclamation);
     log_.WriteLog("WARNING: " + text);
 }

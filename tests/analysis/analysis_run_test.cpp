@@ -455,8 +455,8 @@ TEST_F(Run, ANumberOptionThatHoldsNoneIsLeftOutAndToldOnce) {
     for (const std::size_t box : {1U, 2U, 6U, 7U})
         controls.checkGeneral[box] = 1;
     controls.txtSlowINIThreshold = "1E999";
-    controls.txtSlowTextThreshold = "-1";
-    controls.txtThrottle = "NAN";
+    controls.txtSlowTextThreshold = "-1E999";
+    controls.txtThrottle = "99999999999";
     controls.txtSlowRegistryThreshold = "0";
     ASSERT_EQ(Go(), RunOutcome::kFinished);
     EXPECT_THAT(Issues(), ElementsAre("A.SITE|Application|||APPCOMPLEXREG"));
@@ -467,8 +467,8 @@ TEST_F(Run, ANumberOptionThatHoldsNoneIsLeftOutAndToldOnce) {
     };
     EXPECT_THAT(shell_.ui.boxes,
                 ElementsAre(told("'1E999' of the option SlowINIFileThreshold"),
-                            told("'-1' of the option SlowTextFileThreshold"),
-                            told("'NAN' of the option eDirThrottle"), testing::_ /* the offer to import */));
+                            told("'-1E999' of the option SlowTextFileThreshold"),
+                            told("'99999999999' of the option eDirThrottle"), testing::_ /* the offer to import */));
 }
 
 TEST_F(Run, AFindRunSearchesTheStreamsAndReadsNoAssociations) {

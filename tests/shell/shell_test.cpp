@@ -216,20 +216,22 @@ TEST(Options, ANumberIsGivenAndAnythingElseToldOnceAValue) {
                            Box{&OptionControls::txtCache, "AutoTreeCacheRefresh"}}) {
         TestShell shell;
         std::string& text = shell.options.controls.*box.box;
-        for (const auto& [valid, number] :
-             {std::pair{"0", 0.0}, {"4.9", 4.9}, {" 1e3 DAYS", 1000}, {"2147483647", 2147483647}}) {
+        for (const auto& [valid, number] : {std::pair{"0", 0.0},
+                                            {"4.9", 4.9},
+                                            {" 1e3 DAYS", 1000},
+                                            {"2147483647", 2147483647},
+                                            {"-1", -1},
+                                            {"LOTS", 0}}) {
             text = valid;
             EXPECT_EQ(shell.options.Number(box.box), number);
         }
         EXPECT_THAT(shell.ui.boxes, IsEmpty());
-        for (const char* wrong :
-             {"99999999999999", "2147483648", "1E999", "-1", "-1E999", "NAN", "INF", "--1", "", "LOTS"}) {
+        for (const char* wrong : {"99999999999999", "2147483648", "-2147483649", "1E999", "-1E999"}) {
             text = wrong;
             for (int times = 2; times > 0; --times)
                 EXPECT_EQ(shell.options.Number(box.box), std::nullopt);
             const std::string told = "The value '" + text + "' of the option " + box.option +
-                                     " is not a number from 0 to 2147483647 - the option is left out of "
-                                     "account";
+                                     " is not a number of 32 bits - the option is left out of account";
             EXPECT_EQ(shell.OnlyBox(), told);
             EXPECT_EQ(shell.LogLines().back(), " WARNING: " + told);
         }
