@@ -281,7 +281,8 @@ TEST_F(Run, EscapeFinishesTheApplicationAtHandAndCutsNoStreamButTheOneItMeets) {
     shell_.clock.tick = 0.11;  // pending events run after every record
     int events = 0;
     shell_.ui.on_events = [&] {
-        if (shell_.ui.statuses.back() == "Querying eDirectory for 'A' (Copy Files)" && ++events == 2)
+        if (!shell_.ui.statuses.empty() &&
+            shell_.ui.statuses.back() == "Querying eDirectory for 'A' (Copy Files)" && ++events == 2)
             shell_.activity.UserInterrupt = true;
     };
     FakeFindRun find;
