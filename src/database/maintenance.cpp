@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "database/import_record.h"
+#include "database/set_aside.h"
 #include "platform/code_page.h"
 #include "platform/store.h"
 #include "shell/formats.h"
@@ -42,6 +44,7 @@ void DatabaseMaintenance::RefreshForm() {
 
 void DatabaseMaintenance::Clear() {
     lstCapture.clear();
+    item_notes.clear();
     names_.clear();
     list_caption.clear();
     summary = {};
@@ -62,6 +65,7 @@ void DatabaseMaintenance::Fill() {
         return;
     }
     lstCapture = ListItems(rows);
+    item_notes = ItemNotes(services_.files, rows);
     for (const CatalogueRow& row : rows)
         names_.push_back(row.DBName);
     butDeleteEnabled = true;
@@ -75,7 +79,7 @@ void DatabaseMaintenance::Fill() {
 void DatabaseMaintenance::Show(const std::string& dataset) {
     dataset_ = dataset;
     summary = {};
-    summary = SummaryOf(catalogue_, dataset_);
+    summary = SummaryOf(services_.files, catalogue_, dataset_);
 }
 
 void DatabaseMaintenance::Select(std::size_t index) {
@@ -187,8 +191,7 @@ MaintenanceResult DatabaseMaintenance::Delete() {
         step_ = 3;
         const std::string path = services_.files.Path("databases\\" + dataset_);
         services_.log.WriteLog("Physically deleting '" + path + "'");
-        RemoveDatabase(services_.files, path);
-        RemoveUnfinished(services_.files, CompactedCopy(path));
+        RemoveFiles(path);
         if (!row_removed) {
             step_ = 2;
             catalogue_.Remove(dataset_);
@@ -199,6 +202,21 @@ MaintenanceResult DatabaseMaintenance::Delete() {
     } catch (...) {
         ReportDeleteFailure(CurrentError());
         return MaintenanceResult::kFailed;
+    }
+}
+
+// Deletes the dataset's file and what belongs to it. What an import set aside for it goes too, unless that
+// was whole and this one is not.
+void DatabaseMaintenance::RemoveFiles(const std::string& path) {
+    const Files& files = services_.files;
+    const bool whole = ImportStateOf(files, path) == ImportState::kCompleted;
+    RemoveDatabase(files, path);
+    RemoveUnfinished(files, CompactedCopy(path));
+    const std::string aside = SetAsidePath(path);
+    if (whole || ImportStateOf(files, aside) == ImportState::kNotCompleted) {
+        RemoveSetAside(files, path);
+    } else if (files.Exists(aside)) {
+        services_.log.WriteLog("WARNING: The dataset that was set aside for it stays: '" + aside + "'");
     }
 }
 
