@@ -50,6 +50,8 @@ Import::Import(Services& services, Catalogue& catalogue, ImportDisplay& display)
 ImportResult Import::Run(CatalogueRow details) {
     Log& log = services_.log;
     const Files& files = services_.files;
+    const auto hold = services_.writers.Acquire();
+    if (!hold) return ImportResult::kFailed;
     try {
         step_ = 1;
         display_.ShowStatusFrame();
@@ -143,7 +145,7 @@ void Import::Complete(const std::string& path) {
     try {
         RemoveSetAside(services_.files, path);
     } catch (const Error& error) {
-        services_.log.WriteLog("WARNING: The older dataset stays set aside: " + error.detail());
+        services_.log.WriteWarning("The older dataset stays set aside: " + error.detail());
     }
 }
 
@@ -161,8 +163,8 @@ void Import::Load(const ImportKind& kind) {
         RowLoader loader(*dataset_, kind);
         load_files([&](const Record& record, const DataFileReader& reader) {
             if (loader.Add(record)) return;
-            services_.log.WriteLog("WARNING: " + reader.Place() + ": a record of '" + record[0] +
-                                   "' was left out: the application was not found in the directory");
+            services_.log.WriteWarning(reader.Place() + ": a record of '" + record[0] +
+                                       "' was left out: the application was not found in the directory");
         });
     }
 }

@@ -106,6 +106,8 @@ bool DatabaseMaintenance::SelectDataset(const std::string& dataset) {
 
 MaintenanceResult DatabaseMaintenance::Compact() {
     if (dataset_.empty()) return MaintenanceResult::kDeclined;
+    const auto hold = services_.writers.Acquire();
+    if (!hold) return MaintenanceResult::kDeclined;
     step_ = 1;
     if (!services_.ui.Ask("Are you sure you wish to Compact the selected Zorvelrun dataset?",
                           MessageIcon::kExclamation, Answer::kNo)) {
@@ -179,6 +181,8 @@ void DatabaseMaintenance::ReportCompactFailure(const Error& error) {
 
 MaintenanceResult DatabaseMaintenance::Delete() {
     if (dataset_.empty()) return MaintenanceResult::kDeclined;
+    const auto hold = services_.writers.Acquire();
+    if (!hold) return MaintenanceResult::kDeclined;
     step_ = 1;
     if (!services_.ui.Ask("Are you sure you wish to PERMANENTLY DELETE the selected Zorvelrun dataset?",
                           MessageIcon::kExclamation, Answer::kNo)) {
@@ -216,7 +220,7 @@ void DatabaseMaintenance::RemoveFiles(const std::string& path) {
     if (whole || ImportStateOf(files, aside) == ImportState::kNotCompleted) {
         RemoveSetAside(files, path);
     } else if (files.Exists(aside)) {
-        services_.log.WriteLog("WARNING: The dataset that was set aside for it stays: '" + aside + "'");
+        services_.log.WriteWarning("The dataset that was set aside for it stays: '" + aside + "'");
     }
 }
 
@@ -228,8 +232,8 @@ bool DatabaseMaintenance::RemoveRow() {
         return true;
     } catch (const Error& error) {
         if (error.number() != errors::kDiskFull) throw;
-        services_.log.WriteLog("WARNING: The disk is full: the file of '" + dataset_ +
-                               "' is deleted ahead of its database details, to make room");
+        services_.log.WriteWarning("The disk is full: the file of '" + dataset_ +
+                                   "' is deleted ahead of its database details, to make room");
         return false;
     }
 }

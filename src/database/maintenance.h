@@ -14,7 +14,7 @@ namespace zorvel {
 
 enum class MaintenanceResult {
     kDone,
-    kDeclined,  // the user said no, or nothing is selected; nothing was changed
+    kDeclined,  // the user said no, nothing is selected, or another process writes; nothing was changed
     kFailed,    // the error was shown and logged; steps before it may have been done
 };
 
