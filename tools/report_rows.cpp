@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "database/catalogue.h"
+#include "database/import_record.h"
 #include "platform/error.h"
 #include "platform/files.h"
 #include "report_data.h"
@@ -21,7 +22,10 @@ void Run(const char* folder, const zorvel::tools::ReportSize& size) {
     const std::string path = files.Path("Databases\\" + details.DBName);
     CopyDatabase(files, files.Path("Empty_Zorvel.mdb"), path);
     Database dataset(files.Resolve(path), path);
+    const DateTime now{2026, 11, 16, 17, 28, 5};
+    BeginImportRecord(dataset, details, now);
     tools::FillRegistry(dataset, size);
+    CompleteImportRecord(dataset, now);
     const std::string master_path = files.Path(R"(Databases\ZorvelMaster.mdb)");
     Database master(files.Resolve(master_path), master_path);
     Catalogue(master).Add(details);

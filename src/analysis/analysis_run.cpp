@@ -115,8 +115,7 @@ std::optional<std::string> AnalysisRun::UnimportedRun() {
 }
 
 bool AnalysisRun::WasImported(const CaptureRecord& record) const {
-    const std::string dataset = "Databases\\" + DatasetName(record.captured);
-    return services_.files.Exists(services_.files.Path(dataset));
+    return inputs_.is_imported(services_.files.Path("Databases\\" + DatasetName(record.captured)));
 }
 
 bool AnalysisRun::Generate() {

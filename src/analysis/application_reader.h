@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -36,6 +37,8 @@ struct RunInputs {
     std::uint32_t context_handle;
     RunDisplay& display;
     RunPace pace;
+    // Tells of a dataset file (a path text) that there is one whose import was completed.
+    std::function<bool(const std::string& path)> is_imported = [](const std::string&) { return false; };
 };
 
 // The step of a run in which applications are read, as error reports number it.

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "analysis/data_files.h"
+#include "database/import_record.h"
 #include "platform/error.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
@@ -42,8 +43,15 @@ void CaptureDetails::ReadRecord() {
 
     caption = "Please confirm details of last Zorvelrun..";
     labData = {details_.Captured, details_.Tree, details_.OU, GroupedOrZero(details_.AppCount)};
-    if (services_.files.Exists(services_.files.Path("Databases\\" + DatasetName(details_.Captured)))) {
-        labWarning = "Note that this Zorvelrun already appears to have been imported..";
+    const std::string dataset = services_.files.Path("Databases\\" + DatasetName(details_.Captured));
+    switch (ImportStateOf(services_.files, dataset)) {
+        case ImportState::kNoDataset:
+            break;
+        case ImportState::kNotCompleted:
+            labWarning = "Note that an earlier import of this Zorvelrun was not completed..";
+            break;
+        default:
+            labWarning = "Note that this Zorvelrun already appears to have been imported..";
     }
     txtComments = "(Please enter your comments about this Zorvelrun)";
 }

@@ -10,10 +10,6 @@
 namespace zorvel {
 namespace {
 
-// The last of these is the column that reports and dialogs know by name.
-constexpr std::array<const char*, 6> kCountColumns = {"CountFiles",  "CountINI",      "CountText",
-                                                      "CountMacros", "CountRegistry", "CountIssues"};
-
 std::int32_t CountOf(const Rows& rows, const char* column, const std::string& dataset) {
     try {
         return WholeValue(rows.Text(column));

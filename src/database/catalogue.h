@@ -16,6 +16,10 @@ namespace zorvel {
 inline constexpr std::string_view kTemplateFile = "Empty_Zorvel.mdb";
 inline constexpr std::string_view kMasterCatalogueFile = "ZorvelMaster.mdb";
 
+// The columns of a row's counts; the last of them is the one that reports and dialogs know by name.
+inline constexpr std::array<const char*, 6> kCountColumns = {"CountFiles",  "CountINI",      "CountText",
+                                                             "CountMacros", "CountRegistry", "CountIssues"};
+
 // A row of Zorvel_CaptureDetails.
 struct CatalogueRow {
     std::string

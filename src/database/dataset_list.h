@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "database/catalogue.h"
+#include "platform/files.h"
 
 namespace zorvel {
 
@@ -13,6 +14,8 @@ namespace zorvel {
 std::string ListItem(const CatalogueRow& row);
 // The list items of `rows`, in their order.
 std::vector<std::string> ListItems(const std::vector<CatalogueRow>& rows);
+// What is to be said of the dataset of each of `rows`: "import not completed", or nothing.
+std::vector<std::string> ItemNotes(const Files& files, const std::vector<CatalogueRow>& rows);
 // The dataset of a list item: its text from the first "Zorvel_" on; the whole item when there is none.
 std::string DatasetOf(std::string_view item);
 
@@ -24,10 +27,11 @@ struct DatasetSummary {
     std::string applications;  // "#,0"
     std::string issues;        // "#,0"
     std::string comments;
+    std::string note;  // "import not completed", or empty
 };
 
 // The summary of a dataset; empty texts when the catalogue has no row of that name. Raises 0x80004005 when
 // the store fails.
-DatasetSummary SummaryOf(const Catalogue& catalogue, std::string_view dataset);
+DatasetSummary SummaryOf(const Files& files, const Catalogue& catalogue, std::string_view dataset);
 
 }  // namespace zorvel

@@ -5,6 +5,8 @@
 
 #include "database/application_keys.h"
 #include "database/attribute_loader.h"
+#include "database/import_record.h"
+#include "database/set_aside.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
 
@@ -48,6 +50,8 @@ Import::Import(Services& services, Catalogue& catalogue, ImportDisplay& display)
 ImportResult Import::Run(CatalogueRow details) {
     Log& log = services_.log;
     const Files& files = services_.files;
+    const auto hold = services_.writers.Acquire();
+    if (!hold) return ImportResult::kFailed;
     try {
         step_ = 1;
         display_.ShowStatusFrame();
@@ -73,6 +77,7 @@ ImportResult Import::Run(CatalogueRow details) {
         step_ = 6;
         log.WriteLog("Opening newly created DB...");
         dataset_.emplace(files.Resolve(path), path);
+        BeginImportRecord(*dataset_, details, services_.clock.Now());
         const double start = services_.clock.Timer();
         Advance();
 
@@ -87,6 +92,7 @@ ImportResult Import::Run(CatalogueRow details) {
             Load(kind);
             if (kind.moves_bar) Advance();
         }
+        Complete(path);
 
         step_ = 9;
         log.WriteLog("Successfully finished import into DB - took " + Seconds(start));
@@ -104,7 +110,7 @@ ImportResult Import::Run(CatalogueRow details) {
     }
 }
 
-// Deletes a dataset of this run that is there already, if the user wants it; false when it is to stay.
+// Sets a dataset of this run aside that is there already, if the user wants it; false when it is to stay.
 bool Import::MakeRoom(const std::string& path) {
     if (!services_.files.Exists(path)) return true;
     const bool overwrite = services_.ui.Ask(
@@ -118,8 +124,29 @@ bool Import::MakeRoom(const std::string& path) {
         return false;
     }
     services_.log.WriteLog("Data already appears to have been imported, user chooses to over-write database");
-    RemoveDatabase(services_.files, path);
+    RequireInputs();
+    SetAside(services_.files, path);
     return true;
+}
+
+// Opens the template and every data file: what is missing shall be found while there is nothing to lose.
+void Import::RequireInputs() const {
+    const Files& files = services_.files;
+    files.Open(files.Path(kTemplateFile));
+    for (const ImportKind& kind : ImportKinds()) {
+        for (const DataFile& file : kind.files)
+            files.Open(files.Path(file.name));
+    }
+}
+
+// From here on the dataset is whole, and the one that was set aside for it no longer needed.
+void Import::Complete(const std::string& path) {
+    CompleteImportRecord(*dataset_, services_.clock.Now());
+    try {
+        RemoveSetAside(services_.files, path);
+    } catch (const Error& error) {
+        services_.log.WriteWarning("The older dataset stays set aside: " + error.detail());
+    }
 }
 
 void Import::Load(const ImportKind& kind) {
@@ -136,8 +163,8 @@ void Import::Load(const ImportKind& kind) {
         RowLoader loader(*dataset_, kind);
         load_files([&](const Record& record, const DataFileReader& reader) {
             if (loader.Add(record)) return;
-            services_.log.WriteLog("WARNING: " + reader.Place() + ": a record of '" + record[0] +
-                                   "' was left out: the application was not found in the directory");
+            services_.log.WriteWarning(reader.Place() + ": a record of '" + record[0] +
+                                       "' was left out: the application was not found in the directory");
         });
     }
 }

@@ -40,12 +40,15 @@ class Import {
     Import(Services& services, Catalogue& catalogue, ImportDisplay& display);
 
     // Imports the last run; `details` is what the catalogue is to say of it, with its DBName still empty. No
-    // error leaves it. A failure leaves the dataset with what was loaded before it, and the catalogue row if
-    // it was added.
+    // error leaves it. A failure leaves the dataset with what was loaded before it, which says that its
+    // import was not completed, and the catalogue row if it was added; an older dataset of the run stays set
+    // aside.
     ImportResult Run(CatalogueRow details);
 
   private:
     bool MakeRoom(const std::string& path);
+    void RequireInputs() const;
+    void Complete(const std::string& path);
     void Load(const ImportKind& kind);
     template <typename Adder>
     void LoadFile(const ImportKind& kind, const DataFile& file, const Adder& add);

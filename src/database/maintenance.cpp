@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "database/import_record.h"
+#include "database/set_aside.h"
 #include "platform/code_page.h"
 #include "platform/store.h"
 #include "shell/formats.h"
@@ -42,6 +44,7 @@ void DatabaseMaintenance::RefreshForm() {
 
 void DatabaseMaintenance::Clear() {
     lstCapture.clear();
+    item_notes.clear();
     names_.clear();
     list_caption.clear();
     summary = {};
@@ -62,6 +65,7 @@ void DatabaseMaintenance::Fill() {
         return;
     }
     lstCapture = ListItems(rows);
+    item_notes = ItemNotes(services_.files, rows);
     for (const CatalogueRow& row : rows)
         names_.push_back(row.DBName);
     butDeleteEnabled = true;
@@ -75,7 +79,7 @@ void DatabaseMaintenance::Fill() {
 void DatabaseMaintenance::Show(const std::string& dataset) {
     dataset_ = dataset;
     summary = {};
-    summary = SummaryOf(catalogue_, dataset_);
+    summary = SummaryOf(services_.files, catalogue_, dataset_);
 }
 
 void DatabaseMaintenance::Select(std::size_t index) {
@@ -102,6 +106,8 @@ bool DatabaseMaintenance::SelectDataset(const std::string& dataset) {
 
 MaintenanceResult DatabaseMaintenance::Compact() {
     if (dataset_.empty()) return MaintenanceResult::kDeclined;
+    const auto hold = services_.writers.Acquire();
+    if (!hold) return MaintenanceResult::kDeclined;
     step_ = 1;
     if (!services_.ui.Ask("Are you sure you wish to Compact the selected Zorvelrun dataset?",
                           MessageIcon::kExclamation, Answer::kNo)) {
@@ -175,6 +181,8 @@ void DatabaseMaintenance::ReportCompactFailure(const Error& error) {
 
 MaintenanceResult DatabaseMaintenance::Delete() {
     if (dataset_.empty()) return MaintenanceResult::kDeclined;
+    const auto hold = services_.writers.Acquire();
+    if (!hold) return MaintenanceResult::kDeclined;
     step_ = 1;
     if (!services_.ui.Ask("Are you sure you wish to PERMANENTLY DELETE the selected Zorvelrun dataset?",
                           MessageIcon::kExclamation, Answer::kNo)) {
@@ -187,8 +195,7 @@ MaintenanceResult DatabaseMaintenance::Delete() {
         step_ = 3;
         const std::string path = services_.files.Path("databases\\" + dataset_);
         services_.log.WriteLog("Physically deleting '" + path + "'");
-        RemoveDatabase(services_.files, path);
-        RemoveUnfinished(services_.files, CompactedCopy(path));
+        RemoveFiles(path);
         if (!row_removed) {
             step_ = 2;
             catalogue_.Remove(dataset_);
@@ -202,6 +209,21 @@ MaintenanceResult DatabaseMaintenance::Delete() {
     }
 }
 
+// Deletes the dataset's file and what belongs to it. What an import set aside for it goes too, unless that
+// was whole and this one is not.
+void DatabaseMaintenance::RemoveFiles(const std::string& path) {
+    const Files& files = services_.files;
+    const bool whole = ImportStateOf(files, path) == ImportState::kCompleted;
+    RemoveDatabase(files, path);
+    RemoveUnfinished(files, CompactedCopy(path));
+    const std::string aside = SetAsidePath(path);
+    if (whole || ImportStateOf(files, aside) == ImportState::kNotCompleted) {
+        RemoveSetAside(files, path);
+    } else if (files.Exists(aside)) {
+        services_.log.WriteWarning("The dataset that was set aside for it stays: '" + aside + "'");
+    }
+}
+
 // Removes the dataset's row. False on a full disk, which has no room for what the store notes while it
 // removes.
 bool DatabaseMaintenance::RemoveRow() {
@@ -210,8 +232,8 @@ bool DatabaseMaintenance::RemoveRow() {
         return true;
     } catch (const Error& error) {
         if (error.number() != errors::kDiskFull) throw;
-        services_.log.WriteLog("WARNING: The disk is full: the file of '" + dataset_ +
-                               "' is deleted ahead of its database details, to make room");
+        services_.log.WriteWarning("The disk is full: the file of '" + dataset_ +
+                                   "' is deleted ahead of its database details, to make room");
         return false;
     }
 }

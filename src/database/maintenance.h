@@ -14,7 +14,7 @@ namespace zorvel {
 
 enum class MaintenanceResult {
     kDone,
-    kDeclined,  // the user said no, or nothing is selected; nothing was changed
+    kDeclined,  // the user said no, nothing is selected, or another process writes; nothing was changed
     kFailed,    // the error was shown and logged; steps before it may have been done
 };
 
@@ -36,7 +36,8 @@ class DatabaseMaintenance {
 
     // What the dialog shows.
     std::vector<std::string> lstCapture;
-    std::string list_caption;  // of the list's frame
+    std::vector<std::string> item_notes;  // of each item: what is to be said of its dataset, or nothing
+    std::string list_caption;             // of the list's frame
     DatasetSummary summary;
     bool butCompactEnabled = false;
     bool butDeleteEnabled = false;
@@ -50,6 +51,7 @@ class DatabaseMaintenance {
     void CompactFile(const std::string& path);
     void ReplaceByCompacted(const std::string& path, const std::string& compacted);
     bool RemoveRow();
+    void RemoveFiles(const std::string& path);
     void ReportCompactFailure(const Error& error);
     void ReportDeleteFailure(const Error& error);
 

@@ -115,6 +115,34 @@ CREATE TABLE Zorvel_Settings (
 -- The last key handed out.
 INSERT INTO Zorvel_Settings (Setting, "Value") VALUES ('NextAppUniqueRef', '0');
 
+-- What the import says of itself: one row, written when it begins. Without a row, or while it has no Completed, the import
+-- was not completed.
+CREATE TABLE Zorvel_Import (
+    Run DATETIME NOT NULL,  -- this and the others as the master catalogue has them
+    Tree TEXT,
+    OU TEXT,
+    Description TEXT,
+    AppCount INTEGER,
+    CountFiles INTEGER,
+    CountINI INTEGER,
+    CountText INTEGER,
+    CountMacros INTEGER,
+    CountRegistry INTEGER,
+    CountIssues INTEGER,
+    Begun DATETIME NOT NULL,
+    Completed DATETIME,
+    -- The rows of each table when it was completed.
+    Apps INTEGER,
+    AppDetails INTEGER,
+    Macros INTEGER,
+    Issues INTEGER,
+    CopyFiles INTEGER,
+    INISettings INTEGER,
+    RegistrySettings INTEGER,
+    AppAssociations INTEGER,
+    Associations INTEGER
+);
+
 CREATE TABLE Master.Zorvel_CaptureDetails (
     Captured DATETIME NOT NULL,  -- 'YYYY-MM-DD HH:MM:SS'
     Tree TEXT,

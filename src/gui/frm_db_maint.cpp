@@ -34,9 +34,7 @@ void frmDBMaint::Delete() {
 void frmDBMaint::ShowList() {
     const QSignalBlocker filling(ui_->lstCapture);
     ui_->frameCapture->setTitle(ToQString(maintenance_.list_caption));
-    ui_->lstCapture->clear();
-    for (const std::string& item : maintenance_.lstCapture)
-        ui_->lstCapture->addItem(ToQString(item));
+    ShowDatasetsIn(*ui_->lstCapture, maintenance_.lstCapture, maintenance_.item_notes);
     // The first is selected after each refresh.
     ui_->lstCapture->setCurrentRow(0);
     ui_->butCompact->setEnabled(maintenance_.butCompactEnabled);

@@ -53,8 +53,7 @@ void frmReportOptions::Guard(const std::function<void()>& operation) {
 void frmReportOptions::ShowOptions() {
     setWindowTitle(ToQString(options_.caption));
     ui_->frameCapture->setTitle(ToQString(options_.list_caption));
-    for (const std::string& item : options_.lstCapture)
-        ui_->lstCapture->addItem(ToQString(item));
+    ShowDatasetsIn(*ui_->lstCapture, options_.lstCapture, options_.item_notes);
     if (!options_.lstCapture.empty()) ui_->lstCapture->setCurrentRow(0);
     for (const std::string& item : options_.comboSortBy)
         ui_->comboSortBy->addItem(ToQString(item));

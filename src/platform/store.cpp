@@ -76,6 +76,19 @@ void MakeForOwnerAlone(const std::filesystem::path& path) {
     ::close(file);
 }
 
+// Undoes what a killed program left unfinished in a database, which one that is opened for reading cannot. A
+// failure is told by the reading.
+void UndoUnfinished(const std::filesystem::path& path) {
+    std::error_code ignored;
+    if (!std::filesystem::exists(path.string() + "-journal", ignored)) return;
+    try {
+        SQLite::Database(path.string(), SQLite::OPEN_READWRITE, kBusyMilliseconds)
+            .execAndGet("SELECT count(*) FROM sqlite_master");
+    } catch (const SQLite::Exception&) {
+        return;
+    }
+}
+
 int FlagsOf(Database::Access access) {
     switch (access) {
         case Database::Access::kReadOnly:
@@ -157,6 +170,7 @@ class Connection {
     Connection(const std::filesystem::path& path, std::string name, Database::Access access)
         : name_(std::move(name)), db_(GuardedOpening(name_, [&] {
               if (access == Database::Access::kCreate) MakeForOwnerAlone(path);
+              if (access == Database::Access::kReadOnly) UndoUnfinished(path);
               return SQLite::Database(path.string(), FlagsOf(access), kBusyMilliseconds);
           })) {
         // The first access reads the file's header and undoes what a killed program left unfinished.

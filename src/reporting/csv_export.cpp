@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "database/import_record.h"
 #include "reporting/character_table.h"
 #include "reporting/export_fields.h"
 #include "reporting/report_export.h"
@@ -124,8 +125,10 @@ class CsvWriter {
 void WriteCsv(const Report& report, OutputFile& file) {
     const ReportRows& rows = report.rows();
     const std::size_t fields = rows.fields().size();
+    // A column of its own says of the rows that their import was not completed.
+    const bool marked = !report.facts().incomplete.empty();
     CsvWriter writer(file);
-    const auto write_record = [&](const auto& value) {
+    const auto write_record = [&](const auto& value, std::string_view mark) {
         if (fields == 1) {
             writer.WriteOnly(value(0));
         } else {
@@ -134,13 +137,19 @@ void WriteCsv(const Report& report, OutputFile& file) {
                 writer.Write(value(field));
             }
         }
+        if (marked) {
+            file.Write(',');
+            writer.Write(mark);
+        }
         file.Write(kRecordEnd);
     };
     const std::vector<std::string> headings = FieldHeadings(report);
     file.Write(kByteOrderMark);
-    write_record([&](std::size_t field) { return std::string_view(headings[field]); });
-    for (std::size_t row = 0; row < rows.size(); ++row)
-        write_record([&](std::size_t field) { return rows.Value(row, field); });
+    write_record([&](std::size_t field) { return std::string_view(headings[field]); }, kImportNotCompleted);
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        write_record([&](std::size_t field) { return rows.Value(row, field); },
+                     marked && report.IsOfIncomplete(row) ? "yes" : "");
+    }
 }
 
 }  // namespace zorvel

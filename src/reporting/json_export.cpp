@@ -75,6 +75,10 @@ void WriteFacts(const ReportFacts& facts, JsonWriter& writer, OutputFile& file) 
         writer.Write(value);
         separator = ",\n";
     }
+    if (facts.incomplete.empty()) return;
+    file.Write(separator);
+    writer.WriteKey("import");
+    writer.Write(facts.ImportNote());
 }
 
 void WriteTotals(const Report& report, JsonWriter& writer, OutputFile& file) {

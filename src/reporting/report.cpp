@@ -1,11 +1,22 @@
 #include "reporting/report.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "database/import_record.h"
 #include "reporting/report_values.h"
 #include "shell/formats.h"
 
 namespace zorvel {
+
+std::string ReportFacts::ImportNote() const {
+    if (incomplete.empty()) return {};
+    std::string note(kImportNotCompleted);
+    if (incomplete.front() == dataset) return note;
+    for (const std::string& name : incomplete)
+        note += (&name == &incomplete.front() ? ": " : ", ") + name;
+    return note;
+}
 
 Report::Report(ReportDefinition definition, ReportFacts facts, const Database& database,
                const std::string& query)
@@ -17,6 +28,7 @@ std::vector<FactLine> Report::FactLines() const {
         if (!value.empty()) lines.push_back({name, value});
     };
     add("Dataset", facts_.dataset);
+    add("Import", facts_.ImportNote());
     add("Tree", facts_.tree);
     add("Container", facts_.container);
     add("Zorvelrun", facts_.captured);
@@ -24,6 +36,18 @@ std::vector<FactLine> Report::FactLines() const {
     add("Order", facts_.order);
     add("Left out", facts_.excluded);
     return lines;
+}
+
+bool Report::IsOfIncomplete(std::size_t row) const {
+    const auto is_incomplete = [this](std::string_view dataset) {
+        return std::find(facts_.incomplete.begin(), facts_.incomplete.end(), dataset) !=
+               facts_.incomplete.end();
+    };
+    if (is_incomplete(facts_.dataset)) return true;
+    const std::vector<std::string>& fields = rows_.fields();
+    const auto name = std::find(fields.begin(), fields.end(), "DBName");
+    return name != fields.end() &&
+           is_incomplete(rows_.Value(row, static_cast<std::size_t>(name - fields.begin())));
 }
 
 std::string Report::Heading(std::size_t group) const {

@@ -24,6 +24,12 @@ struct ReportFacts {
     std::string order;      // the sort choice, when it was used
     std::string excluded;   // the issue codes that are left out, in apostrophes, joined by commas
     std::string generated;  // when the report was made, "dd/mm/yyyy hh:mm:ss"
+    // The datasets, of those that the report is about, whose import was not completed.
+    std::vector<std::string> incomplete;
+
+    // "import not completed", with the datasets' names in a report about several; empty when all were
+    // completed.
+    std::string ImportNote() const;
 };
 
 // One line of facts: a name and its value.
@@ -51,9 +57,12 @@ class Report {
     const ReportFacts& facts() const { return facts_; }
     const ReportRows& rows() const { return rows_; }
 
-    // The facts that there are, named, in the order in which they are shown: dataset, tree, container, run,
-    // comment, order, excluded issues.
+    // The facts that there are, named, in the order in which they are shown: dataset, import, tree,
+    // container, run, comment, order, excluded issues.
     std::vector<FactLine> FactLines() const;
+
+    // True when the row is of a dataset whose import was not completed.
+    bool IsOfIncomplete(std::size_t row) const;
 
     // The heading and the note of a group (a number in rows().groups()), as they are displayed.
     std::string Heading(std::size_t group) const;

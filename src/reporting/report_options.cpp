@@ -87,7 +87,9 @@ void ReportOptions::FillTreeRO() {
 }
 
 void ReportOptions::FillList() {
-    lstCapture = ListItems(catalogue_.List());
+    const std::vector<CatalogueRow> rows = catalogue_.List();
+    lstCapture = ListItems(rows);
+    item_notes = ItemNotes(services_.files, rows);
     butOkEnabled = !lstCapture.empty();
     if (lstCapture.empty()) {
         choice_.cancelled = true;
@@ -104,7 +106,7 @@ void ReportOptions::FillList() {
 
 void ReportOptions::Select(std::size_t index) {
     dataset_ = DatasetOf(lstCapture.at(index));
-    summary = SummaryOf(catalogue_, dataset_);
+    summary = SummaryOf(services_.files, catalogue_, dataset_);
 }
 
 void ReportOptions::ToggleAdvanced() {

@@ -37,7 +37,8 @@ class ReportOptions {
     // What the dialog shows.
     std::string caption;
     std::vector<std::string> lstCapture;
-    std::string list_caption;  // of the list's frame
+    std::vector<std::string> item_notes;  // of each item: what is to be said of its dataset, or nothing
+    std::string list_caption;             // of the list's frame
     DatasetSummary summary;
     std::vector<std::string> comboSortBy;
     std::string sort;  // the selected item of comboSortBy; empty when there is none

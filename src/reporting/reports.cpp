@@ -1,8 +1,10 @@
 #include "reporting/reports.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
+#include "database/import_record.h"
 #include "platform/store.h"
 #include "reporting/data_source.h"
 #include "reporting/report_definition.h"
@@ -94,6 +96,7 @@ std::shared_ptr<const Report> Reports::MakeReport(const std::string& definition_
     if (query != sorted) facts.excluded = choice_.excluded_codes;
     const Database database(services_.files.Resolve(DatasetPath()), DatasetPath(),
                             Database::Access::kReadOnly);
+    facts.incomplete = Incomplete(database);  // ahead of the rows: an import may be at work
     const std::string own_query = definition.query;
     const std::string where = definition_path + ", line " + std::to_string(definition.query_line);
     try {
@@ -126,6 +129,20 @@ ReportFacts Reports::Facts() const {
     facts.captured = row->Captured;
     facts.comment = row->Description;
     return facts;
+}
+
+// The datasets that the report is about and whose import was not completed.
+std::vector<std::string> Reports::Incomplete(const Database& database) const {
+    std::vector<std::string> names;
+    if (choice_.caption != kCaptureDetailsReport) {
+        if (!IsImportCompleted(database)) names.push_back(choice_.dataset);
+        return names;
+    }
+    for (const CatalogueRow& row : catalogue_.List()) {
+        const bool known = std::find(names.begin(), names.end(), row.DBName) != names.end();
+        if (!known && LacksCompletion(services_.files, row.DBName)) names.push_back(row.DBName);
+    }
+    return names;
 }
 
 void Reports::Fail(const std::string& module, const std::string& title) {

@@ -33,6 +33,7 @@ class Reports {
                                              std::string_view filter) const;
     // What the report says about itself, but for its order and what it leaves out.
     ReportFacts Facts() const;
+    std::vector<std::string> Incomplete(const Database& database) const;
     // Reports the exception being handled: `module` is what the log calls the place, `title` what the message
     // does.
     void Fail(const std::string& module, const std::string& title);

@@ -1,5 +1,6 @@
 #include "shell/main_controller.h"
 
+#include "database/import_record.h"
 #include "shell/pause.h"
 #include "shell/report_error.h"
 
@@ -80,14 +81,16 @@ void MainController::EditRuleList(RuleListFile list) {
 }
 
 RunInputs MainController::MakeRunInputs(RunDisplay& display) {
-    return {services_,
-            *directory_,
-            session_.tree,
-            session_.rule_lists,
-            session_.app_issue_slots,
-            session_.ContextHandle,
-            display,
-            settings_.pace};
+    return {
+        services_,
+        *directory_,
+        session_.tree,
+        session_.rule_lists,
+        session_.app_issue_slots,
+        session_.ContextHandle,
+        display,
+        settings_.pace,
+        [this](const std::string& path) { return ImportStateOf(files_, path) == ImportState::kCompleted; }};
 }
 
 }  // namespace zorvel

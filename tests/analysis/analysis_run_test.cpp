@@ -74,8 +74,15 @@ class Run : public testing::Test {
     }
 
     RunOutcome Go(FindRun* find = nullptr) {
-        const RunInputs inputs{shell_.services, directory_,      lists_,   rules_,
-                               slots_,          context_handle_, display_, {}};
+        const RunInputs inputs{shell_.services,
+                               directory_,
+                               lists_,
+                               rules_,
+                               slots_,
+                               context_handle_,
+                               display_,
+                               {},
+                               [this](const std::string& path) { return shell_.files.Exists(path); }};
         AnalysisRun run(inputs, find);
         const RunOutcome outcome = run.Run();
         import_wanted_ = run.import_wanted();

@@ -287,6 +287,45 @@ TEST_F(BatchReport, ShowsEveryValueThatTheDirectoryHolds) {
     EXPECT_THAT(Written(), HasSubstr("\"U\r.S\""));
 }
 
+TEST_F(BatchReport, HalfAnImportIsCalledSoUntilItIsRepaired) {
+    Analyse();
+    folder_.Write("TempData/Zorvel_Macros.CSV", "Gone.S\r\nM\r\n\r\n\r\n\r\n");
+    ASSERT_EQ(Run({"--yes", "import"}).status, 1);
+    const std::string aside = dataset_ + ".previous";
+
+    EXPECT_THAT(Run({"datasets"}).out, HasSubstr(dataset_ + "\t\timport not completed\n"));
+    EXPECT_THAT(Run({"datasets"}).out, testing::EndsWith("\tZorvel_OLD.MDB\t\n"));
+    ASSERT_EQ(Report({"Run Order Summary"}).status, 0);
+    EXPECT_THAT(Written(), testing::ContainsRegex("^\xEF\xBB\xBF"
+                                                  "AppUniqueRef,.*,import not completed\r\n"));
+    EXPECT_THAT(Written(), HasSubstr(",yes\r\n"));
+    ASSERT_EQ(Report({"Run Order Summary"}, "out.json").status, 0);
+    EXPECT_THAT(folder_.Read("out.json"), HasSubstr("\n\"import\": \"import not completed\"\n"));
+    ASSERT_EQ(Report({"Run Order Summary"}, "out.html").status, 0);
+    EXPECT_THAT(folder_.Read("out.html"), HasSubstr("import not completed"));
+    ASSERT_EQ(Report({"Capture Details Summary"}).status, 0);
+    EXPECT_THAT(Written(), HasSubstr(dataset_ + ",yes\r\n"));
+    EXPECT_THAT(Written(), HasSubstr("Zorvel_OLD.MDB,\r\n"));
+    // The data of the run is the only whole one.
+    EXPECT_THAT(Run({"analyse", "--all", "--pace", "0"}).err,
+                HasSubstr("doesn't appear to have been imported"));
+
+    const Result check = Run({"datasets", "--check"});
+    EXPECT_EQ(check.status, 1);
+    EXPECT_EQ(check.out, "set-aside dataset\t" + aside + "\tnothing whole took its place\n");
+    const Result asked = Run({"datasets", "--repair"});
+    EXPECT_EQ(asked.status, 1);
+    EXPECT_THAT(asked.err, HasSubstr("rename '" + aside + "' to '" + dataset_ + "'"));
+    EXPECT_TRUE(folder_.Has("Databases/" + aside));
+    const Result repaired = Run({"--yes", "datasets", "--repair"});
+    EXPECT_EQ(repaired.status, 0) << repaired.err;
+    EXPECT_EQ(repaired.out, "repaired\t" + aside + "\trename '" + aside + "' to '" + dataset_ + "'\n");
+    EXPECT_EQ(Run({"datasets", "--check"}).out, "");
+    EXPECT_THAT(Run({"datasets"}).out, testing::Not(HasSubstr("not completed")));
+    ASSERT_EQ(Report({"Run Order Summary"}).status, 0);
+    EXPECT_THAT(Written(), testing::Not(HasSubstr("not completed")));
+}
+
 TEST_F(BatchReport, BrokenFilesOfTheProgramAreToldAndTheOlderFileStays) {
     Analyse();
     folder_.Write("out.csv", "older");

@@ -54,6 +54,10 @@ TEST(CaptureDetails, WarnsOfARunThatWasImported) {
     test.folder.Write("Databases/zorvel_261116172805.mdb", "");
     ASSERT_TRUE(test.dialog.Open());
     EXPECT_EQ(test.dialog.labWarning, "Note that this Zorvelrun already appears to have been imported..");
+    test.files.Remove(test.files.Path("Databases\\zorvel_261116172805.mdb"));
+    test::AddDataset(test.folder, "Zorvel_261116172805.MDB", false);
+    ASSERT_TRUE(test.dialog.Open());
+    EXPECT_EQ(test.dialog.labWarning, "Note that an earlier import of this Zorvelrun was not completed..");
 }
 
 TEST(CaptureDetails, ImportsWithTheUsersComment) {

@@ -55,14 +55,14 @@ TEST_F(CatalogueOfThree, HoldsTheColumnsInTheOrderOfTheTable) {
 }
 
 TEST_F(CatalogueOfThree, SummarisesTheChosenDataset) {
-    const DatasetSummary summary = SummaryOf(*folder_.catalogue, "Zorvel_260131100000.MDB");
+    const DatasetSummary summary = SummaryOf(folder_.files, *folder_.catalogue, "Zorvel_260131100000.MDB");
     EXPECT_EQ(summary.captured, "31/01/2026 10:00:00");
     EXPECT_EQ(summary.tree, "CORP_TREE");
     EXPECT_EQ(summary.container, "APPS.SITE");
     EXPECT_EQ(summary.applications, "1,234");
     EXPECT_EQ(summary.issues, "6,000");
     EXPECT_EQ(summary.comments, "first");
-    EXPECT_EQ(SummaryOf(*folder_.catalogue, "Zorvel_none").tree, "");
+    EXPECT_EQ(SummaryOf(folder_.files, *folder_.catalogue, "Zorvel_none").tree, "");
 }
 
 TEST_F(CatalogueOfThree, RemovesEveryRowOfADataset) {
@@ -74,7 +74,7 @@ TEST_F(CatalogueOfThree, RemovesEveryRowOfADataset) {
 
 TEST_F(CatalogueOfThree, TellsWhatTheLastImportOfARunSaid) {
     folder_.catalogue->Add(Row("31/01/2026 10:00:00", "Zorvel_260131100000.MDB", "again"));
-    EXPECT_EQ(SummaryOf(*folder_.catalogue, "Zorvel_260131100000.MDB").comments, "again");
+    EXPECT_EQ(SummaryOf(folder_.files, *folder_.catalogue, "Zorvel_260131100000.MDB").comments, "again");
 }
 
 TEST_F(CatalogueOfThree, RunsNothingThatStandsInANameOrAContainer) {

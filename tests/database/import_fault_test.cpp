@@ -10,7 +10,10 @@
 #include <string>
 #include <vector>
 
+#include "database/dataset_check.h"
 #include "database/dataset_folder.h"
+#include "database/import_record.h"
+#include "database/set_aside.h"
 #include "import_data.h"
 #include "support/file_size_limit.h"
 
@@ -278,6 +281,10 @@ TEST(KilledImport, LeavesAPrefixThatASecondImportReplaces) {
         ASSERT_EQ(WTERMSIG(status), SIGKILL);
         ++killed;
         EXPECT_EQ(IntegrityOf(folder.Open("ZorvelMaster.mdb")), "ok");
+        const std::string path = folder.files.Path("Databases\\" + folder.dataset);
+        EXPECT_TRUE(ImportStateOf(folder.files, path) == ImportState::kCompleted ||
+                    ImportStateOf(folder.files, SetAsidePath(path)) == ImportState::kCompleted)
+            << "nothing whole is left at " << moment;
         if (!folder.folder.Has("Databases/" + folder.dataset)) continue;
         const Database dataset = folder.Open(folder.dataset);
         EXPECT_EQ(IntegrityOf(dataset), "ok");
@@ -296,6 +303,7 @@ TEST(KilledImport, LeavesAPrefixThatASecondImportReplaces) {
     for (std::size_t i = 0; i < kTables.size(); ++i) {
         EXPECT_EQ(CountOf(folder.Open(folder.dataset), kTables[i]), whole[i]) << kTables[i];
     }
+    EXPECT_TRUE(FindDatasetFaults(folder.files, *folder.catalogue).empty());
 }
 
 TEST(KilledImport, EndsWithItsMessageWhenTheFileCannotGrow) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "database/dataset_folder.h"
+#include "database/import_record.h"
 
 namespace zorvel {
 namespace {
@@ -243,6 +244,54 @@ TEST_F(ImportedRun, StaysWhenTheUserDoesNotWantItOverwritten) {
     EXPECT_EQ(folder_.LogLines().size(), logged + 2);
     EXPECT_EQ(folder_.Table("Zorvel_Apps", "AppName").size(), 2U);
     EXPECT_EQ(folder_.catalogue->List().size(), 1U);
+}
+
+TEST_F(ImportedRun, SaysThatItWasCompletedAndWhatItHolds) {
+    Import();
+    EXPECT_TRUE(IsImportCompleted(folder_.Open(folder_.dataset)));
+    EXPECT_THAT(folder_.Table("Zorvel_Import",
+                              "Run, Tree, OU, Description, AppCount, CountIssues, Begun, Completed, Apps, "
+                              "AppDetails, Associations"),
+                ElementsAre("2026-11-16 17:28:05|CORP_TREE|APPS.SITE|O'Brien's run|1234|6|2026-11-16 "
+                            "17:28:05|2026-11-16 17:28:05|2|1|0"));
+}
+
+TEST_F(ImportedRun, IsLeftAloneWhenAFileForASecondImportIsMissing) {
+    Import();
+    const std::string before = folder_.folder.Read("Databases/" + folder_.dataset);
+    std::vector<std::string> needed = {"Empty_Zorvel.mdb"};
+    for (const DataFile& file : test::DatasetFolder::AllFiles())
+        needed.emplace_back(file.name);
+    for (const std::string& name : needed) {
+        const std::string path = folder_.files.Path(name);
+        folder_.files.Rename(path, path + ".kept");
+        folder_.ui.answers = {Answer::kYes};
+        EXPECT_EQ(folder_.RunImport(), ImportResult::kFailed) << name;
+        EXPECT_EQ(folder_.ui.boxes.back().text,
+                  "Error no. 53 (File not found) occurred during Import at Line 4");
+        folder_.files.Rename(path + ".kept", path);
+    }
+    EXPECT_EQ(folder_.folder.Read("Databases/" + folder_.dataset), before);
+    EXPECT_EQ(folder_.files.List(folder_.files.Path("Databases"), "", "").size(), 2U);
+    EXPECT_EQ(folder_.catalogue->List().size(), 1U);
+}
+
+TEST_F(ImportedRun, StaysAsideUntilANewImportIsCompleted) {
+    Import();
+    const std::string whole = folder_.folder.Read("Databases/" + folder_.dataset);
+    const std::string aside = "Databases/" + folder_.dataset + ".previous";
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        folder_.Write(data_files::kMacros, {{"Unknown.APPS", "M", "", "", ""}});
+        folder_.ui.answers = {Answer::kYes};
+        EXPECT_EQ(folder_.RunImport(), ImportResult::kFailed);
+        EXPECT_FALSE(IsImportCompleted(folder_.Open(folder_.dataset)));
+        EXPECT_EQ(folder_.folder.Read(aside), whole) << attempt;
+    }
+    folder_.Write(data_files::kMacros, {});
+    folder_.ui.answers = {Answer::kYes};
+    Import();
+    EXPECT_TRUE(IsImportCompleted(folder_.Open(folder_.dataset)));
+    EXPECT_FALSE(folder_.folder.Has(aside));
 }
 
 TEST_F(ImportedRun, IsReplacedByASecondImportThatAddsACatalogueRow) {

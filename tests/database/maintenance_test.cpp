@@ -223,6 +223,22 @@ TEST_F(Maintenance, DeletesTheFileFirstWhenTheDiskIsFull) {
     EXPECT_EQ(folder_.catalogue->List().size(), 1U);
 }
 
+TEST_F(Maintenance, DeletesHalfAnImportWithoutTheWholeOneThatWasSetAside) {
+    const std::string name = test::DatasetOfDay(16, "").DBName;
+    for (const bool whole : {false, true}) {
+        test::AddDataset(folder_.folder, name, whole);
+        if (!whole) test::AddDataset(folder_.folder, name + ".previous");
+        folder_.catalogue->Add(test::DatasetOfDay(16, ""));
+        DatabaseMaintenance& dialog = Opened();
+        folder_.ui.answers = {zorvel::Answer::kYes};
+        EXPECT_EQ(dialog.Delete(), MaintenanceResult::kDone);
+        EXPECT_FALSE(folder_.folder.Has("Databases/" + name));
+        EXPECT_EQ(folder_.folder.Has("Databases/" + name + ".previous"), !whole);
+    }
+    EXPECT_THAT(folder_.LogLines(),
+                Contains(HasSubstr(" WARNING: The dataset that was set aside for it stays: '")));
+}
+
 TEST_F(Maintenance, TellsWhichStepFailedWhenTheFileIsGone) {
     Import();
     folder_.files.Remove(file_);

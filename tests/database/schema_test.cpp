@@ -51,6 +51,10 @@ TEST(Schema, HasEveryTableWithItsColumnsInOrder) {
          "AppUniqueRef, AssocByGroup, AssocByOU, AssocByWS, TotAssociations, AppFingerPrint"},
         {"Zorvel_Associations", "AppUniqueRef, FullUserID, FullAssociation, AssociationType"},
         {"Zorvel_Settings", "Setting, Value"},
+        {"Zorvel_Import",
+         "Run, Tree, OU, Description, AppCount, CountFiles, CountINI, CountText, CountMacros, CountRegistry, "
+         "CountIssues, Begun, Completed, Apps, AppDetails, Macros, Issues, CopyFiles, INISettings, "
+         "RegistrySettings, AppAssociations, Associations"},
         {"Zorvel_Resolutions", "IssueCode, IssueShortDesc, Resolution"},
         {"Zorvel_CaptureDetails", ""},
     };

@@ -24,9 +24,10 @@ using testing::HasSubstr;
 class DBMaintDialog : public testing::Test {
   protected:
     // A dataset of the `day`th November with its file.
-    void Add(int day, const std::string& comment) {
-        folder_.catalogue->Add(test::DatasetOfDay(day, comment));
-        folder_.files.Copy(folder_.files.Path("Empty_Zorvel.mdb"), File(day));
+    void Add(int day, const std::string& comment, bool completed = true) {
+        const CatalogueRow row = test::DatasetOfDay(day, comment);
+        folder_.catalogue->Add(row);
+        test::AddDataset(folder_.folder, row.DBName, completed);
     }
     std::string File(int day) const {
         return folder_.files.Path("Databases\\" + DatasetName(std::to_string(day) + "/11/2026 08:00:00"));
@@ -67,6 +68,21 @@ TEST_F(DBMaintDialog, ListsTheDatasetsAndSummarisesTheChosenOne) {
     EXPECT_EQ(Summary()[1], "TREE_16");
     QTest::mouseClick(&Control<QPushButton>(window, "butClose"), Qt::LeftButton);
     EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(DBMaintDialog, MarksADatasetWhoseImportWasNotCompleted) {
+    Add(16, "whole");
+    Add(17, "half", false);
+    const QWidget& window = Opened();
+    EXPECT_EQ(List().item(0)->text(), "17/11/2026 08:00:00  -  half  -  Zorvel_261117080000.MDB");
+    EXPECT_EQ(List().item(0)->toolTip(), "import not completed");
+    EXPECT_FALSE(List().item(0)->icon().isNull());
+    EXPECT_TRUE(Control<QLabel>(window, "labNote").isVisible());
+    EXPECT_EQ(Control<QLabel>(window, "labNote").text(), "import not completed");
+    QTest::keyClick(&List(), Qt::Key_Down);
+    EXPECT_FALSE(Control<QLabel>(window, "labNote").isVisible());
+    EXPECT_TRUE(List().item(1)->icon().isNull());
+    EXPECT_EQ(List().item(1)->toolTip(), "");
 }
 
 TEST_F(DBMaintDialog, DeletesTheChosenDatasetUntilNoneIsLeft) {

@@ -22,7 +22,7 @@ class ReportMenu : public MainWindowTest {
     // A dataset with one application with an issue, put on file on a day of 2026.
     void AddDataset(const std::string& day, const std::string& container) {
         const std::string name = "Zorvel_" + day + ".MDB";
-        std::filesystem::copy(folder_.path() / "Empty_Zorvel.mdb", folder_.path() / "Databases" / name);
+        test::AddDataset(folder_, name);
         Database(folder_.path() / "Databases" / name, name)
             .ExecuteScript("INSERT INTO Zorvel_Apps (AppUniqueRef, AppName, AppOU) VALUES (1, 'Word', '" +
                            container +

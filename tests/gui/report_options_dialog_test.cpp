@@ -120,6 +120,16 @@ TEST_F(ReportOptionsDialog, ShowsTheDatasetsAndTheOrders) {
     EXPECT_FALSE(choice_.cancelled);
 }
 
+TEST_F(ReportOptionsDialog, MarksADatasetWhoseImportWasNotCompleted) {
+    Add(16, "half");
+    test::AddDataset(folder_.folder, test::DatasetOfDay(16, "").DBName, false);
+    Shown("Run Order Summary");
+    EXPECT_EQ(Get<QListWidget>("lstCapture").item(0)->toolTip(), "import not completed");
+    EXPECT_FALSE(Get<QListWidget>("lstCapture").item(0)->icon().isNull());
+    EXPECT_EQ(Get<QLabel>("labNote").text(), "import not completed");
+    EXPECT_TRUE(Get<QLabel>("labNote").isVisible());
+}
+
 TEST_F(ReportOptionsDialog, OffersNoOrderForTheFingerprints) {
     Add(16, "a run");
     Opened("Application 'Fingerprint' Summary");

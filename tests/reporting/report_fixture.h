@@ -17,7 +17,7 @@ namespace zorvel::test {
 struct ReportFolder : DatasetFolder {
     ReportFolder() {
         dataset = "Zorvel_1.MDB";
-        files.Copy(files.Path("Empty_Zorvel.mdb"), files.Path("Databases\\" + dataset));
+        AddDataset(folder, dataset);
         CatalogueRow row;
         row.Captured = "16/11/2026 17:28:05";
         row.Tree = tree;
