@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kMemberAttribute = "Member";
 // So many names are kept before all are given up, which bounds the memory of a run.
-constexpr std::size_t kMostNames = 100'000;
+constexpr std::size_t kMostNames = 10'000;
 
 std::string KindOf(const ObjectDescription& description) {
     const bool workstation_group =
