@@ -32,7 +32,9 @@ void Require(bool condition) {
 }
 
 void ReadEveryValue(const MemoryTree& tree, EntryIndex entry) {
-    const EntryAttributes attributes = tree.ReadAttributes(entry);
+    EntryAttributes attributes;
+    tree.ReadAttributes(entry, attributes);
+    DnNames names(tree);
     std::size_t count = 0;
     for (const std::uint32_t stored_number : attributes.order) {
         const std::uint32_t attribute = tree.FindAttribute(tree.AttributeName(stored_number));
@@ -40,7 +42,7 @@ void ReadEveryValue(const MemoryTree& tree, EntryIndex entry) {
         const std::vector<std::string_view> values = attributes.Of(attribute);
         Require(values == tree.ReadAttribute(entry, attribute));
         const Syntax syntax = tree.AttributeSyntax(attribute);
-        Require(ValueTexts(tree, syntax, values).size() == (syntax == Syntax::kOther ? 0 : values.size()));
+        Require(ValueTexts(names, syntax, values).size() == (syntax == Syntax::kOther ? 0 : values.size()));
         count += values.size();
     }
     Require(count == attributes.values.size());

@@ -110,6 +110,7 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
             container_ = application.Container;
         }
         full_name_ = directory.FullName(path);
+        stream_name_ = '.' + full_name_;
     });
     if (!named) return Outcome::kFailed;
     if (services_.options.session.AppNamesWithSpacesIllegal && name_.find(' ') != std::string_view::npos) {
@@ -157,27 +158,28 @@ void ApplicationReader::ReadAttribute(const std::string& attribute) {
             if (error.number() != errors::kNoSuchValue) throw;
         }
         if (acl) association_reader_.Read(full_name_, values, associations_);
-        value = AttributeText(syntax, values);
+        value = AttributeText(syntax, std::move(values));
     }
     files_.WriteAttribute(full_name_, attribute, value);
-    CheckAttribute(UpperCase(attribute), value);
+    CheckAttribute(attribute, value);
 }
 
 void ApplicationReader::CheckAttribute(const std::string& attribute, std::string& value) {
-    if (attribute == "APP:PATH" || attribute == "APP:WORKING DIRECTORY") {
+    const auto is = [&](std::string_view name) { return EqualIgnoringCase(attribute, name); };
+    const bool path = is("APP:PATH");
+    if (path || is("APP:WORKING DIRECTORY")) {
         const std::int32_t signature = ConvertToSig(value);
         if (CheckMacroReplacements(value)) {
-            AddIssue(attribute == "APP:PATH" ? "Path to Executable" : "Working Directory", value,
-                     kPortableIssue);
+            AddIssue(path ? "Path to Executable" : "Working Directory", value, kPortableIssue);
         }
         signatures_.Add(Signature::kApplication, signature);
-    } else if (attribute == "APP:PARAMETERS") {
+    } else if (is("APP:PARAMETERS")) {
         signatures_.Add(Signature::kApplication, ConvertToSig(value));
-    } else if (attribute == "APP:DESCRIPTION" || attribute == "ZENAPPPACKAGEDESCRIPTION") {
+    } else if (is("APP:DESCRIPTION") || is("ZENAPPPACKAGEDESCRIPTION")) {
         if (!IsBlank(value)) inputs_.slots.Set(AppIssue::kNoDescription, false);
-    } else if (attribute == "ACL") {
+    } else if (is("ACL")) {
         inputs_.slots.Set(AppIssue::kNoAssociations, false);
-    } else if (attribute == "APP:ICON ORDER") {
+    } else if (is("APP:ICON ORDER")) {
         const double order = NumericValue(value);
         if (order < kLowestIconOrder || order > kHighestIconOrder)
             AddIssue(kApplicationEntry, "", "INVALIDRO");
@@ -209,8 +211,8 @@ bool ApplicationReader::ReadStream(const StreamRow& stream) {
 bool ApplicationReader::OpenAndRead(const StreamRow& stream, std::string& bytes) {
     Directory& directory = inputs_.directory;
     int handle = 0;
-    if (directory.NWDSOpenStream(inputs_.context_handle, Text({".", full_name_}), stream.attribute, kReadFlag,
-                                 handle) != 0) {
+    if (directory.NWDSOpenStream(inputs_.context_handle, stream_name_, stream.attribute, kReadFlag, handle) !=
+        0) {
         return false;  // many applications have no such stream
     }
     const StreamHandle closer(directory, handle);

@@ -92,6 +92,7 @@ class ApplicationReader {
     std::string_view name_;
     std::string tree_name_;
     std::string full_name_;
+    std::string stream_name_;     // how streams are asked for: the full name behind a "."
     std::string container_;       // path
     std::string container_name_;  // full name
     Entry entry_;

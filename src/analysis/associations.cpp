@@ -1,6 +1,5 @@
 #include "analysis/associations.h"
 
-#include <optional>
 #include <utility>
 
 #include "analysis/run_errors.h"
@@ -8,33 +7,11 @@
 #include "shell/formats.h"
 
 namespace zorvel {
-namespace {
-
-constexpr std::string_view kMemberAttribute = "Member";
-
-// What `read` gives, or nothing when it raises the error `number`.
-template <typename Read>
-auto UnlessError(std::int32_t number, Read read) -> std::optional<decltype(read())> {
-    try {
-        return read();
-    } catch (const Error& error) {
-        if (error.number() != number) throw;
-        return std::nullopt;
-    }
-}
-
-std::string KindOf(const ObjectDescription& description) {
-    const bool workstation_group =
-        description.schema_class_name == kWorkstationGroupClass && description.kind_name == kGenericKind;
-    return workstation_group ? "Group" : description.kind_name;
-}
-
-}  // namespace
 
 AssociationReader::AssociationReader(Services& services, Directory& directory, RunFiles& files,
                                      ParseProgress& progress, std::function<void(const Error&)> report)
     : services_(services),
-      directory_(directory),
+      trustees_(directory),
       files_(files),
       progress_(progress),
       report_(std::move(report)) {}
@@ -61,38 +38,33 @@ void AssociationReader::ReadValue(std::string_view full_name, std::string_view v
             .With(std::string(full_name) + ": the access control value '" + std::string(value) +
                   "' names no trustee");
     }
-    const std::string_view trustee_name = value.substr(0, comma);
-    const auto trustee = UnlessError(errors::kNoSuchObject, [&] { return directory_.LookUp(trustee_name); });
-    if (!trustee) return;
-    const std::string kind = KindOf(directory_.Describe(*trustee));
-    if (kind == kGenericKind) return;
+    Trustee& trustee = trustees_.Find(value.substr(0, comma));
+    const std::string& kind = trustee.kind;
+    if (kind.empty() || kind == kGenericKind) return;
     if (kind == "User") {
         ++lists.users;
         ShowProgress(lists);
-        files_.WriteAssociation(full_name, directory_.FullNameOf(*trustee), "", association_type::kUser);
+        files_.WriteAssociation(full_name, trustee.full_name, "", association_type::kUser);
     } else if (kind == "Group") {
-        ReadGroup(full_name, *trustee, lists);
+        ReadGroup(full_name, trustee, lists);
     } else if (kind == "Organizational Unit") {
-        const std::string& container = lists.containers.emplace_back(directory_.FullNameOf(*trustee));
-        files_.WriteAssociation(full_name, "", container, association_type::kContainer);
+        lists.containers.push_back(trustee.full_name);
+        files_.WriteAssociation(full_name, "", trustee.full_name, association_type::kContainer);
     } else if (kind == "NCP Server") {
-        lists.workstations.push_back(trustee->short_name);
-        lists.workstations.push_back(directory_.FullNameOf(*trustee));
-        files_.WriteAssociation(full_name, "", trustee->short_name, association_type::kWorkstation);
+        lists.workstations.push_back(trustee.entry.short_name);
+        lists.workstations.push_back(trustee.full_name);
+        files_.WriteAssociation(full_name, "", trustee.entry.short_name, association_type::kWorkstation);
     } else {
         services_.log.WriteLog("ERROR: Unexpected ACL attribute name '" + kind + "' - ignoring");
     }
 }
 
-void AssociationReader::ReadGroup(std::string_view full_name, const Entry& group, AssociationLists& lists) {
-    const std::string group_name = lists.groups.emplace_back(directory_.FullNameOf(group));
+void AssociationReader::ReadGroup(std::string_view full_name, Trustee& group, AssociationLists& lists) {
+    lists.groups.push_back(group.full_name);
     ShowProgress(lists);
-    const auto members = UnlessError(errors::kNoSuchValue,
-                                     [&] { return directory_.ReferencedNames(group, kMemberAttribute); });
-    if (!members) return;
-    for (const std::string& member : *members) {
+    for (const std::string& member : trustees_.Members(group)) {
         ++lists.users;
-        files_.WriteAssociation(full_name, member, group_name, association_type::kGroup);
+        files_.WriteAssociation(full_name, member, group.full_name, association_type::kGroup);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "analysis/run_files.h"
+#include "analysis/trustees.h"
 #include "directory/directory.h"
 #include "platform/error.h"
 #include "shell/services.h"
@@ -36,11 +37,11 @@ class AssociationReader {
 
   private:
     void ReadValue(std::string_view full_name, std::string_view value, AssociationLists& lists);
-    void ReadGroup(std::string_view full_name, const Entry& group, AssociationLists& lists);
+    void ReadGroup(std::string_view full_name, Trustee& group, AssociationLists& lists);
     void ShowProgress(const AssociationLists& lists);
 
     Services& services_;
-    Directory& directory_;
+    Trustees trustees_;
     RunFiles& files_;
     ParseProgress& progress_;
     std::function<void(const Error&)> report_;

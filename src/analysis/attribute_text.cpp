@@ -1,6 +1,7 @@
 #include "analysis/attribute_text.h"
 
 #include <charconv>
+#include <utility>
 
 #include "directory/directory.h"
 
@@ -29,12 +30,13 @@ std::string DecodeOctets(std::string digits) {
     return characters;
 }
 
-std::string AttributeText(std::string_view syntax, const std::vector<std::string>& values) {
+std::string AttributeText(std::string_view syntax, std::vector<std::string> values) {
     if (values.empty()) return {};
-    if (syntax == kLongSyntax || syntax == "Int") return values.front();
-    if (syntax == kStringSyntax || syntax == kPathSyntax || syntax == kAclSyntax) return JoinValues(values);
-    if (syntax == kOctetStringSyntax) return DecodeOctets(JoinValues(values));
-    return {};
+    if (syntax == kLongSyntax || syntax == "Int") return std::move(values.front());
+    const bool octets = syntax == kOctetStringSyntax;
+    if (!octets && syntax != kStringSyntax && syntax != kPathSyntax && syntax != kAclSyntax) return {};
+    std::string text = values.size() == 1 ? std::move(values.front()) : JoinValues(values);
+    return octets ? DecodeOctets(std::move(text)) : text;
 }
 
 }  // namespace zorvel

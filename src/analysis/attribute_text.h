@@ -16,6 +16,6 @@ std::string DecodeOctets(std::string digits);
 
 // The text of an attribute's values by the name of its syntax: the first number, the joined texts or octets,
 // and an empty text for a syntax that has no text.
-std::string AttributeText(std::string_view syntax, const std::vector<std::string>& values);
+std::string AttributeText(std::string_view syntax, std::vector<std::string> values);
 
 }  // namespace zorvel

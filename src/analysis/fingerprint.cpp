@@ -11,11 +11,12 @@ void SignatureSet::Add(Signature signature, std::int32_t value) {
 }
 
 std::string SignatureSet::AppFingerPrint() const {
-    std::string text;
-    for (const std::int32_t sum : sums_) {
-        if (!text.empty()) text += '-';
+    constexpr std::size_t kGroup = 9;  // eight digits and a "-"
+    std::string text(kGroup * sums_.size() - 1, '-');
+    for (std::size_t i = 0; i < sums_.size(); ++i) {
+        char* digit = text.data() + i * kGroup;
         for (int shift = 28; shift >= 0; shift -= 4)
-            text += kHexDigits[static_cast<std::uint32_t>(sum) >> shift & 0xFU];
+            *digit++ = kHexDigits[static_cast<std::uint32_t>(sums_[i]) >> shift & 0xFU];
     }
     return text;
 }

@@ -55,7 +55,11 @@ void RunFiles::WriteIssue(std::string_view full_name, std::string_view entry_typ
 
 void RunFiles::WriteAttribute(std::string_view full_name, std::string_view attribute,
                               std::string_view value) {
-    WriteLines(attributes_, {full_name, attribute, CRLF2LF(value)});
+    if (value.find('\r') == std::string_view::npos) {
+        WriteLines(attributes_, {full_name, attribute, value});
+    } else {
+        WriteLines(attributes_, {full_name, attribute, CRLF2LF(value)});
+    }
 }
 
 void RunFiles::WriteAssociation(std::string_view full_name, std::string_view user,

@@ -7,7 +7,6 @@
 
 #include "directory/names.h"
 #include "directory/tree_loader.h"
-#include "directory/value_texts.h"
 #include "platform/code_page.h"
 #include "platform/error.h"
 #include "shell/report_error.h"
@@ -297,7 +296,8 @@ std::vector<std::string> MemoryDirectory::AttributeNames(const Entry& entry) {
     CheckFaults();
     const Place place = Locate(entry);
     if (!IsRead(place)) {
-        read_attributes_ = place.tree->objects->ReadAttributes(place.entry);
+        read_serial_ = 0;  // until it is read whole
+        place.tree->objects->ReadAttributes(place.entry, read_attributes_);
         read_serial_ = place.tree->serial;
         read_entry_ = place.entry;
     }
@@ -323,25 +323,34 @@ MemoryDirectory::HeldValues MemoryDirectory::ReadValues(const Entry& entry, std:
     const std::uint32_t number = tree.FindAttribute(attribute);
     std::vector<std::string_view> values = ValuesOf(place, number);
     if (values.empty()) throw Error(errors::kNoSuchValue);
-    return {&tree, tree.AttributeSyntax(number), std::move(values)};
+    return {place.tree, tree.AttributeSyntax(number), std::move(values)};
+}
+
+DnNames& MemoryDirectory::NamesIn(const Tree& tree) {
+    if (names_serial_ != tree.serial) {
+        names_.emplace(*tree.objects);
+        names_serial_ = tree.serial;
+    }
+    return *names_;
 }
 
 std::vector<std::string> MemoryDirectory::AttributeValues(const Entry& entry, std::string_view attribute) {
     const HeldValues held = ReadValues(entry, attribute);
-    return ValueTexts(*held.tree, held.syntax, held.values);
+    return ValueTexts(NamesIn(*held.tree), held.syntax, held.values);
 }
 
 std::vector<std::string> MemoryDirectory::ReferencedNames(const Entry& entry, std::string_view attribute) {
     const auto [tree, syntax, values] = ReadValues(entry, attribute);
     std::vector<std::string> names;
+    const MemoryTree& objects = *tree->objects;
     MemoryTree::LastContainer container;
     for (const std::string_view value : values) {
-        const EntryIndex object = syntax == Syntax::kName ? tree->FindDN(value, container) : kNoEntry;
+        const EntryIndex object = syntax == Syntax::kName ? objects.FindDN(value, container) : kNoEntry;
         if (object != kNoEntry) {
-            names.push_back(tree->FullName(object));
+            names.push_back(objects.FullName(object));
             continue;
         }
-        for (const std::string& text : ValueTexts(*tree, syntax, {value})) {
+        for (const std::string& text : ValueTexts(NamesIn(*tree), syntax, {value})) {
             const std::optional<Place> named = Find(text);
             if (named) names.push_back(named->tree->objects->FullName(named->entry));
         }

@@ -14,6 +14,7 @@
 #include "directory/directory.h"
 #include "directory/directory_config.h"
 #include "directory/memory_tree.h"
+#include "directory/value_texts.h"
 #include "platform/error.h"
 #include "platform/files.h"
 #include "shell/log.h"
@@ -97,7 +98,7 @@ class MemoryDirectory final : public Directory {
         EntryIndex entry;
     };
     struct HeldValues {
-        const MemoryTree* tree = nullptr;
+        const Tree* tree = nullptr;
         Syntax syntax{};
         std::vector<std::string_view> values;  // at least one
     };
@@ -121,6 +122,7 @@ class MemoryDirectory final : public Directory {
     std::vector<std::string_view> ValuesOf(const Place& place, std::uint32_t attribute) const;
     // An attribute's values as the tree holds them. Raises what AttributeValues raises.
     HeldValues ReadValues(const Entry& entry, std::string_view attribute);
+    DnNames& NamesIn(const Tree& tree);
     OpenStream& StreamOf(int file_handle);
 
     const Files& files_;
@@ -145,6 +147,9 @@ class MemoryDirectory final : public Directory {
     std::uint32_t read_serial_ = 0;
     EntryIndex read_entry_ = kNoEntry;
     EntryAttributes read_attributes_;
+    // Of the tree whose values were last read.
+    std::uint32_t names_serial_ = 0;
+    std::optional<DnNames> names_;
 
     std::map<int, OpenStream> streams_;
     int last_handle_ = 0;

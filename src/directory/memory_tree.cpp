@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -196,26 +195,30 @@ std::vector<std::string_view> EntryAttributes::Of(std::uint32_t attribute) const
     return found;
 }
 
-EntryAttributes MemoryTree::ReadAttributes(EntryIndex entry) const {
-    EntryAttributes attributes;
-    std::vector<EntryAttributes::Value>& values = attributes.values;
+void MemoryTree::ReadAttributes(EntryIndex entry, EntryAttributes& attributes) const {
+    auto& [order, numbers, values] = attributes;
+    order.clear();
+    numbers.clear();
+    values.clear();
     std::string_view stored = store_.values(entry);
     std::uint32_t number = 0;
     std::string_view bytes;
-    while (PackedValues::Take(stored, number, bytes))
-        values.push_back({attribute_of_[number], number, values.size(), bytes});
+    while (PackedValues::Take(stored, number, bytes)) {
+        values.push_back({attribute_of_[number], static_cast<std::uint32_t>(values.size()), bytes});
+        numbers.push_back(number);
+    }
     std::sort(values.begin(), values.end(), [](const auto& left, const auto& right) {
-        return std::pair(left.attribute, left.place) < std::pair(right.attribute, right.place);
+        return left.attribute != right.attribute ? left.attribute < right.attribute
+                                                 : left.place < right.place;
     });
 
-    std::vector<EntryAttributes::Value> firsts;
-    std::unique_copy(values.begin(), values.end(), std::back_inserter(firsts),
-                     [](const auto& left, const auto& right) { return left.attribute == right.attribute; });
-    std::sort(firsts.begin(), firsts.end(),
-              [](const auto& left, const auto& right) { return left.place < right.place; });
-    for (const EntryAttributes::Value& first : firsts)
-        attributes.order.push_back(first.stored_number);
-    return attributes;
+    std::vector<bool> names_anew(values.size());  // by place: no value before is of that attribute
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (i == 0 || values[i].attribute != values[i - 1].attribute) names_anew[values[i].place] = true;
+    }
+    for (std::size_t place = 0; place < values.size(); ++place) {
+        if (names_anew[place]) order.push_back(numbers[place]);
+    }
 }
 
 std::vector<std::string_view> MemoryTree::ReadAttribute(EntryIndex entry, std::uint32_t attribute) const {

@@ -21,12 +21,12 @@ inline constexpr std::string_view kUnknownClass = "Unknown";
 struct EntryAttributes {
     struct Value {
         std::uint32_t attribute;
-        std::uint32_t stored_number;  // of the attribute
-        std::size_t place;            // among all values of the object
+        std::uint32_t place;  // among all values of the object
         std::string_view bytes;
     };
-    std::vector<std::uint32_t> order;  // stored numbers, in the order in which the object first names them
-    std::vector<Value> values;         // by attribute, those of one in their order
+    std::vector<std::uint32_t> order;    // stored numbers, in the order in which the object first names them
+    std::vector<std::uint32_t> numbers;  // stored numbers of all values, by their place
+    std::vector<Value> values;           // by attribute, those of one in their order
 
     // The values of an attribute, in their order; none when the object does not hold it.
     std::vector<std::string_view> Of(std::uint32_t attribute) const;
@@ -55,7 +55,8 @@ class MemoryTree {
     EntryIndex FirstChild(EntryIndex entry) const { return store_.first_child(entry); }
     EntryIndex NextSibling(EntryIndex entry) const { return store_.next_sibling(entry); }
 
-    EntryAttributes ReadAttributes(EntryIndex entry) const;
+    // Reads the attributes of an object into `attributes`, whose room is used again.
+    void ReadAttributes(EntryIndex entry, EntryAttributes& attributes) const;
     // The values of one attribute as stored; none when the object does not hold it.
     std::vector<std::string_view> ReadAttribute(EntryIndex entry, std::uint32_t attribute) const;
     // The name of an attribute of EntryAttributes::order: its NDS name, or as the object itself spells it.

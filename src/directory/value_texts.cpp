@@ -10,12 +10,12 @@ namespace {
 
 // "privileges#scope#subject DN#attribute" as full name of the subject + "," + attribute + "," + privileges.
 // The DN itself can hold "#".
-std::string AclText(const MemoryTree& tree, std::string_view value) {
+std::string AclText(DnNames& names, std::string_view value) {
     const std::size_t scope = value.find('#');
     const std::size_t subject = scope == std::string_view::npos ? scope : value.find('#', scope + 1);
     const std::size_t attribute = value.rfind('#');
     if (subject == std::string_view::npos || attribute == subject) return FromUtf8(value);
-    std::string text = tree.FullNameOfDN(value.substr(subject + 1, attribute - subject - 1));
+    std::string text = names.FullNameOf(value.substr(subject + 1, attribute - subject - 1));
     text += ',';
     text += FromUtf8(value.substr(attribute + 1));
     text += ',';
@@ -23,16 +23,16 @@ std::string AclText(const MemoryTree& tree, std::string_view value) {
     return text;
 }
 
-std::string ValueText(const MemoryTree& tree, Syntax syntax, std::string_view value) {
+std::string ValueText(DnNames& names, Syntax syntax, std::string_view value) {
     switch (syntax) {
         case Syntax::kLong:
             return CanonicalNumber(value);
         case Syntax::kName:
-            return tree.FullNameOfDN(value);
+            return names.FullNameOf(value);
         case Syntax::kOctetString:
             return ToHex(value);
         case Syntax::kACL:
-            return AclText(tree, value);
+            return AclText(names, value);
         case Syntax::kStream:
             return std::string(value);
         case Syntax::kString:
@@ -45,6 +45,14 @@ std::string ValueText(const MemoryTree& tree, Syntax syntax, std::string_view va
 
 }  // namespace
 
+const std::string& DnNames::FullNameOf(std::string_view dn) {
+    constexpr std::size_t kMostNames = 10'000;  // then all are given up, which bounds their memory
+    const auto found = names_.find(dn);
+    if (found != names_.end()) return found->second;
+    if (names_.size() >= kMostNames) names_.clear();
+    return names_.emplace(dn, tree_.FullNameOfDN(dn)).first->second;
+}
+
 std::string CanonicalNumber(std::string_view text) {
     std::string_view digits = text;
     const bool negative = digits.starts_with('-');
@@ -56,13 +64,13 @@ std::string CanonicalNumber(std::string_view text) {
     return number.append(digits);
 }
 
-std::vector<std::string> ValueTexts(const MemoryTree& tree, Syntax syntax,
+std::vector<std::string> ValueTexts(DnNames& names, Syntax syntax,
                                     const std::vector<std::string_view>& values) {
     std::vector<std::string> texts;
     if (syntax == Syntax::kOther) return texts;
     texts.reserve(values.size());
     for (const std::string_view value : values)
-        texts.push_back(ValueText(tree, syntax, value));
+        texts.push_back(ValueText(names, syntax, value));
     return texts;
 }
 
