@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <type_traits>
 #include <utility>
@@ -78,6 +79,7 @@ void MakeForOwnerAlone(const std::filesystem::path& path) {
 
 int FlagsOf(Database::Access access) {
     switch (access) {
+        case Database::Access::kSelect:
         case Database::Access::kReadOnly:
             return SQLite::OPEN_READONLY;
         case Database::Access::kReadWrite:
@@ -85,6 +87,31 @@ int FlagsOf(Database::Access access) {
         default:
             return SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
     }
+}
+
+// Functions that reach beyond the file.
+constexpr std::array<std::string_view, 2> kDangerous = {"load_extension", "fts3_tokenizer"};
+
+// Allows a connection what a SELECT over the tables of its file needs. The tables that the engine makes
+// itself, as "pragma_table_info" is, would need more.
+int AllowSelects(void* /*unused*/, int action, const char* /*first*/, const char* second,
+                 const char* /*database*/, const char* /*cause*/) {
+    switch (action) {
+        case SQLITE_SELECT:
+        case SQLITE_READ:
+        case SQLITE_RECURSIVE:
+            return SQLITE_OK;
+        case SQLITE_FUNCTION:
+            return std::find(kDangerous.begin(), kDangerous.end(), second) == kDangerous.end() ? SQLITE_OK
+                                                                                               : SQLITE_DENY;
+        default:
+            return SQLITE_DENY;
+    }
+}
+
+// The engine does not ask about VACUUM until it runs, nor about EXPLAIN at all.
+bool IsSelect(sqlite3_stmt* statement) {
+    return sqlite3_column_count(statement) > 0 && sqlite3_stmt_isexplain(statement) == 0;
 }
 
 // True for a text that is the same in UTF-8.
@@ -155,12 +182,15 @@ namespace store_detail {
 class Connection {
   public:
     Connection(const std::filesystem::path& path, std::string name, Database::Access access)
-        : name_(std::move(name)), db_(GuardedOpening(name_, [&] {
+        : name_(std::move(name)),
+          selects_only_(access == Database::Access::kSelect),
+          db_(GuardedOpening(name_, [&] {
               if (access == Database::Access::kCreate) MakeForOwnerAlone(path);
               return SQLite::Database(path.string(), FlagsOf(access), kBusyMilliseconds);
           })) {
         // The first access reads the file's header and undoes what a killed program left unfinished.
         Guarded([&] { db_.execAndGet("SELECT count(*) FROM sqlite_master"); });
+        if (selects_only_) sqlite3_set_authorizer(db_.getHandle(), AllowSelects, nullptr);
     }
 
     const std::string& name() const { return name_; }
@@ -246,6 +276,7 @@ class Connection {
         if (std::string_view(tail).find_first_not_of("; \t\r\n") != std::string_view::npos) {
             throw StoreError(name_, "the text goes on after its first statement");
         }
+        if (selects_only_ && !IsSelect(first)) throw StoreError(name_, "the statement is no SELECT");
     }
 
     void Bind(SQLite::Statement& statement, std::span<const std::string> values) {
@@ -314,6 +345,7 @@ class Connection {
     }
 
     std::string name_;
+    bool selects_only_;
     SQLite::Database db_;
     bool grouping_ = false;
     bool in_transaction_ = false;

@@ -79,7 +79,10 @@ class Command {
 
 class Database {
   public:
-    enum class Access { kReadOnly, kReadWrite, kCreate };
+    // kSelect is for statements that somebody else wrote: all but SELECTs over the tables of the file are
+    // refused when they are prepared, and so are table-valued functions (those of the engine's PRAGMAs among
+    // them) and functions that reach beyond the file.
+    enum class Access { kSelect, kReadOnly, kReadWrite, kCreate };
 
     // Opens the database file `path`; `name` is what errors call it. Only kCreate makes a file that does not
     // exist. Raises an error when it is missing, is no database, or is locked by another program.

@@ -93,7 +93,7 @@ std::shared_ptr<const Report> Reports::MakeReport(const std::string& definition_
     if (sorted != definition.query) facts.order = choice_.sort + (choice_.descending ? ", descending" : "");
     if (query != sorted) facts.excluded = choice_.excluded_codes;
     const Database database(services_.files.Resolve(DatasetPath()), DatasetPath(),
-                            Database::Access::kReadOnly);
+                            Database::Access::kSelect);
     const std::string own_query = definition.query;
     const std::string where = definition_path + ", line " + std::to_string(definition.query_line);
     try {

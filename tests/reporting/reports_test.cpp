@@ -212,6 +212,14 @@ TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
          "line 2: the query failed: no such column: Zorvel_Apps.AppOU; expected one ORDER BY, at the query's "
          "end, no WHERE, and tables without an alias, `Zorvel_Apps` among them)",
          "Zorvel_1.MDB: no such column"},
+        {"a query that writes",
+         [&] { WriteQuery("VACUUM INTO '" + (folder_.folder.path() / "Copy.mdb").string() + "'"); },
+         "Zorvel_AppIssues.rpt, line 2: the query failed: the statement is no SELECT; expected a SELECT over "
+         "the tables of Zorvel_1.MDB)",
+         "Zorvel_1.MDB: the statement is no SELECT"},
+        {"a query that changes how the store works", [&] { WriteQuery("PRAGMA synchronous=0"); },
+         "line 2: the query failed: not authorized; expected a SELECT over the tables of Zorvel_1.MDB)",
+         "Zorvel_1.MDB: not authorized"},
         {"a missing dataset", [&] { folder_.dataset = "gone.mdb"; }, "Error No. -2147467259 (",
          "Report Launch"},
         {"a dataset that is none", [&] { folder_.dataset = "text.mdb"; },
@@ -230,6 +238,7 @@ TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
         EXPECT_THAT(folder_.ui.sounds.empty(), !folder_.options.session.SoundsEnabled);
     }
     EXPECT_EQ(display_.report, nullptr);
+    EXPECT_FALSE(folder_.folder.Has("Copy.mdb"));
 }
 
 }  // namespace
