@@ -77,6 +77,14 @@ void MakeForOwnerAlone(const std::filesystem::path& path) {
     ::close(file);
 }
 
+// How many steps the engine takes between two questions whether to end. A step is short unless it works on a
+// value of megabytes.
+constexpr int kStepsBetweenQuestions = 100;
+
+int Ask(void* ask) {
+    return (*static_cast<const AskInterrupted*>(ask))() ? 1 : 0;
+}
+
 int FlagsOf(Database::Access access) {
     switch (access) {
         case Database::Access::kSelect:
@@ -196,12 +204,18 @@ class Connection {
     const std::string& name() const { return name_; }
     SQLite::Database& db() { return db_; }
 
-    // Runs `action`; what the engine raises becomes the store's error.
+    void EndWhen(AskInterrupted ask) {
+        ask_ = std::move(ask);
+        sqlite3_progress_handler(db_.getHandle(), ask_ ? kStepsBetweenQuestions : 0, Ask, &ask_);
+    }
+
+    // Runs `action`; what the engine raises becomes the store's error, or Interrupted.
     template <typename Action>
     std::invoke_result_t<Action> Guarded(Action action) {
         try {
             return action();
         } catch (const SQLite::Exception& error) {
+            if (error.getErrorCode() == SQLITE_INTERRUPT) throw Interrupted{};
             throw EngineError(name_, error, sqlite3_system_errno(db_.getHandle()));
         }
     }
@@ -346,6 +360,7 @@ class Connection {
 
     std::string name_;
     bool selects_only_;
+    AskInterrupted ask_;
     SQLite::Database db_;
     bool grouping_ = false;
     bool in_transaction_ = false;
@@ -412,6 +427,10 @@ Database::Database(const std::filesystem::path& path, std::string name, Access a
 Database::Database(Database&&) noexcept = default;
 Database& Database::operator=(Database&&) noexcept = default;
 Database::~Database() = default;
+
+void Database::EndWhen(AskInterrupted ask) {
+    connection_->EndWhen(std::move(ask));
+}
 
 void Database::Execute(std::string_view sql) {
     connection_->Run(connection_->Prepare(sql), {});

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/interruption.h"
 
 namespace SQLite {
 class Statement;
@@ -35,7 +36,7 @@ class Rows {
     Rows& operator=(Rows&&) noexcept;
     ~Rows();
 
-    // Moves to the next row; false when there is none left.
+    // Moves to the next row; false when there is none left. Raises Interrupted (Database::EndWhen).
     bool Next();
     // The field of the current row in `column`; empty for a null. Raises an error when there is no such
     // column.
@@ -91,6 +92,10 @@ class Database {
     Database& operator=(Database&&) noexcept;
     // Closes the file. Statements of a group that was not completed are undone.
     ~Database();
+
+    // Statements end, and raise Interrupted, when `ask` says so; it is asked many times a second while one
+    // runs.
+    void EndWhen(AskInterrupted ask);
 
     // Executes one statement that gives no rows. Raises an error when it fails, and, with nothing executed,
     // when the text holds no statement, more than one, or a NUL.

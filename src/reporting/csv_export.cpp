@@ -121,7 +121,7 @@ class CsvWriter {
 
 }  // namespace
 
-void WriteCsv(const Report& report, OutputFile& file) {
+void WriteCsv(const Report& report, OutputFile& file, const AskInterrupted& ask) {
     const ReportRows& rows = report.rows();
     const std::size_t fields = rows.fields().size();
     CsvWriter writer(file);
@@ -139,8 +139,11 @@ void WriteCsv(const Report& report, OutputFile& file) {
     const std::vector<std::string> headings = FieldHeadings(report);
     file.Write(kByteOrderMark);
     write_record([&](std::size_t field) { return std::string_view(headings[field]); });
-    for (std::size_t row = 0; row < rows.size(); ++row)
+    InterruptionPoint point(ask);
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        point.Pass();
         write_record([&](std::size_t field) { return rows.Value(row, field); });
+    }
 }
 
 }  // namespace zorvel

@@ -165,6 +165,22 @@ TEST_F(Store, TakesNothingButSelectsOverItsTablesWhenOpenedForThem) {
     EXPECT_FALSE(folder_.Has("outside"));
 }
 
+TEST_F(Store, EndsAQueryThatGivesNoRowAsSoonAsTheUserWants) {
+    Create().Execute("INSERT INTO T VALUES (1, 'a')");
+    Database database = Open(Database::Access::kSelect);
+    int asked = 0;
+    database.EndWhen([&asked] { return ++asked >= 3; });
+    for (const char* sql : {"WITH N(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM N) SELECT max(i) FROM N",
+                            "WITH N(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM N) SELECT a.i FROM N a, N b "
+                            "WHERE a.i + b.i < 0 ORDER BY 1"}) {
+        asked = 0;
+        EXPECT_THROW(database.Query(sql).Next(), Interrupted) << sql;
+        EXPECT_EQ(asked, 3);
+    }
+    database.EndWhen({});
+    EXPECT_EQ(Single(database, "Name"), "a") << "what is asked later is answered";
+}
+
 TEST_F(Store, UndoesTheFailingStatementOfAGroupAlone) {
     {
         Database database = Create();

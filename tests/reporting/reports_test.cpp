@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <functional>
 #include <string>
 #include <vector>
@@ -185,6 +186,37 @@ TEST_F(ReportsTest, AFailedRegistrationIsLoggedAndTheReportGoesOn) {
     EXPECT_EQ(Generate("Issue Summary"), ReportOutcome::kShown);
     EXPECT_THAT(folder_.LogLines(), testing::Contains(" ERROR: DSN creation procedure failed.."));
     EXPECT_THAT(folder_.ui.boxes, IsEmpty());
+}
+
+TEST_F(ReportsTest, TheUserCanEndItWhereverItIsAndIsToldNothing) {
+    int asked = 0;
+    const auto generate = [&](int last) {
+        asked = 0;
+        display_.report = nullptr;
+        display_.interrupted = [this, &asked, last] {
+            EXPECT_TRUE(folder_.activity.Busy);
+            return asked++ == last;
+        };
+        const ReportOutcome outcome = Generate("Issue Summary");
+        EXPECT_FALSE(folder_.activity.Busy);
+        EXPECT_EQ(display_.report != nullptr, outcome == ReportOutcome::kShown);
+        return outcome;
+    };
+    const std::string numbers = "WITH N(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM N";
+    WriteQuery(numbers + ") SELECT count(*) AS x FROM N");
+    EXPECT_EQ(generate(100), ReportOutcome::kInterrupted) << "a query without an end";
+
+    WriteQuery(numbers + " LIMIT 3000) SELECT x FROM N");
+    std::ofstream(folder_.folder.path() / "Reports/Zorvel_AppIssues.rpt", std::ios::app)
+        << "[[group]]\nby = \"x\"\nheading = \"{x}\"\n[[total]]\nheading = \"t\"\nsum = \"x\"\n"
+           "[[chart]]\nheading = \"c\"\nby = \"x\"\nlabel = \"{x}\"\n";
+    ASSERT_EQ(generate(-1), ReportOutcome::kShown);
+    const int all = asked;
+    // The last questions come while rows are gathered and added up.
+    for (const int last : {0, all / 2, all - 12, all - 9, all - 6, all - 3, all - 1})
+        EXPECT_EQ(generate(last), ReportOutcome::kInterrupted) << last << " of " << all;
+    EXPECT_THAT(folder_.ui.boxes, IsEmpty());
+    EXPECT_THAT(folder_.LogLines(), testing::Contains("    Reporting: Interrupted at user request").Times(8));
 }
 
 TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
