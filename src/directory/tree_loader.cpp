@@ -33,7 +33,7 @@ bool IsSchema(const NamingComponent& only_component) {
 
 class TreeLoader {
   public:
-    TreeLoader(const Files& files, std::string_view path) : files_(files), reader_(files.Open(path)) {}
+    TreeLoader(const Files& files, std::string_view path) : files_(files), reader_(files.Open(path), files.Resolve(path)) {}
 
     std::unique_ptr<MemoryTree> Load() {
         while (reader_.NextRecord())
