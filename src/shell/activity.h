@@ -13,12 +13,17 @@ struct Activity {
 // nor of its own behind its end.
 class BusyPeriod {
   public:
-    explicit BusyPeriod(Activity& activity) : activity_(activity) { activity_ = {true, false}; }
-    ~BusyPeriod() { activity_ = {}; }
+    explicit BusyPeriod(Activity& activity) : activity_(activity) { Set(true); }
+    ~BusyPeriod() { Set(false); }
     BusyPeriod(const BusyPeriod&) = delete;
     BusyPeriod& operator=(const BusyPeriod&) = delete;
 
   private:
+    void Set(bool busy) {
+        activity_.Busy = busy;
+        activity_.UserInterrupt = false;
+    }
+
     Activity& activity_;
 };
 
