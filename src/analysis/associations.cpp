@@ -42,6 +42,7 @@ AssociationReader::AssociationReader(Services& services, Directory& directory, R
 void AssociationReader::Read(std::string_view full_name, const std::vector<std::string>& values,
                              AssociationLists& lists) {
     ShowProgress(lists);
+    members_.clear();
     for (const std::string& value : values) {
         try {
             ReadValue(full_name, value, lists);
@@ -87,13 +88,17 @@ void AssociationReader::ReadValue(std::string_view full_name, std::string_view v
 void AssociationReader::ReadGroup(std::string_view full_name, const Entry& group, AssociationLists& lists) {
     const std::string group_name = lists.groups.emplace_back(directory_.FullNameOf(group));
     ShowProgress(lists);
-    const auto members = UnlessError(errors::kNoSuchValue,
-                                     [&] { return directory_.ReferencedNames(group, kMemberAttribute); });
-    if (!members) return;
-    for (const std::string& member : *members) {
+    for (const std::string& member : MembersOf(group)) {
         ++lists.users;
         files_.WriteAssociation(full_name, member, group_name, association_type::kGroup);
     }
+}
+
+const std::vector<std::string>& AssociationReader::MembersOf(const Entry& group) {
+    if (const auto known = members_.find(group.id); known != members_.end()) return known->second;
+    auto members = UnlessError(errors::kNoSuchValue,
+                               [&] { return directory_.ReferencedNames(group, kMemberAttribute); });
+    return members_.emplace(group.id, std::move(members).value_or(std::vector<std::string>())).first->second;
 }
 
 void AssociationReader::ShowProgress(const AssociationLists& lists) {

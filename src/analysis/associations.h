@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "analysis/run_files.h"
@@ -37,6 +38,7 @@ class AssociationReader {
   private:
     void ReadValue(std::string_view full_name, std::string_view value, AssociationLists& lists);
     void ReadGroup(std::string_view full_name, const Entry& group, AssociationLists& lists);
+    const std::vector<std::string>& MembersOf(const Entry& group);
     void ShowProgress(const AssociationLists& lists);
 
     Services& services_;
@@ -44,6 +46,9 @@ class AssociationReader {
     RunFiles& files_;
     ParseProgress& progress_;
     std::function<void(const Error&)> report_;
+    // The members of the groups that the list at hand has named, by the groups' ids: a trustee can stand in
+    // a list with each attribute that there is.
+    std::unordered_map<std::uint64_t, std::vector<std::string>> members_;
 };
 
 }  // namespace zorvel
