@@ -33,9 +33,6 @@ constexpr const char* kLockOut = "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE
 // The part of an engine's error code that is the same for all its variants.
 constexpr int kPrimaryCode = 0xFF;
 
-constexpr std::size_t kMessageLength = 200;
-constexpr std::string_view kCutMark = "...";
-
 Error StoreError(const std::string& name, std::string_view reason) {
     const std::string text = CutForMessage(reason);
     return Error(errors::kStore, text).With(name + ": " + text);
@@ -178,11 +175,6 @@ class GroupLog {
 };
 
 }  // namespace
-
-std::string CutForMessage(std::string_view text) {
-    if (text.size() <= kMessageLength) return std::string(text);
-    return std::string(text.substr(0, kMessageLength - kCutMark.size())) += kCutMark;
-}
 
 namespace store_detail {
 

@@ -25,10 +25,6 @@ namespace store_detail {
 class Connection;
 }
 
-// `text` cut to 200 characters, "..." the last of them: what an error says of a statement or a value, however
-// long that is.
-std::string CutForMessage(std::string_view text);
-
 // The rows of a query, one after the other.
 class Rows {
   public:
