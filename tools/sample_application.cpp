@@ -1,5 +1,7 @@
 // Application objects of a sample tree.
 #include <array>
+#include <set>
+#include <string>
 
 #include "sample_objects.h"
 
@@ -133,12 +135,15 @@ void ApplicationWriter::WriteDescriptions(SampleApplication& application) {
 
 void ApplicationWriter::WriteAssociations(SampleApplication& application, std::size_t container) {
     const std::size_t count = 1 + application.random.Below(4);
+    std::set<std::string> trustees;
     for (std::size_t i = 0; i < count; ++i) {
         const bool missing = i > 0 && application.random.Percent(12);
         const TrusteeKind kind = kTrusteeKinds[(application.number + 4 * i) % kTrusteeKinds.size()];
         const std::string trustee = missing ? company_.MissingTrusteeDN(container, application.random)
                                             : company_.TrusteeDN(kind, container, application.random);
-        ldif_.Text("aCL", Concat({"2#entry#", trustee, "#[All Attributes Rights]"}));
+        // A trustee that is drawn again is one already: no attribute holds a value twice.
+        if (trustees.insert(trustee).second)
+            ldif_.Text("aCL", Concat({"2#entry#", trustee, "#[All Attributes Rights]"}));
     }
     if (application.number % 25 == 7) ldif_.Text("aCL", "1#subtree#[Public]#[Entry Rights]");
 }

@@ -132,7 +132,7 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
     services_.log.WriteLog(
         Text({"Zorvelling Attributes for app #", std::to_string(number), ",'", path, "'..."}));
     for (const std::string& attribute : attributes) {
-        errors_.Try(kLine, [&] { ReadAttribute(attribute); });
+        errors_.TryAt(kLine, full_name_ + ", " + attribute, [&] { ReadAttribute(attribute); });
     }
     ReadStreams();
     files_.WriteAppAssociations(full_name_, JoinValues(associations_.groups),
@@ -191,7 +191,8 @@ void ApplicationReader::ReadStreams() {
     bool go_on = true;
     double progress = 0;
     for (const StreamRow& stream : kStreamTable) {
-        if (go_on) errors_.Try(kReadApplicationsStep, [&] { go_on = ReadStream(stream); });
+        const auto read = [&] { go_on = ReadStream(stream); };
+        if (go_on) errors_.TryAt(kReadApplicationsStep, full_name_ + ", " + std::string(stream.label), read);
         progress += kProgressStep;
         status_.SetStreamProgress(progress);
     }

@@ -1,6 +1,7 @@
 // How a run deals with errors that it does not expect: it reports them and goes on.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "platform/error.h"
@@ -28,6 +29,19 @@ class RunErrors {
             Report(error, line, " - continuing");
             return false;
         }
+    }
+
+    // The same for a step at `place`, which the log names.
+    template <typename Operation>
+    bool TryAt(int line, const std::string& place, Operation operation) {
+        return Try(line, [&] {
+            try {
+                operation();
+            } catch (const Error& error) {
+                if (EndsRun(error)) throw;
+                throw error.Within(place);
+            }
+        });
     }
 
     // Sounds the warning, and tells the user and the log of an error in step `line`; `consequence` ends the

@@ -82,7 +82,7 @@ ExitStatus ApplicationChoice::SelectFromFile(BatchSession& session, TreeLists& t
         const std::int32_t selected = SelectSaved(target, tree, selection);
         session.window().Tell(SelectionLoadedText(selected, selection), MessageIcon::kInformation);
     } catch (const Error& error) {
-        return session.Fail(error.detail());
+        return session.Fail(error.Reason());
     }
     return CheckSelection(session);
 }

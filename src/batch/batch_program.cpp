@@ -29,9 +29,7 @@ ExitStatus RunCommand(BatchCommand& command, const BatchOptions& options, std::o
         out.flush();
         return out ? status : session.Fail("standard output could not be written");
     } catch (...) {
-        const Error error = CurrentError();
-        err << "zorvel-batch: " << Message(error.detail().empty() ? error.description() : error.detail())
-            << std::endl;
+        err << "zorvel-batch: " << Message(CurrentError().Reason()) << std::endl;
         return kFailed;
     }
 }

@@ -56,29 +56,32 @@ class ReportCommand final : public BatchCommand {
 
         Services& services = session.controller().services();
         const Catalogue catalogue(*session.controller().session().MasterConnection);
-        RequestedReport requested(services, catalogue, request_);
+        const AskInterrupted interrupted = [&session] { return session.window().interrupted(); };
+        RequestedReport requested(services, catalogue, request_, interrupted);
         ReportChoice choice;
-        Reports(services, catalogue, choice, requested)
-            .Generate(report->caption,
-                      definition_.empty() ? std::string(report->definition) : FromUtf8(definition_));
+        const ReportOutcome outcome =
+            Reports(services, catalogue, choice, requested)
+                .Generate(report->caption,
+                          definition_.empty() ? std::string(report->definition) : FromUtf8(definition_));
+        if (outcome == ReportOutcome::kInterrupted) return kInterrupted;
         if (!requested.refusal().empty()) return session.Fail(requested.refusal());
         if (requested.report() == nullptr) return session.Fail("the report was not made");
-        return Write(*requested.report(), session.window()) ? kDone : kInterrupted;
+        if (Write(*requested.report(), interrupted)) return kDone;
+        services.log.WriteLog("Reporting: Interrupted at user request");
+        return kInterrupted;
     }
 
   private:
     // Writes the report in the place of the output. False when the user interrupted that: an older file
     // stays.
-    bool Write(const Report& report, const BatchWindow& window) const {
-        const auto interrupted = [&window] { return window.interrupted(); };
+    bool Write(const Report& report, const AskInterrupted& interrupted) const {
         const ReportFormat& format = *FormatOf(output_);
         if (interrupted()) return false;
         if (format.write == nullptr) return write_pdf_(report, output_, interrupted);
-        struct Interrupted {};
         try {
             WriteInPlace(output_, [&](OutputFile& file) {
-                format.write(report, file);
-                if (interrupted()) throw Interrupted{};
+                format.write(report, file, interrupted);
+                EndIfInterrupted(interrupted);
             });
         } catch (const Interrupted&) {
             return false;

@@ -40,8 +40,9 @@ std::string Exclude(IssueTree& tree, const std::string& code) {
 
 }  // namespace
 
-RequestedReport::RequestedReport(Services& services, const Catalogue& catalogue, const ReportRequest& request)
-    : services_(services), catalogue_(catalogue), request_(request) {}
+RequestedReport::RequestedReport(Services& services, const Catalogue& catalogue, const ReportRequest& request,
+                                 AskInterrupted ask)
+    : services_(services), catalogue_(catalogue), request_(request), ask_(std::move(ask)) {}
 
 void RequestedReport::ShowReportOptions(ReportChoice& choice) {
     refusal_ = Fill(choice);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "database/catalogue.h"
+#include "platform/interruption.h"
 #include "reporting/report_display.h"
 #include "shell/services.h"
 
@@ -24,9 +25,12 @@ struct ReportRequest {
 // Answers the report options from a request, and keeps the report that was made.
 class RequestedReport final : public ReportDisplay {
   public:
-    RequestedReport(Services& services, const Catalogue& catalogue, const ReportRequest& request);
+    // `ask` tells whether the user has interrupted the program.
+    RequestedReport(Services& services, const Catalogue& catalogue, const ReportRequest& request,
+                    AskInterrupted ask);
 
     void ShowReportOptions(ReportChoice& choice) override;
+    bool Interrupted() override { return ask_(); }
     void ShowReport(std::shared_ptr<const Report> report) override;
 
     // The report; null when there is none.
@@ -41,6 +45,7 @@ class RequestedReport final : public ReportDisplay {
     Services& services_;
     const Catalogue& catalogue_;
     const ReportRequest& request_;
+    AskInterrupted ask_;
     std::shared_ptr<const Report> report_;
     std::string refusal_;
 };

@@ -43,23 +43,10 @@ std::string_view TakeText(const char*& at) {
     return {bytes, size};
 }
 
-// FNV-1a over the name as `fold` changes its bytes, begun with the parent's number; the final step spreads it
-// over the low bits.
-template <typename Fold>
-std::uint32_t HashOf(EntryIndex parent, std::string_view name, Fold fold) {
-    std::uint64_t hash = 0xCBF29CE484222325 ^ (parent * 0x9E3779B97F4A7C15);
-    for (const char character : name) {
-        hash = (hash ^ static_cast<unsigned char>(fold(character))) * 0x100000001B3;
-    }
-    return static_cast<std::uint32_t>(hash ^ hash >> 32);
-}
-
-std::uint32_t NameHash(EntryIndex parent, std::string_view name) {
-    return HashOf(parent, name, UpperChar);
-}
-
-std::uint32_t FoldedHash(EntryIndex parent, std::string_view folded) {
-    return HashOf(parent, folded, [](char byte) { return byte; });
+std::uint32_t HashOf(EntryIndex parent, std::string_view name) {
+    NameHash hash(parent);
+    hash.Add(name);
+    return hash.value();
 }
 
 // Upper case of the letters that the code page holds; every other byte of the UTF-8 text stays.
@@ -81,6 +68,14 @@ std::string FoldUtf8(std::string_view utf8) {
 }
 
 }  // namespace
+
+// FNV-1a over the name in upper case, begun with the parent's number; value() spreads it over the low bits.
+NameHash::NameHash(EntryIndex parent) : hash_(0xCBF29CE484222325 ^ (parent * 0x9E3779B97F4A7C15)) {}
+
+void NameHash::Add(std::string_view part) {
+    for (const char character : part)
+        hash_ = (hash_ ^ static_cast<unsigned char>(UpperChar(character))) * 0x100000001B3;
+}
 
 void PackedValues::Append(std::uint32_t attribute, std::string_view value) {
     AppendNumber(bytes_, attribute);
@@ -169,7 +164,7 @@ EntryIndex EntryStore::AddNameless(EntryIndex parent) {
 void EntryStore::SetName(EntryIndex entry, std::string_view name) {
     Record& record = entries_[entry];
     record.name = Store(name);
-    names_.Insert(NameHash(record.parent, name), entry);
+    names_.Insert(HashOf(record.parent, name), entry);
     const auto backslashes = static_cast<std::size_t>(std::count(name.begin(), name.end(), '\\'));
     if (backslashes > 0) {
         std::size_t& most = backslashes_[record.parent];
@@ -185,8 +180,7 @@ EntryIndex EntryStore::Add(EntryIndex parent, std::string_view name) {
 
 EntryIndex EntryStore::AddForeign(EntryIndex parent, std::string_view utf8_name) {
     const EntryIndex entry = AddNameless(parent);
-    foreign_.Insert(FoldedHash(parent, FoldUtf8(utf8_name)),
-                    static_cast<std::uint32_t>(foreign_names_.size()));
+    foreign_.Insert(HashOf(parent, FoldUtf8(utf8_name)), static_cast<std::uint32_t>(foreign_names_.size()));
     foreign_names_.push_back({entry, Store(utf8_name)});
     return entry;
 }
@@ -234,14 +228,20 @@ void EntryStore::SetValues(EntryIndex entry, PackedValues& values) {
 }
 
 EntryIndex EntryStore::FindChild(EntryIndex parent, std::string_view name) const {
-    return names_.Find(NameHash(parent, name), [&](EntryIndex entry) {
+    NameHash hash(parent);
+    hash.Add(name);
+    return FindChild(parent, name, hash);
+}
+
+EntryIndex EntryStore::FindChild(EntryIndex parent, std::string_view name, const NameHash& hash) const {
+    return names_.Find(hash.value(), [&](EntryIndex entry) {
         return entries_[entry].parent == parent && EqualIgnoringCase(this->name(entry), name);
     });
 }
 
 EntryIndex EntryStore::FindForeign(EntryIndex parent, std::string_view utf8_name) const {
     const std::string folded = FoldUtf8(utf8_name);
-    const std::uint32_t found = foreign_.Find(FoldedHash(parent, folded), [&](std::uint32_t index) {
+    const std::uint32_t found = foreign_.Find(HashOf(parent, folded), [&](std::uint32_t index) {
         const auto& [entry, stored] = foreign_names_[index];
         return entries_[entry].parent == parent && FoldUtf8(Stored(stored)) == folded;
     });

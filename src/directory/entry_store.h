@@ -70,6 +70,18 @@ class NumberTable {
     std::size_t used_ = 0;
 };
 
+// The hash of a name below an object, for a name that grows at its end.
+class NameHash {
+  public:
+    explicit NameHash(EntryIndex parent);
+    // Adds a part of the name, in any case.
+    void Add(std::string_view part);
+    std::uint32_t value() const { return static_cast<std::uint32_t>(hash_ ^ hash_ >> 32); }
+
+  private:
+    std::uint64_t hash_;
+};
+
 // Objects are numbered in the order in which they are added; the root is there from the start. An object
 // belongs to its parent's children only when it has been placed, so that their order is the order of placing.
 // A foreign name is one with characters that the code page lacks. Objects with such names are told apart by
@@ -104,6 +116,8 @@ class EntryStore {
 
     // The child of `parent` with a name, in any case; kNoEntry when there is none. Placed or not.
     EntryIndex FindChild(EntryIndex parent, std::string_view name) const;
+    // Likewise, when the name's hash is at hand.
+    EntryIndex FindChild(EntryIndex parent, std::string_view name, const NameHash& hash) const;
     // Likewise by a foreign name in UTF-8; the case of letters that the code page holds does not matter.
     EntryIndex FindForeign(EntryIndex parent, std::string_view utf8_name) const;
     // The greatest number of "\" in the name of a child of `parent`.

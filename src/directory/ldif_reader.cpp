@@ -13,6 +13,8 @@
 namespace zorvel {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 constexpr bool IsLetterOrDigit(char character) {
@@ -75,9 +77,14 @@ std::optional<std::string> PathOfUrl(std::string_view url) {
     return path;
 }
 
+// Whether a file lies in a folder or below it; both are free of links and "..".
+bool LiesBelow(const fs::path& path, const fs::path& folder) {
+    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
+}
+
 }  // namespace
 
-LdifReader::LdifReader(InputFile file) : file_(std::move(file)) {
+LdifReader::LdifReader(InputFile file, fs::path path) : file_(std::move(file)), path_(std::move(path)) {
     if (file_.Available().starts_with(kByteOrderMark)) file_.Skip(kByteOrderMark.size());
 }
 
@@ -177,16 +184,29 @@ std::string_view LdifReader::Value() {
     return line_.view().substr(value_at_);
 }
 
+// The file that a URL of the current line names. An export can come from anywhere: what it names must lie
+// beside it, lest it takes the user's other files along.
+fs::path LdifReader::FileOfUrl(std::string_view url) const {
+    const std::optional<std::string> named = PathOfUrl(url);
+    if (!named) Fail(first_line_, "Not a URL of a local file");
+    std::error_code error;
+    fs::path path = fs::canonical(*named, error);
+    // Anything but a plain file could block or never end.
+    if (error || !fs::is_regular_file(path, error)) Fail(first_line_, "The URL names no file");
+    const fs::path folder = fs::canonical(path_, error).parent_path();
+    if (error || !LiesBelow(path, folder))
+        Fail(first_line_, "The file of the URL lies outside of the folder of the LDIF file");
+    if (LiesBelow(path, "/proc") || LiesBelow(path, "/sys"))
+        Fail(first_line_, "The URL names a file of the system");
+    return path;
+}
+
 // The bytes of the file that the URL at `at` of the current line names.
 std::string_view LdifReader::UrlValue(std::size_t at) {
-    const std::optional<std::string> path = PathOfUrl(Trimmed(line_.view().substr(at)));
-    if (!path) Fail(first_line_, "Not a URL of a local file");
-    // Anything but a plain file could block or never end.
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(*path, error)) Fail(first_line_, "The URL names no file");
+    const fs::path path = FileOfUrl(Trimmed(line_.view().substr(at)));
     url_value_.Clear();
     try {
-        InputFile file(*path, *path);
+        InputFile file(path, path.string());
         for (std::string_view bytes = file.Available(); !bytes.empty(); bytes = file.Available()) {
             url_value_.Append(bytes);
             file.Skip(bytes.size());

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -23,7 +24,8 @@ struct LdifAttribute {
 // counts physical lines from 1. A read error raises error 75.
 class LdifReader {
   public:
-    explicit LdifReader(InputFile file);
+    // The files that its URLs name must lie in the folder of `path`, where the file itself lies, or below it.
+    explicit LdifReader(InputFile file, std::filesystem::path path = {});
 
     // Moves to the next record, past what is left of the current one; false at the end of the file.
     bool NextRecord();
@@ -50,9 +52,11 @@ class LdifReader {
     void ParseLine();
     std::string_view Value();
     std::string_view UrlValue(std::size_t at);
+    std::filesystem::path FileOfUrl(std::string_view url) const;
     std::int64_t LineAt(std::size_t offset) const;
 
     InputFile file_;
+    std::filesystem::path path_;
     std::int64_t next_line_ = 1;  // the number of the physical line to be read next
 
     // The current line, unfolded, and where in it each continuation began: numbers, each the distance from

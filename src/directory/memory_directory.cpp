@@ -131,7 +131,7 @@ const MemoryDirectory::Tree& MemoryDirectory::Loaded(Tree& tree) {
 void MemoryDirectory::SetCurrentObject(std::string_view path) {
     CheckFaults();
     const std::optional<PathParts> parts = SplitPath(path);
-    if (!parts) throw Error(errors::kNoSuchObject);
+    if (!parts) throw Error(errors::kNoSuchObject).Within(path);
     Tree* const tree = FindTree(parts->tree);
     if (tree == nullptr)
         throw Error(errors::kDirectoryUnreadable).With("No tree '" + std::string(parts->tree) + "'");
@@ -189,7 +189,7 @@ std::optional<MemoryDirectory::Place> MemoryDirectory::Find(std::string_view pat
 
 MemoryDirectory::Place MemoryDirectory::FindOrRaise(std::string_view path_or_name) {
     const std::optional<Place> place = Find(path_or_name);
-    if (!place) throw Error(errors::kNoSuchObject);
+    if (!place) throw Error(errors::kNoSuchObject).Within(path_or_name);
     return *place;
 }
 
@@ -199,7 +199,7 @@ MemoryDirectory::Place MemoryDirectory::Locate(const Entry& entry) const {
         if (tree.objects && tree.serial == entry.id >> 32 && tree.objects->Holds(index))
             return {&tree, index};
     }
-    throw Error(errors::kNoSuchObject);
+    throw Error(errors::kNoSuchObject).Within(entry.path);
 }
 
 Entry MemoryDirectory::MakeEntry(const Place& place) const {
@@ -237,7 +237,7 @@ std::vector<Entry> MemoryDirectory::Entries() {
 
 Entry MemoryDirectory::FindEntry(std::string_view path) {
     CheckFaults();
-    if (!SplitPath(path)) throw Error(errors::kNoSuchObject);
+    if (!SplitPath(path)) throw Error(errors::kNoSuchObject).Within(path);
     return MakeEntry(FindOrRaise(path));
 }
 
@@ -322,7 +322,7 @@ MemoryDirectory::HeldValues MemoryDirectory::ReadValues(const Entry& entry, std:
     const MemoryTree& tree = *place.tree->objects;
     const std::uint32_t number = tree.FindAttribute(attribute);
     std::vector<std::string_view> values = ValuesOf(place, number);
-    if (values.empty()) throw Error(errors::kNoSuchValue);
+    if (values.empty()) throw Error(errors::kNoSuchValue).Within(entry.path + ", " + std::string(attribute));
     return {place.tree, tree.AttributeSyntax(number), std::move(values)};
 }
 

@@ -130,13 +130,20 @@ EntryIndex MemoryTree::FindPath(std::string_view components) const {
         std::size_t begin;
         std::size_t search_from;
         std::size_t longer;  // how often a longer name can still be tried
+        NameHash hash;       // of the name tried last, so that a longer one costs no more than what it adds
+        std::size_t hashed;  // where that ends
     };
-    std::vector<Attempt> attempts{{kRootEntry, 0, 0, store_.BackslashesBelow(kRootEntry)}};
+    const auto attempt_below = [this](EntryIndex parent, std::size_t begin) {
+        return Attempt{parent, begin, begin, store_.BackslashesBelow(parent), NameHash(parent), begin};
+    };
+    std::vector<Attempt> attempts{attempt_below(kRootEntry, 0)};
     while (!attempts.empty()) {
         Attempt& attempt = attempts.back();
         const std::size_t end = std::min(components.find('\\', attempt.search_from), components.size());
         const std::string_view name = components.substr(attempt.begin, end - attempt.begin);
-        const EntryIndex child = store_.FindChild(attempt.parent, name);
+        attempt.hash.Add(components.substr(attempt.hashed, end - attempt.hashed));
+        attempt.hashed = end;
+        const EntryIndex child = store_.FindChild(attempt.parent, name, attempt.hash);
         if (child != kNoEntry && end == components.size()) return child;
         if (attempt.longer == 0 || end == components.size()) {
             attempts.pop_back();
@@ -144,7 +151,7 @@ EntryIndex MemoryTree::FindPath(std::string_view components) const {
             --attempt.longer;
             attempt.search_from = end + 1;
         }
-        if (child != kNoEntry) attempts.push_back({child, end + 1, end + 1, store_.BackslashesBelow(child)});
+        if (child != kNoEntry) attempts.push_back(attempt_below(child, end + 1));
     }
     return kNoEntry;
 }

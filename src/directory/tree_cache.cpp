@@ -19,8 +19,7 @@ void AtPlace(const FieldReader& reader, Read read) {
         read();
     } catch (const Error& error) {
         if (error.detail().starts_with(reader.Place())) throw;
-        const std::string what = error.detail().empty() ? error.description() : error.detail();
-        throw error.With(reader.Place() + ": " + what);
+        throw error.Within(reader.Place());
     }
 }
 

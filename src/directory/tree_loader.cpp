@@ -13,6 +13,10 @@
 namespace zorvel {
 namespace {
 
+// No DN of eDirectory has more than 256 characters, and so more components than this. The containers of a DN
+// far deeper would fill memory and caches with paths as long as it each.
+constexpr std::size_t kMostComponents = 128;
+
 // Reads the attributes of a record that is a schema: cn=schema.
 void ReadSchema(LdifReader& reader, Schema& schema) {
     LdifAttribute attribute;
@@ -33,7 +37,8 @@ bool IsSchema(const NamingComponent& only_component) {
 
 class TreeLoader {
   public:
-    TreeLoader(const Files& files, std::string_view path) : files_(files), reader_(files.Open(path)) {}
+    TreeLoader(const Files& files, std::string_view path)
+        : files_(files), reader_(files.Open(path), files.Resolve(path)) {}
 
     std::unique_ptr<MemoryTree> Load() {
         while (reader_.NextRecord())
@@ -79,19 +84,23 @@ class TreeLoader {
         if (TakeSimpleComponent(dn, component, parent_dn)) {
             // Siblings mostly stand together.
             if (parent_dn == last_parent_dn_) return last_parent_;
-            ParseOrFail(parent_dn);
+            ParseOrFail(parent_dn, kMostComponents - 1);
             last_parent_ = FindOrMake(0);
             last_parent_dn_ = parent_dn;
             return last_parent_;
         }
-        ParseOrFail(dn);
+        ParseOrFail(dn, kMostComponents);
         if (components_.empty()) return kNoEntry;
         component = components_.front();
         return FindOrMake(1);
     }
 
-    void ParseOrFail(std::string_view dn) {
+    // Takes a DN of at most `most` components apart.
+    void ParseOrFail(std::string_view dn, std::size_t most) {
         if (!ParseDN(dn, components_)) reader_.Fail(reader_.dn_line(), "Not a DN");
+        if (components_.size() > most)
+            reader_.Fail(reader_.dn_line(),
+                         "A DN of more than " + std::to_string(kMostComponents) + " components");
     }
 
     // The object of `components_` from `leaf` to the root; what the file has not yet held is added, not

@@ -65,11 +65,10 @@ bool ShowPrintDialog(QPrinter& printer, std::size_t pages, QWidget* window) {
 
 }  // namespace
 
-frmReport::frmReport(Services& services, std::shared_ptr<const Report> report, QWidget* parent)
-    : QMainWindow(parent),
-      services_(services),
+frmReport::frmReport(Services& services, std::shared_ptr<const Report> report, const AskInterrupted& ask)
+    : services_(services),
       report_(std::move(report)),
-      layout_(*report_, fonts_.metrics()),
+      layout_(*report_, fonts_.metrics(), ask),
       ui_(std::make_unique<Ui::frmReport>()),
       ask_printer_(ShowPrintDialog) {
     setAttribute(Qt::WA_DeleteOnClose);
@@ -292,7 +291,7 @@ void frmReport::Write(const std::filesystem::path& path, const ReportFormat& for
         });
     } else {
         const Hourglass hourglass;
-        WriteInPlace(path, [&](OutputFile& file) { format.write(*report_, file); });
+        WriteInPlace(path, [&](OutputFile& file) { format.write(*report_, file, {}); });
     }
     if (written) ui_->barStatus->showMessage("Saved as " + QFile::decodeName(path.c_str()));
 }

@@ -32,8 +32,8 @@ class frmReport final : public QMainWindow {
     using AskPrinter = std::function<bool(QPrinter& printer, std::size_t pages, QWidget* window)>;
 
     // Lays the report out. Make it with `new`: the window deletes itself when it is closed. The services must
-    // outlive it.
-    frmReport(Services& services, std::shared_ptr<const Report> report, QWidget* parent = nullptr);
+    // outlive it. Raises Interrupted when `ask` says so.
+    frmReport(Services& services, std::shared_ptr<const Report> report, const AskInterrupted& ask = {});
     ~frmReport() override;
 
     // What is asked ahead of printing, instead of the print dialog.

@@ -10,7 +10,7 @@
 namespace zorvel {
 
 bool WritePdfWithoutDisplay(const Report& report, const std::filesystem::path& path,
-                            const std::function<bool()>& interrupted) {
+                            const AskInterrupted& interrupted) {
     int argc = 1;
     char name[] = "zorvel-batch";
     char* argv[] = {name, nullptr};
@@ -24,8 +24,7 @@ bool WritePdfWithoutDisplay(const Report& report, const std::filesystem::path& p
         application.emplace(argc, argv);
         std::setlocale(LC_ALL, "C");  // Qt has set the user's
     }
-    return WritePdf(report, path,
-                    [&interrupted](std::size_t /*done*/, std::size_t /*pages*/) { return !interrupted(); });
+    return WritePdf(report, path, interrupted);
 }
 
 }  // namespace zorvel

@@ -2,15 +2,15 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 
+#include "platform/interruption.h"
 #include "reporting/report.h"
 
 namespace zorvel {
 
 // Writes the file in the place of `path` (a real path), as WritePdf does; sets Qt up first where nobody has.
-// Asks before each page whether it was interrupted; false when it was: an older file stays.
+// Asks for each page whether it was interrupted; false when it was: an older file stays.
 bool WritePdfWithoutDisplay(const Report& report, const std::filesystem::path& path,
-                            const std::function<bool()>& interrupted);
+                            const AskInterrupted& interrupted);
 
 }  // namespace zorvel

@@ -54,9 +54,6 @@ class OutputDevice final : public QIODevice {
     std::exception_ptr failure_;
 };
 
-// Ends the writing of a file that nobody wants any more.
-struct Stopped {};
-
 void WritePages(const Report& report, const PageLayout& layout, const PaperFonts& fonts,
                 const std::vector<std::size_t>& pages, const QPageLayout& paper, OutputFile& file,
                 const PageProgress& progress) {
@@ -72,7 +69,7 @@ void WritePages(const Report& report, const PageLayout& layout, const PaperFonts
             return !progress || progress(done, count);
         });
     device.Check();
-    if (!whole) throw Stopped{};
+    if (!whole) throw Interrupted{};
 }
 
 }  // namespace
@@ -83,10 +80,15 @@ std::vector<std::size_t> AllPages(const PageLayout& layout) {
     return pages;
 }
 
-bool WritePdf(const Report& report, const std::filesystem::path& path, const PageProgress& progress) {
-    const PaperFonts fonts;
-    const PageLayout layout(report, fonts.metrics());
-    return WritePdf(report, layout, fonts, AllPages(layout), PaperOf(layout), path, progress);
+bool WritePdf(const Report& report, const std::filesystem::path& path, const AskInterrupted& ask) {
+    try {
+        const PaperFonts fonts;
+        const PageLayout layout(report, fonts.metrics(), ask);
+        return WritePdf(report, layout, fonts, AllPages(layout), PaperOf(layout), path,
+                        [&ask](std::size_t /*done*/, std::size_t /*pages*/) { return !ask || !ask(); });
+    } catch (const Interrupted&) {
+        return false;
+    }
 }
 
 bool WritePdf(const Report& report, const PageLayout& layout, const PaperFonts& fonts,
@@ -95,7 +97,7 @@ bool WritePdf(const Report& report, const PageLayout& layout, const PaperFonts& 
     try {
         WriteInPlace(
             path, [&](OutputFile& file) { WritePages(report, layout, fonts, pages, paper, file, progress); });
-    } catch (const Stopped&) {
+    } catch (const Interrupted&) {
         return false;
     }
     return true;

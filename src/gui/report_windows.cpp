@@ -13,6 +13,11 @@
 #include "reporting/reports.h"
 
 namespace zorvel {
+namespace {
+
+constexpr qint64 kEventsInterval = 40;  // milliseconds between two looks at the pending events
+
+}  // namespace
 
 ReportWindows::ReportWindows(MainController& controller, QMenu& menu, QWidget& window, const Run& run)
     : controller_(controller), window_(window) {
@@ -56,8 +61,17 @@ void ReportWindows::ShowReportOptions(ReportChoice& choice) {
     preparing_.emplace();
 }
 
+bool ReportWindows::Interrupted() {
+    Services& services = controller_.services();
+    if (!since_events_.isValid() || since_events_.hasExpired(kEventsInterval)) {
+        services.ui.ProcessEvents();
+        since_events_.start();
+    }
+    return services.activity.UserInterrupt;
+}
+
 void ReportWindows::ShowReport(std::shared_ptr<const Report> report) {
-    auto* window = new frmReport(controller_.services(), std::move(report));
+    auto* window = new frmReport(controller_.services(), std::move(report), [this] { return Interrupted(); });
     windows_.append(window);
     window->showMaximized();
 }

@@ -1,6 +1,7 @@
 // The Reports menu, the options it asks for, and the windows of the reports that are open.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QPointer>
 #include <functional>
@@ -36,6 +37,8 @@ class ReportWindows final : public ReportDisplay {
     bool CloseAll();
 
     void ShowReportOptions(ReportChoice& choice) override;
+    // Lets pending events run, ESC among them.
+    bool Interrupted() override;
     void ShowReport(std::shared_ptr<const Report> report) override;
 
   private:
@@ -45,6 +48,7 @@ class ReportWindows final : public ReportDisplay {
     QWidget& window_;
     ReportChoice choice_;
     std::optional<Hourglass> preparing_;
+    QElapsedTimer since_events_;  // ran
     QList<QPointer<frmReport>> windows_;
 };
 

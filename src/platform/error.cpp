@@ -58,8 +58,19 @@ Error Error::With(std::string detail) const {
     return copy;
 }
 
+Error Error::Within(std::string_view place) const {
+    return With(std::string(place) + ": " + Reason());
+}
+
 Error Error::At(const std::string& path) const {
     return With(path + ": " + description());
+}
+
+std::string CutForMessage(std::string_view text) {
+    constexpr std::size_t kMessageLength = 200;
+    constexpr std::string_view kCutMark = "...";
+    if (text.size() <= kMessageLength) return std::string(text);
+    return std::string(text.substr(0, kMessageLength - kCutMark.size())) += kCutMark;
 }
 
 Error FileError(int error_code, const std::string& path) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace zorvel {
 
@@ -43,8 +44,12 @@ class Error : public std::runtime_error {
     // A sentence for the log: where the trouble lies and what it is ("file, line 12: ..."); empty when there
     // is no more to say than the description does.
     const std::string& detail() const noexcept { return detail_; }
+    // The detail, or else the description: never empty.
+    std::string Reason() const { return detail_.empty() ? description() : detail_; }
     // This error with `detail` added to it.
     Error With(std::string detail) const;
+    // This error with the detail `place` + ": " + Reason(): what struck at a place that it did not know.
+    Error Within(std::string_view place) const;
     // This error with the detail `path` + ": " + description.
     Error At(const std::string& path) const;
 
@@ -65,6 +70,10 @@ class OutputError : public Error {
   public:
     explicit OutputError(const Error& error) : Error(error) { output_ = true; }
 };
+
+// `text` cut to 200 characters, "..." the last of them: what an error says of a statement or a value, however
+// long that is.
+std::string CutForMessage(std::string_view text);
 
 // The standard description of error `number`, or "Application-defined or object-defined error".
 std::string DescriptionOf(std::int32_t number);

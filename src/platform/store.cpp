@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <type_traits>
 #include <utility>
@@ -31,9 +32,6 @@ constexpr const char* kLockOut = "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE
 
 // The part of an engine's error code that is the same for all its variants.
 constexpr int kPrimaryCode = 0xFF;
-
-constexpr std::size_t kMessageLength = 200;
-constexpr std::string_view kCutMark = "...";
 
 Error StoreError(const std::string& name, std::string_view reason) {
     const std::string text = CutForMessage(reason);
@@ -89,8 +87,17 @@ void UndoUnfinished(const std::filesystem::path& path) {
     }
 }
 
+// How many steps the engine takes between two questions whether to end. A step is short unless it works on a
+// value of megabytes.
+constexpr int kStepsBetweenQuestions = 100;
+
+int Ask(void* ask) {
+    return (*static_cast<const AskInterrupted*>(ask))() ? 1 : 0;
+}
+
 int FlagsOf(Database::Access access) {
     switch (access) {
+        case Database::Access::kSelect:
         case Database::Access::kReadOnly:
             return SQLite::OPEN_READONLY;
         case Database::Access::kReadWrite:
@@ -98,6 +105,31 @@ int FlagsOf(Database::Access access) {
         default:
             return SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
     }
+}
+
+// Functions that reach beyond the file.
+constexpr std::array<std::string_view, 2> kDangerous = {"load_extension", "fts3_tokenizer"};
+
+// Allows a connection what a SELECT over the tables of its file needs. The tables that the engine makes
+// itself, as "pragma_table_info" is, would need more.
+int AllowSelects(void* /*unused*/, int action, const char* /*first*/, const char* second,
+                 const char* /*database*/, const char* /*cause*/) {
+    switch (action) {
+        case SQLITE_SELECT:
+        case SQLITE_READ:
+        case SQLITE_RECURSIVE:
+            return SQLITE_OK;
+        case SQLITE_FUNCTION:
+            return std::find(kDangerous.begin(), kDangerous.end(), second) == kDangerous.end() ? SQLITE_OK
+                                                                                               : SQLITE_DENY;
+        default:
+            return SQLITE_DENY;
+    }
+}
+
+// The engine does not ask about VACUUM until it runs, nor about EXPLAIN at all.
+bool IsSelect(sqlite3_stmt* statement) {
+    return sqlite3_column_count(statement) > 0 && sqlite3_stmt_isexplain(statement) == 0;
 }
 
 // True for a text that is the same in UTF-8.
@@ -157,35 +189,40 @@ class GroupLog {
 
 }  // namespace
 
-std::string CutForMessage(std::string_view text) {
-    if (text.size() <= kMessageLength) return std::string(text);
-    return std::string(text.substr(0, kMessageLength - kCutMark.size())) += kCutMark;
-}
-
 namespace store_detail {
 
 // An open file, with the group that is being gathered for it.
 class Connection {
   public:
     Connection(const std::filesystem::path& path, std::string name, Database::Access access)
-        : name_(std::move(name)), db_(GuardedOpening(name_, [&] {
+        : name_(std::move(name)),
+          selects_only_(access == Database::Access::kSelect),
+          db_(GuardedOpening(name_, [&] {
               if (access == Database::Access::kCreate) MakeForOwnerAlone(path);
-              if (access == Database::Access::kReadOnly) UndoUnfinished(path);
+              if (access == Database::Access::kReadOnly || access == Database::Access::kSelect)
+                  UndoUnfinished(path);
               return SQLite::Database(path.string(), FlagsOf(access), kBusyMilliseconds);
           })) {
         // The first access reads the file's header and undoes what a killed program left unfinished.
         Guarded([&] { db_.execAndGet("SELECT count(*) FROM sqlite_master"); });
+        if (selects_only_) sqlite3_set_authorizer(db_.getHandle(), AllowSelects, nullptr);
     }
 
     const std::string& name() const { return name_; }
     SQLite::Database& db() { return db_; }
 
-    // Runs `action`; what the engine raises becomes the store's error.
+    void EndWhen(AskInterrupted ask) {
+        ask_ = std::move(ask);
+        sqlite3_progress_handler(db_.getHandle(), ask_ ? kStepsBetweenQuestions : 0, Ask, &ask_);
+    }
+
+    // Runs `action`; what the engine raises becomes the store's error, or Interrupted.
     template <typename Action>
     std::invoke_result_t<Action> Guarded(Action action) {
         try {
             return action();
         } catch (const SQLite::Exception& error) {
+            if (error.getErrorCode() == SQLITE_INTERRUPT) throw Interrupted{};
             throw EngineError(name_, error, sqlite3_system_errno(db_.getHandle()));
         }
     }
@@ -260,6 +297,7 @@ class Connection {
         if (std::string_view(tail).find_first_not_of("; \t\r\n") != std::string_view::npos) {
             throw StoreError(name_, "the text goes on after its first statement");
         }
+        if (selects_only_ && !IsSelect(first)) throw StoreError(name_, "the statement is no SELECT");
     }
 
     void Bind(SQLite::Statement& statement, std::span<const std::string> values) {
@@ -328,6 +366,8 @@ class Connection {
     }
 
     std::string name_;
+    bool selects_only_;
+    AskInterrupted ask_;
     SQLite::Database db_;
     bool grouping_ = false;
     bool in_transaction_ = false;
@@ -394,6 +434,10 @@ Database::Database(const std::filesystem::path& path, std::string name, Access a
 Database::Database(Database&&) noexcept = default;
 Database& Database::operator=(Database&&) noexcept = default;
 Database::~Database() = default;
+
+void Database::EndWhen(AskInterrupted ask) {
+    connection_->EndWhen(std::move(ask));
+}
 
 void Database::Execute(std::string_view sql) {
     connection_->Run(connection_->Prepare(sql), {});

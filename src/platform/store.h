@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/interruption.h"
 
 namespace SQLite {
 class Statement;
@@ -24,10 +25,6 @@ namespace store_detail {
 class Connection;
 }
 
-// `text` cut to 200 characters, "..." the last of them: what an error says of a statement or a value, however
-// long that is.
-std::string CutForMessage(std::string_view text);
-
 // The rows of a query, one after the other.
 class Rows {
   public:
@@ -35,7 +32,7 @@ class Rows {
     Rows& operator=(Rows&&) noexcept;
     ~Rows();
 
-    // Moves to the next row; false when there is none left.
+    // Moves to the next row; false when there is none left. Raises Interrupted (Database::EndWhen).
     bool Next();
     // The field of the current row in `column`; empty for a null. Raises an error when there is no such
     // column.
@@ -79,7 +76,10 @@ class Command {
 
 class Database {
   public:
-    enum class Access { kReadOnly, kReadWrite, kCreate };
+    // kSelect is for statements that somebody else wrote: all but SELECTs over the tables of the file are
+    // refused when they are prepared, and so are table-valued functions (those of the engine's PRAGMAs among
+    // them) and functions that reach beyond the file.
+    enum class Access { kSelect, kReadOnly, kReadWrite, kCreate };
 
     // Opens the database file `path`; `name` is what errors call it. Only kCreate makes a file that does not
     // exist. Raises an error when it is missing, is no database, or is locked by another program.
@@ -88,6 +88,10 @@ class Database {
     Database& operator=(Database&&) noexcept;
     // Closes the file. Statements of a group that was not completed are undone.
     ~Database();
+
+    // Statements end, and raise Interrupted, when `ask` says so; it is asked many times a second while one
+    // runs.
+    void EndWhen(AskInterrupted ask);
 
     // Executes one statement that gives no rows. Raises an error when it fails, and, with nothing executed,
     // when the text holds no statement, more than one, or a NUL.

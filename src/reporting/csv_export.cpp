@@ -122,7 +122,7 @@ class CsvWriter {
 
 }  // namespace
 
-void WriteCsv(const Report& report, OutputFile& file) {
+void WriteCsv(const Report& report, OutputFile& file, const AskInterrupted& ask) {
     const ReportRows& rows = report.rows();
     const std::size_t fields = rows.fields().size();
     // A column of its own says of the rows that their import was not completed.
@@ -146,7 +146,9 @@ void WriteCsv(const Report& report, OutputFile& file) {
     const std::vector<std::string> headings = FieldHeadings(report);
     file.Write(kByteOrderMark);
     write_record([&](std::size_t field) { return std::string_view(headings[field]); }, kImportNotCompleted);
+    InterruptionPoint point(ask);
     for (std::size_t row = 0; row < rows.size(); ++row) {
+        point.Pass();
         write_record([&](std::size_t field) { return rows.Value(row, field); },
                      marked && report.IsOfIncomplete(row) ? "yes" : "");
     }

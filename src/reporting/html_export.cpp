@@ -35,8 +35,8 @@ std::string Number(double number) {
 
 class HtmlPage {
   public:
-    HtmlPage(const Report& report, OutputFile& file)
-        : report_(report), rows_(report.rows()), definition_(report.definition()), file_(file) {
+    HtmlPage(const Report& report, OutputFile& file, const AskInterrupted& ask)
+        : report_(report), rows_(report.rows()), definition_(report.definition()), file_(file), point_(ask) {
         markup_.Spell('&', "&amp;");
         markup_.Spell('<', "&lt;");
         markup_.Spell('>', "&gt;");
@@ -263,6 +263,7 @@ class HtmlPage {
     // Values that are left out because they repeat the row above's are there, out of sight: the filter finds
     // them, and shows them when the row above is hidden.
     void WriteRow(std::size_t row) {
+        point_.Pass();
         Put("<tr>");
         for (std::size_t i = 0; i < definition_.columns.size(); ++i) {
             Put(rows_.Repeats(row, i) ? "<td class=\"again\">" : "<td>");
@@ -276,14 +277,15 @@ class HtmlPage {
     const ReportRows& rows_;
     const ReportDefinition& definition_;
     OutputFile& file_;
+    InterruptionPoint point_;
     CharacterTable markup_;
     std::string scratch_;
 };
 
 }  // namespace
 
-void WriteHtml(const Report& report, OutputFile& file) {
-    HtmlPage(report, file).Write();
+void WriteHtml(const Report& report, OutputFile& file, const AskInterrupted& ask) {
+    HtmlPage(report, file, ask).Write();
 }
 
 }  // namespace zorvel

@@ -93,11 +93,13 @@ void WriteTotals(const Report& report, JsonWriter& writer, OutputFile& file) {
     }
 }
 
-void WriteRows(const Report& report, JsonWriter& writer, OutputFile& file) {
+void WriteRows(const Report& report, JsonWriter& writer, OutputFile& file, const AskInterrupted& ask) {
     const ReportRows& rows = report.rows();
     const std::vector<std::string> keys = FieldKeys(report);
     const std::vector<const ReportColumn*> columns = ColumnsOfFields(report);
+    InterruptionPoint point(ask);
     for (std::size_t row = 0; row < rows.size(); ++row) {
+        point.Pass();
         file.Write(row == 0 ? "\n{" : ",\n{");
         for (std::size_t field = 0; field < keys.size(); ++field) {
             if (field > 0) file.Write(", ");
@@ -111,7 +113,7 @@ void WriteRows(const Report& report, JsonWriter& writer, OutputFile& file) {
 
 }  // namespace
 
-void WriteJson(const Report& report, OutputFile& file) {
+void WriteJson(const Report& report, OutputFile& file, const AskInterrupted& ask) {
     JsonWriter writer(file);
     file.Write("{\n");
     writer.WriteKey("title");
@@ -121,7 +123,7 @@ void WriteJson(const Report& report, OutputFile& file) {
     file.Write("\n},\n\"totals\": {");
     WriteTotals(report, writer, file);
     file.Write("\n},\n\"rows\": [");
-    WriteRows(report, writer, file);
+    WriteRows(report, writer, file, ask);
     file.Write("\n]\n}\n");
 }
 

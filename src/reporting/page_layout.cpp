@@ -25,10 +25,11 @@ constexpr std::size_t kLinesWithHeading = 3;
 
 }  // namespace
 
-PageLayout::PageLayout(const Report& report, const ReportFonts& fonts)
+PageLayout::PageLayout(const Report& report, const ReportFonts& fonts, const AskInterrupted& ask)
     : report_(report), blocks_(report, fonts), flow_(report) {
     FlowPosition position = flow_.First();
     do {
+        EndIfInterrupted(ask);
         starts_.push_back(position);
         position = Fill(position, starts_.size() - 1, nullptr);
     } while (position.kind != BlockKind::kEnd);

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/interruption.h"
 #include "reporting/page_blocks.h"
 #include "reporting/page_canvas.h"
 #include "reporting/page_flow.h"
@@ -15,8 +16,9 @@ namespace zorvel {
 
 class PageLayout {
   public:
-    // Lays the whole report out. Report and fonts must outlive the object.
-    PageLayout(const Report& report, const ReportFonts& fonts);
+    // Lays the whole report out. Report and fonts must outlive the object. Raises Interrupted when `ask`,
+    // which is asked for each page, says so.
+    PageLayout(const Report& report, const ReportFonts& fonts, const AskInterrupted& ask = {});
 
     PageLayout(const PageLayout&) = delete;
     PageLayout& operator=(const PageLayout&) = delete;

@@ -19,8 +19,10 @@ std::string ReportFacts::ImportNote() const {
 }
 
 Report::Report(ReportDefinition definition, ReportFacts facts, const Database& database,
-               const std::string& query)
-    : definition_(std::move(definition)), facts_(std::move(facts)), rows_(database, definition_, query) {}
+               const std::string& query, const AskInterrupted& ask)
+    : definition_(std::move(definition)),
+      facts_(std::move(facts)),
+      rows_(database, definition_, query, ask) {}
 
 std::vector<FactLine> Report::FactLines() const {
     std::vector<FactLine> lines;

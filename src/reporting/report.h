@@ -44,8 +44,8 @@ inline constexpr std::string_view kNothingToReport = "There is nothing to report
 class Report {
   public:
     // Reads the rows of `query`. Raises what ReportRows raises.
-    Report(ReportDefinition definition, ReportFacts facts, const Database& database,
-           const std::string& query);
+    Report(ReportDefinition definition, ReportFacts facts, const Database& database, const std::string& query,
+           const AskInterrupted& ask = {});
 
     Report(const Report&) = delete;
     Report& operator=(const Report&) = delete;

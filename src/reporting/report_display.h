@@ -13,7 +13,9 @@ class ReportDisplay {
     virtual ~ReportDisplay() = default;
     // Has the user fill in `choice` for the report `choice.caption`; returns when the dialog is closed.
     virtual void ShowReportOptions(ReportChoice& choice) = 0;
-    // Shows a prepared report, without waiting. Raises an Error when that fails.
+    // True once the user wants no report any more; asked time and again while one is made.
+    virtual bool Interrupted() = 0;
+    // Shows a prepared report, without waiting. Raises an Error when that fails, or Interrupted.
     virtual void ShowReport(std::shared_ptr<const Report> report) = 0;
 };
 

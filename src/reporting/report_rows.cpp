@@ -97,24 +97,27 @@ std::int64_t Plus(std::int64_t left, std::int64_t right) {
 
 }  // namespace
 
-ReportRows::ReportRows(const Database& database, const ReportDefinition& definition, const std::string& query)
+ReportRows::ReportRows(const Database& database, const ReportDefinition& definition, const std::string& query,
+                       const AskInterrupted& ask)
     : definition_(definition), total_count_(definition.totals.size()) {
-    Read(database, query);
+    InterruptionPoint point(ask);
+    Read(database, query, point);
     for (const ReportColumn& column : definition_.columns)
         column_fields_.push_back(FieldNumber(column.field, column.line));
     CheckTemplates();
-    Gather();
-    AddUpTotals();
+    Gather(point);
+    AddUpTotals(point);
     for (const ReportChart& chart : definition_.charts)
-        charts_.push_back(AddUpChart(chart));
+        charts_.push_back(AddUpChart(chart, point));
 }
 
-void ReportRows::Read(const Database& database, const std::string& query) {
+void ReportRows::Read(const Database& database, const std::string& query, InterruptionPoint& point) {
     Rows rows = database.Query(query);
     fields_ = rows.Columns();
     const std::size_t count = fields_.size();
     std::string text;
     while (rows.Next()) {
+        point.Pass();
         for (std::size_t field = 0; field < count; ++field) {
             rows.Read(field, text);
             // Rows of a group repeat the values of its fields, so most texts are those of the row before.
@@ -159,7 +162,7 @@ void ReportRows::CheckTemplates() const {
         check(chart.label);
 }
 
-void ReportRows::Gather() {
+void ReportRows::Gather(InterruptionPoint& point) {
     const std::size_t levels = definition_.groups.size();
     const std::size_t row_count = cells_.empty() ? 0 : cells_.size() / fields_.size();
     std::vector<std::vector<std::size_t>> by;
@@ -171,6 +174,7 @@ void ReportRows::Gather() {
     std::vector<std::size_t> open(levels + 1, 0);  // the groups of the row before; the first is all rows
     std::string key;
     for (std::size_t row = 0; row < row_count; ++row) {
+        point.Pass();
         const std::string_view* const cells = &cells_[row * fields_.size()];
         bool same = row > 0;
         for (std::size_t level = 0; level < levels; ++level) {
@@ -235,13 +239,13 @@ std::string ReportRows::Expand(const TextTemplate& text, std::size_t row) const 
     return expanded;
 }
 
-void ReportRows::AddUpTotals() {
+void ReportRows::AddUpTotals(InterruptionPoint& point) {
     totals_.assign(total_count_ * (groups_.size() + 1), 0);
     for (std::size_t number = 0; number < total_count_; ++number)
-        AddUpTotal(number, definition_.totals[number]);
+        AddUpTotal(number, definition_.totals[number], point);
 }
 
-void ReportRows::AddUpTotal(std::size_t number, const ReportTotal& total) {
+void ReportRows::AddUpTotal(std::size_t number, const ReportTotal& total, InterruptionPoint& point) {
     const std::vector<std::size_t> fields = FieldNumbers(total.fields, total.line);
     std::string key;
     const auto add_up = [&](std::size_t begin, std::size_t end) -> std::int64_t {
@@ -250,6 +254,7 @@ void ReportRows::AddUpTotal(std::size_t number, const ReportTotal& total) {
         // A set of its own: clearing one takes time for as many values as it ever held.
         std::unordered_set<std::string> met;
         for (std::size_t row = begin; row < end; ++row) {
+            point.Pass();
             if (total.kind == ReportTotal::Kind::kSum) {
                 sum = Plus(sum, NumberOf(Value(row, fields.front())));
                 continue;
@@ -268,12 +273,13 @@ void ReportRows::AddUpTotal(std::size_t number, const ReportTotal& total) {
     };
     totals_[number] = add_up(0, size());
     for (std::size_t group = 0; group < groups_.size(); ++group) {
+        point.Pass();
         if (groups_[group].level < total.levels)
             totals_[(group + 1) * total_count_ + number] = add_up(groups_[group].begin, groups_[group].end);
     }
 }
 
-std::vector<ChartBar> ReportRows::AddUpChart(const ReportChart& chart) const {
+std::vector<ChartBar> ReportRows::AddUpChart(const ReportChart& chart, InterruptionPoint& point) const {
     const std::vector<std::size_t> fields = FieldNumbers(chart.by, chart.line);
     const bool counts = chart.sum.empty();
     const std::size_t sum = counts ? 0 : FieldNumber(chart.sum, chart.line);
@@ -281,6 +287,7 @@ std::vector<ChartBar> ReportRows::AddUpChart(const ReportChart& chart) const {
     std::vector<ChartBar> bars;
     std::string key;
     for (std::size_t row = 0; row < size(); ++row) {
+        point.Pass();
         key.clear();
         for (const std::size_t field : fields)
             AppendKey(key, Value(row, field));

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/interruption.h"
 #include "platform/store.h"
 #include "platform/text_pool.h"
 #include "reporting/report_definition.h"
@@ -30,9 +31,10 @@ class ReportRows {
   public:
     // Reads all rows of `query` and gathers them by the definition's groups: groups stand in the order in
     // which the query first names them, the rows of a group in the order of the query. Raises the store's
-    // errors, and error 13 when the definition names a field that the query does not give. The definition
-    // must outlive the object.
-    ReportRows(const Database& database, const ReportDefinition& definition, const std::string& query);
+    // errors, error 13 when the definition names a field that the query does not give, and Interrupted when
+    // `ask` says so. The definition must outlive the object.
+    ReportRows(const Database& database, const ReportDefinition& definition, const std::string& query,
+               const AskInterrupted& ask = {});
 
     std::size_t size() const { return order_.size(); }
     // The names of the query's fields.
@@ -70,14 +72,14 @@ class ReportRows {
     const std::vector<std::vector<ChartBar>>& charts() const { return charts_; }
 
   private:
-    void Read(const Database& database, const std::string& query);
+    void Read(const Database& database, const std::string& query, InterruptionPoint& point);
     std::size_t FieldNumber(const std::string& name, std::size_t line) const;
     std::vector<std::size_t> FieldNumbers(const std::vector<std::string>& names, std::size_t line) const;
     void CheckTemplates() const;
-    void Gather();
-    void AddUpTotals();
-    void AddUpTotal(std::size_t number, const ReportTotal& total);
-    std::vector<ChartBar> AddUpChart(const ReportChart& chart) const;
+    void Gather(InterruptionPoint& point);
+    void AddUpTotals(InterruptionPoint& point);
+    void AddUpTotal(std::size_t number, const ReportTotal& total, InterruptionPoint& point);
+    std::vector<ChartBar> AddUpChart(const ReportChart& chart, InterruptionPoint& point) const;
 
     const ReportDefinition& definition_;
     std::vector<std::string> fields_;

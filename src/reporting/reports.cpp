@@ -15,6 +15,22 @@
 namespace zorvel {
 namespace {
 
+// The time in which a report is made: the status line says so, and the user can interrupt it.
+class Making {
+  public:
+    Making(Services& services, const std::string& caption)
+        : busy_(services.activity), status_(services.status) {
+        status_.SetStatus('Y', "Creating '" + caption + "'...");
+    }
+    ~Making() { status_.SetIdle(); }
+    Making(const Making&) = delete;
+    Making& operator=(const Making&) = delete;
+
+  private:
+    const BusyPeriod busy_;
+    StatusLine& status_;
+};
+
 // Whether the store takes `query` as a statement over `database`; what it then reads is not asked.
 bool Accepts(const Database& database, std::string_view query) {
     try {
@@ -56,7 +72,7 @@ ReportOutcome Reports::Generate(std::string_view caption, std::string_view defin
         Fail("Reporting module", "Reporting");
         return ReportOutcome::kFailed;
     }
-    return ReportLaunch(definition_file, sort, filter) ? ReportOutcome::kShown : ReportOutcome::kFailed;
+    return ReportLaunch(definition_file, sort, filter);
 }
 
 std::string Reports::DatasetPath() const {
@@ -73,15 +89,20 @@ void Reports::RegisterDsn() {
     }
 }
 
-bool Reports::ReportLaunch(std::string_view definition_file, std::string_view sort, std::string_view filter) {
+ReportOutcome Reports::ReportLaunch(std::string_view definition_file, std::string_view sort,
+                                    std::string_view filter) {
     try {
         const std::string path = services_.files.Path("Reports\\" + std::string(definition_file));
         services_.log.WriteLog("Reporting: Launching '" + path + "'");
+        const Making making(services_, choice_.caption);
         display_.ShowReport(MakeReport(path, sort, filter));
-        return true;
+        return ReportOutcome::kShown;
+    } catch (const Interrupted&) {
+        services_.log.WriteLog("Reporting: Interrupted at user request");
+        return ReportOutcome::kInterrupted;
     } catch (...) {
         Fail("Report Launch", "Report Launch");
-        return false;
+        return ReportOutcome::kFailed;
     }
 }
 
@@ -94,13 +115,14 @@ std::shared_ptr<const Report> Reports::MakeReport(const std::string& definition_
     ReportFacts facts = Facts();
     if (sorted != definition.query) facts.order = choice_.sort + (choice_.descending ? ", descending" : "");
     if (query != sorted) facts.excluded = choice_.excluded_codes;
-    const Database database(services_.files.Resolve(DatasetPath()), DatasetPath(),
-                            Database::Access::kReadOnly);
+    const AskInterrupted ask = [this] { return display_.Interrupted(); };
+    Database database(services_.files.Resolve(DatasetPath()), DatasetPath(), Database::Access::kSelect);
+    database.EndWhen(ask);
     facts.incomplete = Incomplete(database);  // ahead of the rows: an import may be at work
     const std::string own_query = definition.query;
     const std::string where = definition_path + ", line " + std::to_string(definition.query_line);
     try {
-        return std::make_shared<const Report>(std::move(definition), std::move(facts), database, query);
+        return std::make_shared<const Report>(std::move(definition), std::move(facts), database, query, ask);
     } catch (const Error& error) {
         // What the store takes and then fails to read is no fault of the definition.
         const bool faulty_query = error.number() == errors::kStore && !Accepts(database, query) &&

@@ -14,13 +14,14 @@
 
 namespace zorvel {
 
-enum class ReportOutcome { kShown, kCancelled, kFailed };
+enum class ReportOutcome { kShown, kCancelled, kInterrupted, kFailed };
 
 class Reports {
   public:
     Reports(Services& services, const Catalogue& catalogue, ReportChoice& choice, ReportDisplay& display);
 
-    // Makes the report of a caption of the catalogue. Of a failure the user is told.
+    // Makes the report of a caption of the catalogue; that is Busy once its options are chosen. Of a failure
+    // the user is told; an interruption is logged.
     ReportOutcome Generate(std::string_view caption);
     // The same with a definition file of Reports in the place of the catalogue's.
     ReportOutcome Generate(std::string_view caption, std::string_view definition_file);
@@ -28,7 +29,8 @@ class Reports {
   private:
     void RegisterDsn();
     std::string DatasetPath() const;
-    bool ReportLaunch(std::string_view definition_file, std::string_view sort, std::string_view filter);
+    ReportOutcome ReportLaunch(std::string_view definition_file, std::string_view sort,
+                               std::string_view filter);
     std::shared_ptr<const Report> MakeReport(const std::string& definition_path, std::string_view sort,
                                              std::string_view filter) const;
     // What the report says about itself, but for its order and what it leaves out.

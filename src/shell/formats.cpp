@@ -27,6 +27,10 @@ std::string Fixed(double number, int decimals) {
     return {buffer.data(), result.ptr};
 }
 
+[[noreturn]] void ThrowOverflow(std::string_view number) {
+    throw Error(errors::kOverflow).With("the number '" + CutForMessage(number) + "' is too large");
+}
+
 // Takes `digits` digits from the front of `text` as a number; false when they are not there.
 bool TakeNumber(std::string_view& text, std::size_t digits, int& number) {
     if (text.size() < digits) return false;
@@ -104,7 +108,7 @@ double NumericValue(std::string_view text) {
     if (rest.starts_with('+')) rest.remove_prefix(1);
     double number = 0;
     const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), number);
-    if (result.ec == std::errc::result_out_of_range) throw Error(errors::kOverflow);
+    if (result.ec == std::errc::result_out_of_range) ThrowOverflow(text);
     return result.ec == std::errc() ? number : 0;
 }
 
@@ -112,7 +116,7 @@ std::int32_t WholeValue(std::string_view text) {
     const double number = std::trunc(NumericValue(text));
     if (number < std::numeric_limits<std::int32_t>::min() ||
         number > std::numeric_limits<std::int32_t>::max()) {
-        throw Error(errors::kOverflow);
+        ThrowOverflow(text);
     }
     return static_cast<std::int32_t>(number);
 }

@@ -89,7 +89,12 @@ std::string FieldReader::Next() {
 }
 
 std::int32_t FieldReader::NextNumber() {
-    return WholeValue(Next());
+    const std::string field = Next();
+    try {
+        return WholeValue(field);
+    } catch (const Error& error) {
+        throw error.Within(Place());
+    }
 }
 
 std::string FieldReader::NextLine() {

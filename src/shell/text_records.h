@@ -34,7 +34,8 @@ class FieldReader {
     bool AtEnd() { return file_.Peek() < 0; }
     // The next field. Raises error 62 at the end of the file.
     std::string Next();
-    // The next field as a number (NumericValue, rounded towards zero). Raises error 6 or 62.
+    // The next field as a number (NumericValue, rounded towards zero). Raises error 6 or 62, the detail
+    // naming file and line.
     std::int32_t NextNumber();
     // Takes the rest of the line as it stands, without its end. Raises error 62 at the end of the file.
     std::string NextLine();

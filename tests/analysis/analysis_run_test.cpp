@@ -226,6 +226,29 @@ TEST_F(Run, AssociationsReachUsersGroupsContainersAndWorkstations) {
     EXPECT_THAT(shell_.ui.statuses, Contains("Determining Application Associations.  Users:3, Groups: 3"));
 }
 
+TEST_F(Run, TheLogNamesTheAttributeThatCannotBeJudged) {
+    LoadApplication(kHealthy + "appIconOrder: 1e999\n");
+    ASSERT_EQ(Go(), RunOutcome::kFinished);
+    EXPECT_THAT(shell_.LogLines(),
+                Contains(" ERROR: Word.SITE, App:Icon Order: the number '1e999' is too large"));
+}
+
+// A list that names one group with each of very many attributes; nobody waits for as many looks at its
+// members.
+TEST_F(Run, TheMembersOfAGroupAreReadOnceForAnAccessControlList) {
+    constexpr int kMany = 30'000;
+    std::string attributes;
+    std::string group = "\ndn: cn=Team,o=SITE\nobjectClass: groupOfNames\ncn: Team\nmember: cn=Bob,o=SITE\n";
+    for (int i = 0; i < kMany; ++i) {
+        attributes += "aCL: 1#entry#cn=Team,o=SITE#a" + std::to_string(i) + '\n';
+        group += "member: cn=gone" + std::to_string(i) + ",o=SITE\n";
+    }
+    LoadApplication(attributes + group);
+    ASSERT_EQ(Go(), RunOutcome::kFinished);
+    EXPECT_THAT(shell_.ui.statuses,
+                Contains("Determining Application Associations.  Users:29,999, Groups: 30,000"));
+}
+
 TEST_F(Run, ARejectedStreamEndsTheStreamsOfItsApplicationOnly) {
     Load(test::LdifApplication("Bad", "o=SITE",
                                kHealthy + StreamLine("appMacros", "not a stream of ours") +

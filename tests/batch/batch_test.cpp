@@ -106,8 +106,13 @@ TEST_F(Batch, WhatCannotBeDoneFailsWithItsReason) {
         int status;
         const char* reason;
     };
+    const std::string huge = (folder_.path() / "TempData/huge.AppSelection").string();
+    folder_.Write("TempData/huge.AppSelection", "x\r\n16/11/2026, 99999999999\r\n\"c\"\r\n");
     for (const Case& c :
-         {Case{{"analyse", "--container", "NDS:\\\\T1\\GONE"}, 1, "there is no container 'NDS:\\\\T1\\GONE'"},
+         {Case{{"analyse", "--selection", huge},
+               1,
+               "AppSelection, line 2: the number '99999999999' is too large"},
+          Case{{"analyse", "--container", "NDS:\\\\T1\\GONE"}, 1, "there is no container 'NDS:\\\\T1\\GONE'"},
           Case{{"analyse", "--container", "NDS:\\\\T1\\EMPTY"}, 1, "there is no application to analyse"},
           Case{{"analyse", "--tree", "T9", "--all"}, 1, "there is no tree 'T9'"},
           Case{{"analyse", "--selection", "/nowhere"}, 1, "/nowhere: File not found"},

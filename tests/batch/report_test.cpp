@@ -375,12 +375,16 @@ TEST_F(BatchReport, CtrlCEndsItAndTheOlderFileStays) {
         BatchWindow::Interrupt();
         return WritePdfWithoutDisplay(report, path, interrupted);
     };
+    folder_.Write("Reports/Endless.rpt",
+                  "title = \"t\"\nquery = \"WITH N(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM N) SELECT "
+                  "count(*) AS x FROM N\"\n[[column]]\nfield = \"x\"\n");
     struct Case {
         const char* name;
         std::vector<std::string> arguments;  // with an order, a message comes ahead of the report
     };
-    for (const Case& c : {Case{"out.pdf", {"Run Order Summary"}},
-                          Case{"out.csv", {"Associations by User", "--descending"}}}) {
+    for (const Case& c :
+         {Case{"out.pdf", {"Run Order Summary"}}, Case{"out.csv", {"Associations by User", "--descending"}},
+          Case{"out.csv", {"Issue Summary", "--definition", "Endless.rpt", "--descending"}}}) {
         folder_.Write(c.name, "older");
         std::vector<std::string> arguments{"report", "--output", (folder_.path() / c.name).string()};
         arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
@@ -391,6 +395,7 @@ TEST_F(BatchReport, CtrlCEndsItAndTheOlderFileStays) {
         EXPECT_EQ(folder_.Read(c.name), "older");
         for (const auto& entry : std::filesystem::directory_iterator(folder_.path()))
             EXPECT_NE(entry.path().extension(), ".tmp") << entry.path();
+        EXPECT_THAT(folder_.Read("Zorvel.log"), HasSubstr("    Reporting: Interrupted at user request\r\n"));
     }
 }
 

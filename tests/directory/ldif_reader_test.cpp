@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/error.h"
+#include "support/errors.h"
 #include "support/temp_folder.h"
 
 namespace zorvel::test {
@@ -15,12 +16,11 @@ namespace {
 using namespace std::string_literals;
 
 // All that a file holds: "[dn]" for each record, and "name=value" for each value; or the error's detail.
-std::string ReadAll(const std::string& ldif) {
-    const TempFolder folder;
+std::string ReadAll(const std::string& ldif, const TempFolder& folder = {}) {
     folder.Write("x.ldif", ldif);
     std::string all;
     try {
-        LdifReader reader(InputFile(folder.path() / "x.ldif", "x.ldif"));
+        LdifReader reader(InputFile(folder.path() / "x.ldif", "x.ldif"), folder.path() / "x.ldif");
         LdifAttribute attribute;
         while (reader.NextRecord()) {
             all += "[" + reader.dn() + "]";
@@ -106,11 +106,38 @@ const std::vector<Case> kFaults = {
 INSTANTIATE_TEST_SUITE_P(Faults, LdifReaderTest, testing::ValuesIn(kFaults),
                          [](const auto& param) { return param.param.name; });
 
-TEST(LdifReader, TakesTheBytesOfAFileThatAUrlNames) {
+TEST(LdifReader, TakesTheBytesOfAFileThatAUrlNamesInItsOwnFolderOrBelow) {
     const TempFolder folder;
+    const TempFolder other;
     folder.Write("a b.bin", "\0\r\n bytes"s);
-    EXPECT_EQ(ReadAll("dn: o=A\nx:< file://" + folder.path().string() + "/a%20b.bin\ny: z\n"),
-              "[o=A]x=\0\r\n bytes;y=z;"s);
+    folder.Write("Trees/b", "b");
+    other.Write("secret", "s");
+    std::filesystem::create_symlink(other.path() / "secret", folder.path() / "link");
+    std::filesystem::create_symlink(folder.path(), other.path() / "back");
+    const std::string here = folder.path().string();
+    const std::string there = other.path().string();
+    const std::string outside =
+        "x.ldif, line 2: The file of the URL lies outside of the folder of the LDIF file";
+    const std::pair<std::string, std::string> cases[] = {
+        {here + "/a%20b.bin", "[o=A]x=\0\r\n bytes;y=z;"s},
+        {here + "/TempData/../Trees/b", "[o=A]x=b;y=z;"},
+        {there + "/back/Trees/b", "[o=A]x=b;y=z;"},
+        {there + "/secret", outside},
+        {here + "/Trees/../../" + other.path().filename().string() + "/secret", outside},
+        {here + "/link", outside},
+        {"/proc/self/status", outside},
+        {"/etc/passwd", outside},
+    };
+    for (const auto& [path, expected] : cases)
+        EXPECT_EQ(ReadAll("dn: o=A\nx:< file://" + path + "\ny: z\n", folder), expected) << path;
+
+    // Not even for an export that lies there itself.
+    folder.Write("x.ldif", "dn: o=A\nx:< file:///proc/self/status\n");
+    LdifReader reader(InputFile(folder.path() / "x.ldif", "x.ldif"), "/proc/version");
+    ASSERT_TRUE(reader.NextRecord());
+    LdifAttribute attribute;
+    EXPECT_EQ(RaisedBy([&] { reader.NextAttribute(attribute); }).detail(),
+              "x.ldif, line 2: The URL names a file of the system");
 }
 
 // The reader's buffer ends within lines, folds and line ends of every kind.
@@ -131,7 +158,8 @@ TEST(LdifReader, GivesValuesAwayInTheirBuffers) {
     folder.Write("bytes", "url");
     folder.Write("x.ldif", "dn: o=A\nx: plain\nx::\n QUJ\n DRA==\nx:< file://" +
                                (folder.path() / "bytes").string() + "\nx:\n y\nx: kept\n");
-    LdifReader reader(InputFile(folder.path() / "x.ldif", "x.ldif"));
+    const std::filesystem::path path = folder.path() / "x.ldif";
+    LdifReader reader(InputFile(path, "x.ldif"), path);
     ASSERT_TRUE(reader.NextRecord());
     LdifAttribute attribute;
     for (const char* expected : {"plain", "ABCD", "url", "y"}) {

@@ -258,16 +258,33 @@ TEST(MemoryTree, KeepsValuesOfAnySize) {
     EXPECT_EQ(titles.back(), std::string(10'000, 'a' + 299 % 26));
 }
 
-TEST(MemoryTree, LoadsATreeThatIsTwentyThousandContainersDeep) {
+TEST(MemoryTree, LoadsATreeAsDeepAsDirectoriesAreAndTellsTheLineOfADeeperDN) {
     std::string dn = "o=S";
-    for (int depth = 0; depth < 20000; ++depth)
-        dn.insert(0, "ou=x,");
-    DirectoryFixture fixture("dn: " + dn + "\nobjectClass: organizationalUnit\nou: leaf\n");
     std::string path = R"(NDS:\\TREE\S)";
-    for (int depth = 0; depth < 20000; ++depth)
+    for (int depth = 1; depth < 128; ++depth) {
+        dn.insert(0, "ou=x,");
         path += "\\X";
+    }
+    const std::string rest = "\nobjectClass: organizationalUnit\nou: leaf\n\n";
+    DirectoryFixture fixture("dn: " + dn + rest);
     EXPECT_EQ(fixture.Values(path, "OU"), "leaf");
     EXPECT_EQ(ErrorOf([&] { fixture.directory.FindEntry(path + "\\X"); }), errors::kNoSuchObject);
+    for (const std::string deeper : {"ou=x,", "ou=a\\,b,"}) {
+        DirectoryFixture too_deep("dn: o=S" + rest + "dn: " + deeper + dn + rest);
+        EXPECT_EQ(ErrorOf([&] { too_deep.directory.Entries(); }), errors::kDirectoryUnreadable);
+        EXPECT_EQ(too_deep.shell.LogLines().back(),
+                  " ERROR: " + too_deep.LdifPath() + ", line 5: A DN of more than 128 components");
+    }
+}
+
+// Each "\" of a path may be part of a name: what is tried must not be read from its beginning each time.
+TEST(MemoryTree, FindsANameOfAMillionBackslashes) {
+    const std::string name(1'000'000, '\\');
+    std::string escaped;
+    for (std::size_t i = 0; i < name.size(); ++i)
+        escaped += "\\\\";
+    DirectoryFixture fixture("dn: cn=" + escaped + ",o=S\nobjectClass: user\ncn: found\n");
+    EXPECT_EQ(fixture.Values(R"(NDS:\\TREE\S\)" + name, "CN"), "found");
 }
 
 TEST(MemoryTree, TellsTheLineOfAFault) {

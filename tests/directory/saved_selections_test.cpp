@@ -270,12 +270,16 @@ TEST_F(SavedSelections, UnusualFilesLoadWhatTheyHold) {
 TEST_F(SavedSelections, AFileThatCannotBeReadLeavesTheSelectionAndTheDialog) {
     Mark(1);
     struct Case {
-        const char *lines, *number;
+        const char *lines, *number, *reason;
     };
-    for (const Case& c : {Case{"16/11/2026, 2\r\n\"c\"\r\n\"Calc\",\"x\"\r\n", "62 (Input past end of file)"},
-                          Case{"16/11/2026, 1\r\n\"c\"\r\n\"Calc\"", "62 (Input past end of file)"},
-                          Case{"16/11/2026, 99999999999\r\n\"c\"\r\n", "6 (Overflow)"},
-                          Case{nullptr, "53 (File not found)"}}) {
+    for (const Case& c :
+         {Case{"16/11/2026, 2\r\n\"c\"\r\n\"Calc\",\"x\"\r\n", "62 (Input past end of file)",
+               "line 4: the file"},
+          Case{"16/11/2026, 1\r\n\"c\"\r\n\"Calc\"", "62 (Input past end of file)", "line 4: the file ends"},
+          Case{"16/11/2026, 99999999999\r\n\"c\"\r\n", "6 (Overflow)",
+               "line 2: the number '99999999999' is too large"},
+          Case{"16/11/2026, 1e999\r\n\"c\"\r\n", "6 (Overflow)", "line 2: the number '1e999' is too large"},
+          Case{nullptr, "53 (File not found)", "T1-1234567.AppSelection: File not found"}}) {
         LoadSelections& loader = Opened(c.lines == nullptr ? ",\r\n\"c\"\r\n" : c.lines);
         if (c.lines == nullptr)
             std::filesystem::remove(shell_.folder.path() / "TempData/T1-1234567.AppSelection");
@@ -286,6 +290,7 @@ TEST_F(SavedSelections, AFileThatCannotBeReadLeavesTheSelectionAndTheDialog) {
             "ERROR: Unexpected error # " + std::string(c.number) + " occurred in frmLoadSelections";
         EXPECT_EQ(shell_.ui.boxes.back().text, text);
         EXPECT_THAT(shell_.LogLines(), testing::Contains(" " + text));
+        EXPECT_THAT(shell_.LogLines().back(), HasSubstr(c.reason));
         EXPECT_FALSE(loader.closed);
         EXPECT_THAT(Marks(), ElementsAre(true, false, false));
         EXPECT_THAT(target_.told, IsEmpty());

@@ -168,7 +168,8 @@ TEST_F(TreeCache, ABrokenCacheIsToldWithFileAndLine) {
           Case{"twice", "x\r\n16/11/2026, 5\r\n" + root + root, apps, 9, "line 4: the parent '' does"},
           Case{"empty", "", apps, 62, "TreeCache, line 1: the file ends before its first record"},
           Case{"no root", "x\r\n16/11/2026, 0\r\n", apps, 9, "the cache holds no container"},
-          Case{"huge", "x\r\n16/11/2026, 99999999999\r\n", apps, 6, "TreeCache, line 2: Overflow"}}) {
+          Case{"huge", "x\r\n16/11/2026, 99999999999\r\n", apps, 6,
+               "TreeCache, line 2: the number '99999999999' is too large"}}) {
         shell_.folder.Write(kTreeCache, c.tree);
         shell_.folder.Write(kAppCache, c.apps);
         shell_.ui.boxes.clear();

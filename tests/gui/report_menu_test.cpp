@@ -160,6 +160,41 @@ TEST_F(ReportMenu, WithoutADatasetThereIsNothingToReportOn) {
     EXPECT_THAT(Windows(), ElementsAre("Capture Details Summary"));
 }
 
+TEST_F(ReportMenu, EscapeEndsAQueryThatWouldNotEndAndNothingIsShown) {
+    StartWithDatasets();
+    folder_.Write("Reports/Zorvel_AppIssues.rpt",
+                  "title = \"t\"\nquery = \"WITH N(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM N) SELECT "
+                  "count(*) AS x FROM N\"\n[[column]]\nfield = \"x\"\n");
+    std::vector<std::string> status;
+    const std::function<void()> press_escape = [&] {
+        if (!window_->controller().session().activity.Busy) {
+            QTimer::singleShot(1, window_.get(), press_escape);
+            return;
+        }
+        status.push_back(Status().toStdString());
+        QTest::mouseClick(tabs().tabBar(), Qt::LeftButton, {}, tabs().tabBar()->tabRect(1).center());
+        QTimer::singleShot(0, window_.get(), [&] { status.push_back(Status().toStdString()); });
+        QTest::keyClick(window_.get(), Qt::Key_Escape);
+    };
+    OnDialog([&](QDialog& dialog) {
+        press_escape();
+        QTest::mouseClick(&Control<QAbstractButton>(dialog, "butOk"), Qt::LeftButton);
+    });
+    Choose("Zorvelrun", "Issue Summary");
+    EXPECT_THAT(status, ElementsAre("Creating 'Issue Summary'...",
+                                    "Interrupted at user request... Please wait a moment"));
+    EXPECT_THAT(Status().toStdString(), testing::StartsWith("Ready. "));
+    EXPECT_EQ(tabs().currentIndex(), 0) << "the click was dropped";
+    EXPECT_THAT(Windows(), IsEmpty());
+    EXPECT_THAT(boxes_, IsEmpty());
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+
+    OnOptions("butOk");
+    Choose("Zorvelrun", "Issue Detail");
+    EXPECT_THAT(Windows(), ElementsAre("Issue Detail: NEW"));
+    EXPECT_THAT(LogText(), HasSubstr("    Reporting: Interrupted at user request\r\n"));
+}
+
 TEST_F(ReportMenu, AMissingDefinitionIsToldAndTheProgramGoesOn) {
     StartWithDatasets();
     const std::filesystem::path definition = folder_.path() / "Reports/Zorvel_AppIssues.rpt";

@@ -125,6 +125,62 @@ TEST_F(Store, RefusesToWriteAFileOpenedForReading) {
               "attempt to write a readonly database");
 }
 
+TEST_F(Store, TakesNothingButSelectsOverItsTablesWhenOpenedForThem) {
+    Create().ExecuteScript("INSERT INTO T VALUES (1, 'a'), (2, 'b'); CREATE VIEW V AS SELECT Number FROM T");
+    const Database database = Open(Database::Access::kSelect);
+    for (const char* sql :
+         {"SELECT upper(Name) FROM T ORDER BY Number DESC", "SELECT count(*) FROM V JOIN T USING (Number)",
+          "WITH N(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM N WHERE i < 3) SELECT count(*) FROM N",
+          "SELECT name FROM sqlite_schema", "VALUES (1)"})
+        EXPECT_TRUE(database.Query(sql).Next()) << sql;
+
+    const std::string outside = (folder_.path() / "outside").string();
+    const std::pair<std::string, std::string> cases[] = {
+        {"VACUUM INTO '" + outside + "'", "the statement is no SELECT"},
+        {"VACUUM", "the statement is no SELECT"},
+        {"EXPLAIN SELECT 1", "the statement is no SELECT"},
+        {"ATTACH '" + outside + "' AS a", "not authorized"},
+        {"PRAGMA writable_schema=1", "not authorized"},
+        {"PRAGMA table_info(T)", "not authorized"},
+        {"INSERT INTO T VALUES (3, '') RETURNING Number", "not authorized"},
+        {"DELETE FROM T", "not authorized"},
+        {"CREATE TEMP TABLE N (x)", "not authorized"},
+        {"CREATE VIRTUAL TABLE temp.N USING fts5(x)", "not authorized"},
+        {"BEGIN", "not authorized"},
+        {"SAVEPOINT s", "not authorized"},
+        {"ANALYZE", "not authorized"},
+        {"REINDEX", "the statement is no SELECT"},
+        {"DETACH main", "not authorized"},
+        {"SELECT load_extension('" + outside + "')", "not authorized to use function: load_extension"},
+        {"SELECT fts3_tokenizer('simple')", "not authorized to use function: fts3_tokenizer"},
+        {"SELECT * FROM pragma_database_list", "not authorized"},
+        {"SELECT count(*) FROM PRAGMA_Table_Info('T')", "not authorized"},
+        {"SELECT * FROM json_each('[1]')", "vtable constructor failed: json_each"},
+        {"SELECT 1 FROM T WHERE 1 IN (SELECT pageno FROM dbstat)", "vtable constructor failed: dbstat"},
+    };
+    for (const auto& [sql, description] : cases) {
+        EXPECT_EQ(RaisedBy([&, &text = sql] { database.Check(text); }).description(), description) << sql;
+        EXPECT_EQ(RaisedBy([&, &text = sql] { database.Query(text).Next(); }).description(), description);
+    }
+    EXPECT_FALSE(folder_.Has("outside"));
+}
+
+TEST_F(Store, EndsAQueryThatGivesNoRowAsSoonAsTheUserWants) {
+    Create().Execute("INSERT INTO T VALUES (1, 'a')");
+    Database database = Open(Database::Access::kSelect);
+    int asked = 0;
+    database.EndWhen([&asked] { return ++asked >= 3; });
+    for (const char* sql : {"WITH N(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM N) SELECT max(i) FROM N",
+                            "WITH N(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM N) SELECT a.i FROM N a, N b "
+                            "WHERE a.i + b.i < 0 ORDER BY 1"}) {
+        asked = 0;
+        EXPECT_THROW(database.Query(sql).Next(), Interrupted) << sql;
+        EXPECT_EQ(asked, 3);
+    }
+    database.EndWhen({});
+    EXPECT_EQ(Single(database, "Name"), "a") << "what is asked later is answered";
+}
+
 TEST_F(Store, UndoesTheFailingStatementOfAGroupAlone) {
     {
         Database database = Create();

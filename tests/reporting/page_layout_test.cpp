@@ -295,5 +295,15 @@ TEST_F(PageLayoutTest, NarrowPagesWithWideMarginsStillEnd) {
     EXPECT_EQ(Whole(TextPlace::Kind::kCell, 0, 1), std::string(500, 'x'));
 }
 
+TEST_F(PageLayoutTest, EndsWithinAPageOfTheUsersWish) {
+    Add("A", std::string(20'000, 'x'));
+    LayOut();
+    ASSERT_GT(layout_->page_count(), 4U);
+    int pages = 0;
+    const ReportFonts fonts = test::SquareFonts();
+    EXPECT_THROW(PageLayout(*report_, fonts, [&pages] { return ++pages == 3; }), Interrupted);
+    EXPECT_EQ(pages, 3);
+}
+
 }  // namespace
 }  // namespace zorvel

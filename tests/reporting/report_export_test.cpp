@@ -53,12 +53,12 @@ class ReportExport : public testing::Test {
             parts += (parts.empty() ? "char(" : ",") + std::to_string(static_cast<unsigned char>(character));
         database_.Execute("INSERT INTO T VALUES ('" + name + "', " + parts + "), '')");
     }
-    std::string Written(void (*write)(const Report&, OutputFile&), std::string_view definition = kTwoColumns,
-                        ReportFacts facts = {}) const {
+    std::string Written(decltype(ReportFormat::write) write, std::string_view definition = kTwoColumns,
+                        ReportFacts facts = {}, const AskInterrupted& ask = {}) const {
         ReportDefinition parsed = ParseReportDefinition(definition, "Test.rpt");
         const std::string query = parsed.query;
         const Report report(std::move(parsed), std::move(facts), database_, query);
-        WriteInPlace(folder_.path() / "out", [&](OutputFile& file) { write(report, file); });
+        WriteInPlace(folder_.path() / "out", [&](OutputFile& file) { write(report, file, ask); });
         return folder_.Read("out");
     }
     std::vector<std::vector<std::string>> Csv(std::string_view definition = kTwoColumns) const {
@@ -407,6 +407,18 @@ TEST_F(ReportExport, HtmlNamesTheHashOfItsScript) {
     base64.back() = '=';  // 32 bytes are 43 digits
     EXPECT_EQ(kPageScriptHash, "sha256-" + base64);
     EXPECT_THAT(Written(WriteHtml), HasSubstr("script-src '" + std::string(kPageScriptHash) + "'"));
+}
+
+TEST_F(ReportExport, EndsWhenTheUserWantsItToAndLeavesTheOlderFile) {
+    for (int row = 0; row < 3000; ++row)
+        Add("name", "value");
+    folder_.Write("out", "older");
+    int asked = 0;
+    const AskInterrupted second_time = [&asked] { return ++asked % 2 == 0; };
+    for (const auto write : {WriteHtml, WriteCsv, WriteJson})
+        EXPECT_THROW(Written(write, kTwoColumns, {}, second_time), Interrupted);
+    EXPECT_EQ(asked, 6);
+    EXPECT_EQ(folder_.Read("out"), "older");
 }
 
 }  // namespace

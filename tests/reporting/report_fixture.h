@@ -40,6 +40,7 @@ struct ReportFolder : DatasetFolder {
 class FakeDisplay final : public ReportDisplay {
   public:
     std::function<void(ReportChoice&)> choose;
+    AskInterrupted interrupted;
     int asked = 0;
     std::shared_ptr<const Report> report;
 
@@ -47,6 +48,7 @@ class FakeDisplay final : public ReportDisplay {
         ++asked;
         if (choose) choose(choice);
     }
+    bool Interrupted() override { return interrupted && interrupted(); }
     void ShowReport(std::shared_ptr<const Report> shown) override { report = std::move(shown); }
 };
 

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <functional>
 #include <string>
 #include <vector>
@@ -187,6 +188,37 @@ TEST_F(ReportsTest, AFailedRegistrationIsLoggedAndTheReportGoesOn) {
     EXPECT_THAT(folder_.ui.boxes, IsEmpty());
 }
 
+TEST_F(ReportsTest, TheUserCanEndItWhereverItIsAndIsToldNothing) {
+    int asked = 0;
+    const auto generate = [&](int last) {
+        asked = 0;
+        display_.report = nullptr;
+        display_.interrupted = [this, &asked, last] {
+            EXPECT_TRUE(folder_.activity.Busy);
+            return asked++ == last;
+        };
+        const ReportOutcome outcome = Generate("Issue Summary");
+        EXPECT_FALSE(folder_.activity.Busy);
+        EXPECT_EQ(display_.report != nullptr, outcome == ReportOutcome::kShown);
+        return outcome;
+    };
+    const std::string numbers = "WITH N(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM N";
+    WriteQuery(numbers + ") SELECT count(*) AS x FROM N");
+    EXPECT_EQ(generate(100), ReportOutcome::kInterrupted) << "a query without an end";
+
+    WriteQuery(numbers + " LIMIT 3000) SELECT x FROM N");
+    std::ofstream(folder_.folder.path() / "Reports/Zorvel_AppIssues.rpt", std::ios::app)
+        << "[[group]]\nby = \"x\"\nheading = \"{x}\"\n[[total]]\nheading = \"t\"\nsum = \"x\"\n"
+           "[[chart]]\nheading = \"c\"\nby = \"x\"\nlabel = \"{x}\"\n";
+    ASSERT_EQ(generate(-1), ReportOutcome::kShown);
+    const int all = asked;
+    // The last questions come while rows are gathered and added up.
+    for (const int last : {0, all / 2, all - 12, all - 9, all - 6, all - 3, all - 1})
+        EXPECT_EQ(generate(last), ReportOutcome::kInterrupted) << last << " of " << all;
+    EXPECT_THAT(folder_.ui.boxes, IsEmpty());
+    EXPECT_THAT(folder_.LogLines(), testing::Contains("    Reporting: Interrupted at user request").Times(8));
+}
+
 TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
     folder_.folder.Write("Databases/text.mdb", "this is no database, however long it may be...............");
     const struct {
@@ -212,6 +244,14 @@ TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
          "line 2: the query failed: no such column: Zorvel_Apps.AppOU; expected one ORDER BY, at the query's "
          "end, no WHERE, and tables without an alias, `Zorvel_Apps` among them)",
          "Zorvel_1.MDB: no such column"},
+        {"a query that writes",
+         [&] { WriteQuery("VACUUM INTO '" + (folder_.folder.path() / "Copy.mdb").string() + "'"); },
+         "Zorvel_AppIssues.rpt, line 2: the query failed: the statement is no SELECT; expected a SELECT over "
+         "the tables of Zorvel_1.MDB)",
+         "Zorvel_1.MDB: the statement is no SELECT"},
+        {"a query that changes how the store works", [&] { WriteQuery("PRAGMA synchronous=0"); },
+         "line 2: the query failed: not authorized; expected a SELECT over the tables of Zorvel_1.MDB)",
+         "Zorvel_1.MDB: not authorized"},
         {"a missing dataset", [&] { folder_.dataset = "gone.mdb"; }, "Error No. -2147467259 (",
          "Report Launch"},
         {"a dataset that is none", [&] { folder_.dataset = "text.mdb"; },
@@ -230,6 +270,7 @@ TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
         EXPECT_THAT(folder_.ui.sounds.empty(), !folder_.options.session.SoundsEnabled);
     }
     EXPECT_EQ(display_.report, nullptr);
+    EXPECT_FALSE(folder_.folder.Has("Copy.mdb"));
 }
 
 }  // namespace

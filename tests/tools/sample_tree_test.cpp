@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <set>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "directory/ldif_reader.h"
 #include "platform/error.h"
 #include "sample_flaws.h"
 #include "sample_support.h"
@@ -36,6 +38,22 @@ TEST(SampleTree, IsAsciiInFoldedLines) {
         ASSERT_TRUE(line.size() <= 76 || line.front() == '#') << line;
         ASSERT_TRUE(std::all_of(line.begin(), line.end(), [](char c) { return c >= ' ' && c <= '~'; }))
             << line;
+    }
+}
+
+TEST(SampleTree, HoldsNoValueTwiceInAnAttributeOfAnObject) {
+    const TempFolder folder;
+    folder.Write("Large.ldif", SampleTree({"T", 3, 60, 1500, 4}));
+    for (const std::filesystem::path& path :
+         {Shipped("Trees/CORP_TREE.ldif"), Shipped("Trees/LAB_TREE.ldif"), folder.path() / "Large.ldif"}) {
+        LdifReader reader(InputFile(path, path.filename()));
+        std::size_t values = 0;
+        while (reader.NextRecord()) {
+            std::set<std::pair<std::string, std::string>> held;
+            for (LdifAttribute line; reader.NextAttribute(line); ++values)
+                EXPECT_TRUE(held.emplace(line.name, line.value).second) << reader.dn() << ": " << line.value;
+        }
+        EXPECT_GT(values, 500U) << path;
     }
 }
 
