@@ -129,8 +129,8 @@ void frmZorvel::ConnectMenus() {
 void frmZorvel::ChooseTree(std::size_t index) {
     // The tree that is there already is not loaded again, which would lose the selection.
     const Session& session = controller_.session();
-    if (!session.tree_loaded || session.trees.at(index) != session.current_tree)
-        controller_.SwitchTree(index);
+    const bool there = session.tree_loaded && session.directory_access == DirectoryAccess::kFull;
+    if (!there || session.trees.at(index) != session.current_tree) controller_.SwitchTree(index);
 }
 
 void frmZorvel::RefreshTree() {
@@ -147,7 +147,7 @@ void frmZorvel::Operate(const std::function<void()>& operation) {
         const QScopedValueRollback operating(operating_, true);
         operation();
     }
-    if (close_wanted_) close();
+    if (closing()) close();
 }
 
 void frmZorvel::Handle(std::string_view procedure, const std::function<void()>& operation) {
@@ -155,8 +155,7 @@ void frmZorvel::Handle(std::string_view procedure, const std::function<void()>& 
         try {
             operation();
         } catch (...) {
-            user_.Tell(LogUnexpectedError(controller_.services().log, CurrentError(), procedure),
-                       MessageIcon::kExclamation);
+            TellUnexpectedError(user_, controller_.services().log, CurrentError(), procedure);
         }
     });
 }
@@ -194,9 +193,9 @@ void frmZorvel::SelectTree(std::size_t index) {
     applications_page_->SelectTree(index);
 }
 
-void frmZorvel::DisableDirectoryFunctions() {
-    applications_page_->DisableDirectoryFunctions();
-    ui_->mnuFileExit_2->setEnabled(false);
+void frmZorvel::AllowDirectory(DirectoryAccess access) {
+    ui_->mnuFileExit_2->setEnabled(access == DirectoryAccess::kFull);
+    applications_page_->AllowDirectory(access);
 }
 
 void frmZorvel::SetCurrentOU(std::string_view text) {
@@ -215,7 +214,8 @@ void frmZorvel::EnableGenerate(bool enabled) {
 
 void frmZorvel::EnableControls() {
     const bool selection = browser_.selection_exists;
-    ui_->butGenerate->setEnabled(selection && generate_enabled_);
+    const bool directory = controller_.session().directory_access == DirectoryAccess::kFull;
+    ui_->butGenerate->setEnabled(selection && directory && generate_enabled_);
     ui_->SSTab1->setTabEnabled(kFindTab, selection);
     ui_->SSTab1->setTabEnabled(kStatusTab, selection);
     ui_->mnuFileExit_1->setEnabled(selection);
@@ -232,7 +232,6 @@ void frmZorvel::ClearBrowser() {
     nodes_pending_ = false;
     nodes_cost_ = 0;
     nodes_shown_.start();
-    if (close_wanted_) controller_.session().activity.UserInterrupt = true;
 }
 
 void frmZorvel::AddNode(std::size_t ou_number, bool expanded) {
@@ -329,7 +328,7 @@ void frmZorvel::ShowOverallProgress(double value) {
 
 bool frmZorvel::OfferImport(const std::string& /*summary*/, const std::string& question) {
     status_page_->Flush();
-    return !close_wanted_ && user_.Ask(question, MessageIcon::kQuestion, Answer::kYes);
+    return !closing() && user_.Ask(question, MessageIcon::kQuestion, Answer::kYes);
 }
 
 void frmZorvel::OpenSaveSelections() {
@@ -373,9 +372,9 @@ void frmZorvel::OpenLogViewer() {
 
 void frmZorvel::closeEvent(QCloseEvent* event) {
     if (operating_ || controller_.session().activity.Busy) {
-        // What runs is interrupted as by ESC; the window closes when it has stopped.
+        // What runs is interrupted as by ESC, a tree read is given up; the window closes when it has stopped.
         event->ignore();
-        close_wanted_ = true;
+        controller_.session().activity.Closing = true;
         user_.StopAsking();
         if (!controller_.session().activity.UserInterrupt) controller_.PressEscape();
         return;

@@ -53,7 +53,7 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     void LoadClassIcons() override {}  // they are a part of the program
     void AddTree(std::string_view name) override;
     void SelectTree(std::size_t index) override;
-    void DisableDirectoryFunctions() override;
+    void AllowDirectory(DirectoryAccess access) override;
     void SetCurrentOU(std::string_view text) override;
     void RefreshAppTitle() override;
     void EnableGenerate(bool enabled) override;
@@ -90,6 +90,8 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     void ChooseTree(std::size_t index);
     void RefreshTree();
     void TabChanged(int tab);
+    // The user has closed the window while something was busy.
+    bool closing() { return controller_.session().activity.Closing; }
     void EnableControls();
     // butGenerate: a Find run on the Find tab, else a Zorvelrun.
     void Generate();
@@ -125,7 +127,6 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     bool nodes_pending_ = false;  // some are not shown yet
     bool generate_enabled_ = true;
     bool operating_ = false;
-    bool close_wanted_ = false;  // the user closed the window while something was busy
 };
 
 }  // namespace zorvel

@@ -117,7 +117,9 @@ bool Options::ReadOptions() {
         complete = true;
     } catch (...) {
         const Error error = CurrentError();
-        ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Read.", MessageIcon::kCritical);
+        ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Read.", MessageIcon::kCritical,
+                 error.detail());
+        LogDetail(log_, error);
     }
     RefreshOptions();
     return complete;
@@ -169,7 +171,8 @@ bool Options::WriteOptions() {
         });
     } catch (...) {
         const Error error = CurrentError();
-        ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Write.", MessageIcon::kCritical);
+        ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Write.", MessageIcon::kCritical,
+                 error.detail());
         LogUnexpectedError(log_, error, "Options File Write procedure");
     }
     return true;

@@ -95,6 +95,7 @@ TEST(LogView, AConversionThatFailsIsToldAndTheSessionGoesOn) {
     ASSERT_EQ(shell.ui.boxes.size(), 1U);
     EXPECT_EQ(shell.ui.boxes[0].text,
               "Unexpected error 53 (File not found) occurred in GenerateRTF routine.");
+    EXPECT_EQ(shell.ui.boxes[0].detail, shell.files.Path("TempData\\Zorvel.$$$") + ": File not found");
     EXPECT_EQ(shell.ui.boxes[0].title, "Zorvel");
     EXPECT_EQ(shell.ui.boxes[0].icon, MessageIcon::kCritical);
     EXPECT_EQ(shell.LogLines().front(),
