@@ -2,6 +2,8 @@
 
 #include <QCloseEvent>
 #include <QScopedValueRollback>
+#include <QThread>
+#include <QTimer>
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -13,6 +15,7 @@
 #include "directory/saved_selections.h"
 #include "gui/applications_page.h"
 #include "gui/bar_status.h"
+#include "gui/close_dialogs.h"
 #include "gui/find_page.h"
 #include "gui/frm_cache_tree.h"
 #include "gui/frm_capture_details.h"
@@ -368,6 +371,16 @@ void frmZorvel::ShowDocument(const char* file_name, const char* caption) {
 void frmZorvel::OpenLogViewer() {
     frmViewLog viewer(this);
     if (viewer.Open(controller_.services())) viewer.exec();
+}
+
+void frmZorvel::End() {
+    constexpr int kPatience = 20;  // milliseconds
+    controller_.session().activity.Closing = true;
+    user_.StopAsking();
+    CloseDialogs();
+    // What has opened the dialogs goes on first.
+    if (QThread::currentThread()->loopLevel() <= 1) close();
+    if (isVisible()) QTimer::singleShot(kPatience, this, &frmZorvel::End);
 }
 
 void frmZorvel::closeEvent(QCloseEvent* event) {

@@ -42,6 +42,10 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     // end.
     bool StartUp(std::string_view command_line);
 
+    // Closes the window without the user, who is asked nothing: boxes answer themselves with their default,
+    // dialogs close, and what is busy ends as when the window is closed.
+    void End();
+
     MainController& controller() { return controller_; }
 
     // MainWindow

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "directory/memory_directory.h"
+#include "gui/ending_signal.h"
 #include "gui/frm_zorvel.h"
 #include "platform/clock.h"
 #include "platform/code_page.h"
@@ -31,6 +32,8 @@ int RunZorvel(const std::string& command_line) {
     zorvel::frmZorvel window(files, clock, [](const zorvel::Files& folder, zorvel::Log& log) {
         return std::make_unique<zorvel::MemoryDirectory>(folder, log);
     });
+    const zorvel::EndingSignal signal;
+    QObject::connect(&signal, &zorvel::EndingSignal::Arrived, &window, &zorvel::frmZorvel::End);
     if (!window.StartUp(command_line)) return 1;
     return window.isVisible() ? QApplication::exec() : 0;
 }
