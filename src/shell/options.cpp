@@ -189,9 +189,13 @@ void Options::RefreshOptions() {
     session.CreateDMPFileOnError = controls.Checked(Box::kCreateDMPFileOnError);
     session.AppendToLog = controls.Checked(Box::kAppendToLog);
     session.SoundsEnabled = controls.checkSoundsEnabled == 1;
+    RefreshSounds();
+    warning_boxes = session.WarnStreamParsingErrors;
+}
+
+void Options::RefreshSounds() {
     session.FinishedSound = controls.txtSound[1];
     session.WarningSound = controls.txtSound[0];
-    warning_boxes = session.WarnStreamParsingErrors;
 }
 
 }  // namespace zorvel

@@ -107,6 +107,8 @@ class Options {
     bool WriteOptions();
     // Derives the session options and the enabled number boxes from the controls.
     void RefreshOptions();
+    // Derives only the sounds' paths.
+    void RefreshSounds();
     // The number in a number box, 0 to 2147483647, with its fraction. Nothing when the box holds anything
     // else, which the user and the log are told once for each such value.
     std::optional<double> Number(NumberText box);
