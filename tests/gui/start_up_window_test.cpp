@@ -163,6 +163,65 @@ TEST_F(StartUpWindow, WelcomesUntilTheUserSuppressesIt) {
     EXPECT_FALSE(Menu("mnuHelpItem_5").isEnabled());
 }
 
+// Whatever waits for the user, a program that is to end waits no longer, and does nothing that he did not
+// want.
+TEST_F(StartUpWindow, EndsWithoutAskingWhateverIsOpen) {
+    const auto press = [](const char* button) {
+        return [button](QDialog& dialog) {
+            QTest::mouseClick(&Control<QAbstractButton>(dialog, button), Qt::LeftButton);
+        };
+    };
+    ASSERT_TRUE(Start());
+    Click("butTreeControl_5");
+    OnDialog(press("butSave"));
+    Menu("mnuFileExit_1").trigger();
+    window_.reset();
+    const std::string cache = folder_.Read("TempData/T1.TreeCache");
+    const auto end = [this](QDialog& /*dialog*/) { window_->End(); };
+    const std::pair<const char*, std::function<void()>> cases[] = {
+        {"nothing", [this] { window_->End(); }},
+        {"a question whose default is No",
+         [&] {
+             OnDialog(end);
+             Click("butTreeControl_6");
+         }},
+        {"a message, and the dialog behind it",
+         [&] {
+             OnDialog(end);
+             OnDialog([](QDialog& /*dialog*/) {});  // it goes by itself
+             Menu("mnuDatabaseItem_3").trigger();
+         }},
+        {"a dialog with a question of its own",
+         [&] {
+             Click("butTreeControl_5");
+             OnDialog(press("butLoad"));
+             OnDialog(end);
+             Menu("mnuFileExit_2").trigger();
+         }},
+        {"a menu",
+         [this] {
+             auto& trees = Get<QComboBox>("comTree");
+             trees.setFocus();
+             QTest::keyClick(&trees, Qt::Key_Space);
+             window_->End();
+         }},
+    };
+    for (const auto& [name, open] : cases) {
+        ASSERT_TRUE(Start());
+        open();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); })) << name;
+        EXPECT_THAT(LogText(), testing::EndsWith("Exiting Zorvel at user request\r\n")) << name;
+        EXPECT_EQ(folder_.Read("TempData/T1.TreeCache"), cache) << name;
+    }
+    // The welcome window stands in the midst of the start, which goes on to its end.
+    std::filesystem::remove(folder_.path() / "TempData/welcome.nal");
+    OnDialog(end);
+    ASSERT_TRUE(Start());
+    EXPECT_FALSE(window_->isVisible());
+    EXPECT_FALSE(folder_.Has("TempData/welcome.nal"));
+    EXPECT_THAT(LogText(), testing::EndsWith("Exiting Zorvel at user request\r\n"));
+}
+
 TEST_F(StartUpWindow, LogsItsEndButNotThatByTheMenu) {
     struct Case {
         const char* name;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/fakes.h"
+#include "viewers/log_problems.h"
 #include "viewers/log_rtf.h"
 #include "viewers/rich_text_sinks.h"
 
@@ -57,6 +58,29 @@ TEST(LogRtf, EachLineIsShownInTheColourOfItsMessage) {
         EXPECT_EQ(rtf, c.rtf);
         const std::string before = "{\\par\r\n";  // a line that ends with a brace
         EXPECT_EQ(MarkupOf(std::string(kHead) + before + rtf + "}\r\n"), "[MS Sans Serif 12|{]\n" + c.markup);
+    }
+}
+
+TEST(LogProblems, AreCountedAndFoundInBothDirections) {
+    const std::string time = "16/11/2026 17:28:05";
+    std::string rtf(kHead);
+    for (const char* line :
+         {"    begins", " ERROR: x", "    an ERROR", " WARNING: y", " Warning: z", "    ends"})
+        AppendLogLine(rtf, time + line);
+    RichLines lines;
+    ReadRichText(rtf + "}\r\n", lines);
+    const LogProblems problems(lines);
+    struct Case {
+        std::size_t line;
+        std::optional<std::size_t> previous, next;
+        const char* text;
+    };
+    for (const Case& c :
+         {Case{0, {}, 1, "2 problems"}, Case{1, {}, 3, "Problem 1 of 2"}, Case{2, 1, 3, "2 problems"},
+          Case{3, 1, {}, "Problem 2 of 2"}, Case{5, 3, {}, "2 problems"}}) {
+        EXPECT_EQ(problems.Previous(c.line), c.previous) << c.line;
+        EXPECT_EQ(problems.Next(c.line), c.next) << c.line;
+        EXPECT_EQ(problems.Text(c.line), c.text);
     }
 }
 
