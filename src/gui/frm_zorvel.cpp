@@ -1,5 +1,6 @@
 #include "gui/frm_zorvel.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QScopedValueRollback>
 #include <QThread>
@@ -381,6 +382,18 @@ void frmZorvel::End() {
     // What has opened the dialogs goes on first.
     if (QThread::currentThread()->loopLevel() <= 1) close();
     if (isVisible()) QTimer::singleShot(kPatience, this, &frmZorvel::End);
+}
+
+void frmZorvel::ComeToFront(const QByteArray& activation_token) {
+    if (!isVisible()) return;  // it is starting or ending
+    if (!activation_token.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activation_token);  // Qt takes it from there
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    QWidget* const dialog = QApplication::activeModalWidget();
+    QWidget& front = dialog != nullptr ? *dialog : *this;
+    front.raise();
+    front.activateWindow();
 }
 
 void frmZorvel::closeEvent(QCloseEvent* event) {

@@ -45,6 +45,9 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     // Closes the window without the user, who is asked nothing: boxes answer themselves with their default,
     // dialogs close, and what is busy ends as when the window is closed.
     void End();
+    // Shows the window, and the dialog that is open over it, ahead of others; `activation_token` is what the
+    // desktop gave the start that asks for it, and may be empty.
+    void ComeToFront(const QByteArray& activation_token);
 
     MainController& controller() { return controller_; }
 
