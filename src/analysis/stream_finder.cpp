@@ -99,7 +99,8 @@ void StreamFinder::Fail(const Error& error) {
         if (error.number() == errors::kNoAutomation) {
             OfferEngineDownload(services_.ui, error, "Find");
         } else {
-            services_.ui.Tell("Error" + ErrorText(error) + " occurred during Find", MessageIcon::kCritical);
+            services_.ui.Tell("Error" + ErrorText(error) + " occurred during Find", MessageIcon::kCritical,
+                              error.detail());
         }
     }
     LogUnexpectedError(services_.log, error, "Finder");

@@ -76,7 +76,7 @@ class BatchWindow final : public UserInterface, public MainWindow, public RunDis
     void LoadClassIcons() override {}
     void AddTree(std::string_view /*name*/) override {}
     void SelectTree(std::size_t /*index*/) override {}
-    void DisableDirectoryFunctions() override {}
+    void AllowDirectory(DirectoryAccess /*access*/) override {}
     void SetCurrentOU(std::string_view /*text*/) override {}
     void RefreshAppTitle() override {}
     void EnableGenerate(bool /*enabled*/) override {}

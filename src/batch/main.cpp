@@ -10,13 +10,10 @@
 #include "batch/batch_program.h"
 #include "batch/batch_window.h"
 #include "gui/headless_pdf.h"
+#include "platform/ending_signals.h"
 
 int main(int argc, char** argv) {
-    // The first Ctrl-C is the ESC key: the run ends in good order. A second one ends the program.
-    struct sigaction action {};
-    action.sa_handler = [](int) { zorvel::BatchWindow::Interrupt(); };
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
-    sigaction(SIGINT, &action, nullptr);
+    zorvel::OnEndingSignal(zorvel::BatchWindow::Interrupt);  // does what the ESC key does
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a full disk, not the end of the program
 

@@ -26,8 +26,9 @@ bool CaptureDetails::Open() {
         ReadRecord();
         return true;
     } catch (...) {
-        services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "frmCaptureDetails"),
-                          MessageIcon::kExclamation);
+        Error error = CurrentError();
+        if (error.detail().empty()) error = error.At(services_.files.Path(data_files::kCaptureDetails.name));
+        TellUnexpectedError(services_.ui, services_.log, error, "frmCaptureDetails");
         return false;
     }
 }

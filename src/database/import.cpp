@@ -219,7 +219,7 @@ void Import::ReportFailure(const Error& error) {
     const std::string text =
         ' ' + std::to_string(error.number()) + " (" + error.description() + ") occurred during ";
     const std::string place = " at Line " + std::to_string(step_);
-    services_.ui.Tell("Error no." + text + "Import" + place, MessageIcon::kNone);
+    services_.ui.Tell("Error no." + text + "Import" + place, MessageIcon::kNone, error.detail());
     services_.log.WriteLog("ERROR: Unexpected error #" + text + "data Import routine" + place);
     LogDetail(services_.log, error);
     if (unwritten) LogDetail(services_.log, *unwritten);

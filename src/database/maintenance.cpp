@@ -26,8 +26,7 @@ void DatabaseMaintenance::Open() {
     try {
         RefreshForm();
     } catch (...) {
-        services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "frmDBMaint"),
-                          MessageIcon::kExclamation);
+        TellUnexpectedError(services_.ui, services_.log, CurrentError(), "frmDBMaint");
     }
 }
 
@@ -90,8 +89,7 @@ void DatabaseMaintenance::Select(const std::string& dataset) {
     try {
         Show(dataset);
     } catch (...) {
-        services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "lstCapture"),
-                          MessageIcon::kExclamation);
+        TellUnexpectedError(services_.ui, services_.log, CurrentError(), "lstCapture");
     }
 }
 
@@ -168,12 +166,12 @@ void DatabaseMaintenance::ReportCompactFailure(const Error& error) {
             "An error occurred when attempting to compact the Zorvel database - this may be because the "
             "database is "
             "already opened exclusively elsewhere.",
-            MessageIcon::kExclamation);
+            MessageIcon::kExclamation, error.detail());
     } else {
         const std::string text = "Unexpected error";
         const std::string where = NumberAndDescription(error) + " occurred in Compact routine at Line";
         const std::string step = ' ' + std::to_string(step_);
-        services_.ui.Tell(text + where + step, MessageIcon::kCritical);
+        services_.ui.Tell(text + where + step, MessageIcon::kCritical, error.detail());
         services_.log.WriteLog("WARNING: " + text + " #" + where + ' ' + step + " - continuing...");
     }
     LogDetail(services_.log, error);
@@ -242,7 +240,7 @@ void DatabaseMaintenance::ReportDeleteFailure(const Error& error) {
     services_.sounds.PlayEventSound(services_.options.session.WarningSound);
     const std::string where = NumberAndDescription(error) + " occurred in butDelete";
     const std::string step = " at Line " + std::to_string(step_);
-    services_.ui.Tell("Error no." + where + step, MessageIcon::kNone);
+    services_.ui.Tell("Error no." + where + step, MessageIcon::kNone, error.detail());
     services_.log.WriteLog("ERROR: Unexpected error #" + where + " procedure" + step + " - continuing");
     LogDetail(services_.log, error);
 }

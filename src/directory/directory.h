@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,13 +52,18 @@ struct ObjectDescription {
 std::string RootPath(std::string_view tree);
 
 // Paths are "NDS:\\" + tree + "\" + naming components, root first; full names are dotted, leaf first.
-// Every operation can raise error 600 (the directory cannot be read).
+// Every operation can raise error 600 (the directory cannot be read); its detail says why.
 class Directory {
   public:
     virtual ~Directory() = default;
 
+    // Called when an operation raises error 600.
+    std::function<void()> on_unreadable;
+
     // Client initialisation, in this order; each returns 0 on success.
     virtual int NWCallsInit() = 0;
+    // Why NWCallsInit failed: where the trouble lies and what it is; empty when there is no more to say.
+    virtual std::string InitialisationFailure() const = 0;
     virtual int NWNetInit() = 0;
     virtual int NWDSCreateContextHandle(std::uint32_t& context_handle) = 0;
     // The connection name that the client prefers; 0 on success.

@@ -49,20 +49,27 @@ std::vector<std::string> SplitAtCommas(std::string_view text) {
 MemoryDirectory::MemoryDirectory(const Files& files, Log& log) : files_(files), log_(log) {}
 
 void MemoryDirectory::CheckFaults() const {
-    if (faults.error_600_everywhere) throw Error(errors::kDirectoryUnreadable);
+    if (faults.error_600_everywhere) RaiseUnreadable({});
+}
+
+void MemoryDirectory::RaiseUnreadable(const std::string& reason) const {
+    if (on_unreadable) on_unreadable();
+    throw Error(errors::kDirectoryUnreadable).With(reason);
 }
 
 int MemoryDirectory::NWCallsInit() {
     if (faults.nw_calls_init != 0) return faults.nw_calls_init;
     trees_.clear();
     preferred_.reset();
+    initialisation_failure_.clear();
     try {
         DirectoryConfig config = ReadDirectoryConfig(files_);
         preferred_ = std::move(config.preferred);
         for (DirectoryConfig::Tree& tree : config.trees)
-            trees_.push_back({std::move(tree), nullptr, 0, {}, false});
+            trees_.push_back({std::move(tree), nullptr, 0, {}, {}});
         return 0;
     } catch (const Error& error) {
+        initialisation_failure_ = error.detail();
         LogDetail(log_, error);
         return kFailure;
     }
@@ -100,10 +107,9 @@ MemoryDirectory::Tree* MemoryDirectory::FindTree(std::string_view name) {
     return found == trees_.end() ? nullptr : &*found;
 }
 
-void MemoryDirectory::FailTree(Tree& tree, const Error& error) {
-    tree.failed = true;
-    LogDetail(log_, error);
-    throw Error(errors::kDirectoryUnreadable);
+void MemoryDirectory::FailTree(Tree& tree, const Error& error) const {
+    tree.failure = error.detail();
+    RaiseUnreadable(error.detail());
 }
 
 std::optional<MemoryDirectory::FileStamp> MemoryDirectory::StampOf(const Tree& tree) const {
@@ -117,7 +123,7 @@ std::optional<MemoryDirectory::FileStamp> MemoryDirectory::StampOf(const Tree& t
 // The tree with its objects, which are read now unless they have been.
 const MemoryDirectory::Tree& MemoryDirectory::Loaded(Tree& tree) {
     if (tree.objects) return tree;
-    if (tree.failed) throw Error(errors::kDirectoryUnreadable);
+    if (tree.failure) RaiseUnreadable(*tree.failure);
     try {
         tree.stamp = StampOf(tree);
         tree.objects = LoadTree(files_, tree.config.ldif);
@@ -133,14 +139,13 @@ void MemoryDirectory::SetCurrentObject(std::string_view path) {
     const std::optional<PathParts> parts = SplitPath(path);
     if (!parts) throw Error(errors::kNoSuchObject).Within(path);
     Tree* const tree = FindTree(parts->tree);
-    if (tree == nullptr)
-        throw Error(errors::kDirectoryUnreadable).With("No tree '" + std::string(parts->tree) + "'");
+    if (tree == nullptr) RaiseUnreadable("No tree '" + std::string(parts->tree) + "'");
     if (EqualIgnoringCase(parts->components, kRootName)) {
-        tree->failed = false;
+        tree->failure.reset();
         const std::optional<FileStamp> stamp = tree->objects ? StampOf(*tree) : std::nullopt;
         if (stamp && stamp != tree->stamp) tree->objects.reset();
     }
-    if (tree->failed) throw Error(errors::kDirectoryUnreadable);
+    if (tree->failure) RaiseUnreadable(*tree->failure);
     if (!tree->objects) {
         try {
             files_.Open(tree->config.ldif);

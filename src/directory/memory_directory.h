@@ -29,8 +29,8 @@ struct DirectoryFaults {
     bool error_600_everywhere = false;  // every operation but the initialisation calls raises error 600
 };
 
-// A tree is read at the first operation that needs its objects. When that fails, the reason is logged once,
-// and error 600 raised then and by all that follow, until the tree's root is made the current object again.
+// A tree is read at the first operation that needs its objects. When that fails, error 600 with the reason is
+// raised then and by all that follow, until the tree's root is made the current object again.
 // An Entry of a tree that has since been read anew raises error 601; an unknown file handle raises error 5.
 class MemoryDirectory final : public Directory {
   public:
@@ -40,6 +40,7 @@ class MemoryDirectory final : public Directory {
 
     // Reads Directory.toml; the reason why it cannot be used is logged.
     int NWCallsInit() override;
+    std::string InitialisationFailure() const override { return initialisation_failure_; }
     int NWNetInit() override;
     int NWDSCreateContextHandle(std::uint32_t& context_handle) override;
     int NWGetPreferredConnName(std::string& name) override;
@@ -90,7 +91,7 @@ class MemoryDirectory final : public Directory {
         std::shared_ptr<const MemoryTree> objects;  // null while not read
         std::uint32_t serial = 0;                   // the upper half of its entries' ids; new at each reading
         std::optional<FileStamp> stamp;
-        bool failed = false;
+        std::optional<std::string> failure;  // why it cannot be read, once that was tried in vain
     };
     // An object that exists.
     struct Place {
@@ -111,7 +112,9 @@ class MemoryDirectory final : public Directory {
     void CheckFaults() const;
     Tree* FindTree(std::string_view name);
     const Tree& Loaded(Tree& tree);
-    [[noreturn]] void FailTree(Tree& tree, const Error& error);
+    // Raises error 600, after it was told to on_unreadable.
+    [[noreturn]] void RaiseUnreadable(const std::string& reason) const;
+    [[noreturn]] void FailTree(Tree& tree, const Error& error) const;
     std::optional<FileStamp> StampOf(const Tree& tree) const;
     std::optional<Place> Find(std::string_view path_or_name);
     Place FindOrRaise(std::string_view path_or_name);
@@ -127,6 +130,7 @@ class MemoryDirectory final : public Directory {
 
     const Files& files_;
     Log& log_;
+    std::string initialisation_failure_;
     std::optional<std::string> preferred_;
     std::vector<Tree> trees_;
     std::uint32_t last_serial_ = 0;

@@ -130,7 +130,7 @@ void OUBrowser::ReportClickFailure(const std::string& path, const Error& error) 
     services_.status.SetIdle();
     if (error.number() != errors::kNoSuchObject) {
         services_.ui.Tell("Error" + ErrorText(error) + " occurred in " + std::string(kClickProcedure),
-                          MessageIcon::kCritical);
+                          MessageIcon::kCritical, error.detail());
         LogUnexpectedError(services_.log, error, kClickProcedure);
         return;
     }
@@ -174,9 +174,7 @@ void OUBrowser::CheckNode(std::size_t number, bool checked) {
             SetMark(child, kBold, checked);
         }
     } catch (...) {
-        services_.ui.Tell(
-            LogUnexpectedError(services_.log, CurrentError(), "OU Browser node check procedure"),
-            MessageIcon::kExclamation);
+        TellUnexpectedError(services_.ui, services_.log, CurrentError(), "OU Browser node check procedure");
     }
     display_.ShowMarks();
     services_.status.SetIdle();

@@ -13,14 +13,17 @@ OUViewLoader::OUViewLoader(Services& services, Directory& directory, TreeLists& 
                            int countdown)
     : services_(services), directory_(directory), lists_(lists), display_(display), countdown_(countdown) {}
 
+bool OUViewLoader::ReadsDirectory(std::string_view tree, bool force) const {
+    return force || !services_.files.Exists(TreeCachePath(services_.files, tree));
+}
+
 bool OUViewLoader::RefreshOUView(std::string_view tree, bool force) {
     bool loaded = false;
     unreadable_object_.clear();
     services_.activity.Busy = true;
     try {
         Clear();
-        const bool cached = !force && services_.files.Exists(TreeCachePath(services_.files, tree));
-        const CacheLoad cache = cached ? LoadFromCache(tree) : CacheLoad::kUnfit;
+        const CacheLoad cache = ReadsDirectory(tree, force) ? CacheLoad::kUnfit : LoadFromCache(tree);
         loaded = cache == CacheLoad::kLoaded || ReadTree(tree, cache);
         services_.status.SetIdle();
     } catch (...) {
@@ -43,7 +46,7 @@ void OUViewLoader::WarnUnreadable(std::string_view tree, const std::string& obje
 }
 
 void OUViewLoader::Report(const Error& error) {
-    services_.ui.Tell(LogUnexpectedError(services_.log, error, "RefreshOUView"), MessageIcon::kExclamation);
+    TellUnexpectedError(services_.ui, services_.log, error, "RefreshOUView");
     display_.CloseCacheTree();
 }
 
@@ -105,6 +108,7 @@ bool OUViewLoader::CachesFit(std::string_view tree, CacheState state) {
 }
 
 bool OUViewLoader::ReadTree(std::string_view tree, CacheLoad cache) {
+    if (services_.activity.Closing) return false;
     const auto hold = services_.writers.Acquire();
     if (!hold) return false;
     if (cache == CacheLoad::kTooOld) services_.files.Remove(TreeCachePath(services_.files, tree));
@@ -113,7 +117,7 @@ bool OUViewLoader::ReadTree(std::string_view tree, CacheLoad cache) {
         display_.SetLabOU("(Refresh will begin in " + Digits(n) + " second" + (n == 1 ? "" : "s") + ")");
         Pause(services_.clock, services_.ui, 1, &services_.activity.UserInterrupt);
     }
-    WalkTree(tree);
+    if (!services_.activity.Closing) WalkTree(tree);
     if (services_.activity.Closing) {
         display_.CloseCacheTree();
         return false;

@@ -45,6 +45,10 @@ class OUViewLoader {
     // stays; a tree that was read is loaded also when its caches cannot be written. Sets Busy while it runs
     // and clears UserInterrupt at its end.
     bool RefreshOUView(std::string_view tree, bool force);
+    // Whether that would read the directory without looking at the caches.
+    bool ReadsDirectory(std::string_view tree, bool force) const;
+    // Empties the lists and the browser.
+    void Clear();
 
   private:
     enum class CacheLoad {
@@ -57,7 +61,6 @@ class OUViewLoader {
     bool CacheIsTooOld(std::string_view tree, const DateTime& written) const;
     // True when the caches that were just read belong together; warns of what is missing in them.
     bool CachesFit(std::string_view tree, CacheState state);
-    void Clear();
     // Reads the tree and replaces its caches, or gives up at once the one that `cache` says is too old. False
     // when the reading was given up, or another program writes.
     bool ReadTree(std::string_view tree, CacheLoad cache);

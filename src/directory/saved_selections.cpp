@@ -64,9 +64,8 @@ void SaveSelections::Save() {
                           MessageIcon::kInformation);
         closed = true;
     } catch (...) {
-        const std::string text = LogUnexpectedError(services_.log, CurrentError(), "frmSaveSelections");
         services_.status.SetIdle();
-        services_.ui.Tell(text, MessageIcon::kExclamation);
+        TellUnexpectedError(services_.ui, services_.log, CurrentError(), "frmSaveSelections");
     }
 }
 
@@ -124,8 +123,7 @@ void LoadSelections::Load() {
 }
 
 void LoadSelections::ReportError() {
-    services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "frmLoadSelections"),
-                      MessageIcon::kExclamation);
+    TellUnexpectedError(services_.ui, services_.log, CurrentError(), "frmLoadSelections");
 }
 
 }  // namespace zorvel

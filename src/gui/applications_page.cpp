@@ -93,10 +93,21 @@ void ApplicationsPage::SelectTree(std::size_t index) {
     ui_->comTree->setCurrentIndex(static_cast<int>(index));
 }
 
-void ApplicationsPage::DisableDirectoryFunctions() {
-    directory_enabled_ = false;
-    ui_->comTree->setEnabled(false);
+void ApplicationsPage::AllowDirectory(DirectoryAccess access) {
+    access_ = access;
     ShowTitle();
+}
+
+void ApplicationsPage::EnableTreeControls() {
+    const bool full = access_ == DirectoryAccess::kFull;
+    const bool filtered = browser_->mode() == TreeViewMode::kFiltered;
+    for (int index = 0; index < kTreeButtons; ++index)
+        Button("butTreeControl", index)->setEnabled(full);
+    Button("butTreeControl", kHideEmpty)->setEnabled(full && !filtered);
+    Button("butTreeControl", kShowAll)->setEnabled(full && filtered);
+    Button("butTreeControl", kRefresh)->setEnabled(access_ != DirectoryAccess::kNone);
+    ui_->comTree->setEnabled(access_ != DirectoryAccess::kNone);
+    ui_->TreeView1->setEnabled(full);
 }
 
 // A click can load the whole tree again; that waits until the view is done with the event.
@@ -186,12 +197,7 @@ void ApplicationsPage::ShowTitle() {
     ui_->labCurrentOU->setToolTip(PlainToolTip(ui_->labCurrentOU->text()));
     ui_->labCurrentOU->setAccessibleDescription(ui_->labCurrentOU->text());  // else the tool tip's markup
     ui_->labApps->setText(ToQString(browser_->labApps));
-    for (int index = 0; index < kTreeButtons; ++index)
-        Button("butTreeControl", index)->setEnabled(directory_enabled_);
-    if (directory_enabled_) {
-        Button("butTreeControl", kHideEmpty)->setEnabled(!filtered);
-        Button("butTreeControl", kShowAll)->setEnabled(filtered);
-    }
+    EnableTreeControls();
     for (int index = 0; index < kListButtons; ++index)
         Button("butListViewControl", index)->setEnabled(browser_->list_buttons_enabled);
     Q_EMIT TitleShown();

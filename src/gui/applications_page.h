@@ -9,6 +9,7 @@
 
 #include "directory/ou_browser.h"
 #include "gui/class_icons.h"
+#include "shell/session.h"
 
 class QItemSelection;
 class QToolButton;
@@ -34,7 +35,7 @@ class ApplicationsPage final : public QWidget, public OUBrowserDisplay {
     void AddTree(std::string_view name);
     // Selects a tree without switching to it.
     void SelectTree(std::size_t index);
-    void DisableDirectoryFunctions();
+    void AllowDirectory(DirectoryAccess access);
 
     void ShowNodes() override;
     void ShowMarks() override;
@@ -54,6 +55,7 @@ class ApplicationsPage final : public QWidget, public OUBrowserDisplay {
     void ConnectTree();
     void ConnectList();
     QToolButton* Button(const char* kind, int index) const;
+    void EnableTreeControls();
     void CollapseAll();
     void ClickLater(std::size_t number);
     void Click();
@@ -68,7 +70,7 @@ class ApplicationsPage final : public QWidget, public OUBrowserDisplay {
     std::size_t clicked_ = 0;  // the node whose click is to be handled
     bool showing_nodes_ = false;
     bool showing_selection_ = false;
-    bool directory_enabled_ = true;
+    DirectoryAccess access_ = DirectoryAccess::kFull;
 };
 
 }  // namespace zorvel

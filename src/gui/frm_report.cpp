@@ -225,8 +225,7 @@ void frmReport::Handle(const std::function<void()>& operation) {
     try {
         operation();
     } catch (...) {
-        services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "frmReport"),
-                          MessageIcon::kExclamation);
+        TellUnexpectedError(services_.ui, services_.log, CurrentError(), "frmReport");
     }
 }
 

@@ -2,9 +2,13 @@
 #pragma once
 
 #include <QDialog>
+#include <cstddef>
 #include <memory>
+#include <optional>
+#include <string_view>
 
 #include "shell/services.h"
+#include "viewers/log_problems.h"
 
 namespace Ui {
 class frmViewLog;
@@ -19,11 +23,18 @@ class frmViewLog final : public QDialog {
     explicit frmViewLog(QWidget* parent = nullptr);
     ~frmViewLog() override;
 
-    // Loads the log as it is now, with the hourglass. False when there is nothing to show; the user was told.
+    // Loads the log as it is now, with the hourglass, and shows its end. False when there is nothing to show;
+    // the user was told.
     bool Open(const Services& services);
 
   private:
+    void Show(std::string_view path, const Files& files);
+    // Goes to a problem, if there is one.
+    void GoTo(std::optional<std::size_t> line);
+    void ShowProblem();
+
     std::unique_ptr<Ui::frmViewLog> ui_;
+    LogProblems problems_;
 };
 
 }  // namespace zorvel

@@ -1,7 +1,10 @@
 #include "gui/frm_zorvel.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QScopedValueRollback>
+#include <QThread>
+#include <QTimer>
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -13,6 +16,7 @@
 #include "directory/saved_selections.h"
 #include "gui/applications_page.h"
 #include "gui/bar_status.h"
+#include "gui/close_dialogs.h"
 #include "gui/find_page.h"
 #include "gui/frm_cache_tree.h"
 #include "gui/frm_capture_details.h"
@@ -129,8 +133,8 @@ void frmZorvel::ConnectMenus() {
 void frmZorvel::ChooseTree(std::size_t index) {
     // The tree that is there already is not loaded again, which would lose the selection.
     const Session& session = controller_.session();
-    if (!session.tree_loaded || session.trees.at(index) != session.current_tree)
-        controller_.SwitchTree(index);
+    const bool there = session.tree_loaded && session.directory_access == DirectoryAccess::kFull;
+    if (!there || session.trees.at(index) != session.current_tree) controller_.SwitchTree(index);
 }
 
 void frmZorvel::RefreshTree() {
@@ -147,7 +151,7 @@ void frmZorvel::Operate(const std::function<void()>& operation) {
         const QScopedValueRollback operating(operating_, true);
         operation();
     }
-    if (close_wanted_) close();
+    if (closing()) close();
 }
 
 void frmZorvel::Handle(std::string_view procedure, const std::function<void()>& operation) {
@@ -155,8 +159,7 @@ void frmZorvel::Handle(std::string_view procedure, const std::function<void()>& 
         try {
             operation();
         } catch (...) {
-            user_.Tell(LogUnexpectedError(controller_.services().log, CurrentError(), procedure),
-                       MessageIcon::kExclamation);
+            TellUnexpectedError(user_, controller_.services().log, CurrentError(), procedure);
         }
     });
 }
@@ -194,9 +197,9 @@ void frmZorvel::SelectTree(std::size_t index) {
     applications_page_->SelectTree(index);
 }
 
-void frmZorvel::DisableDirectoryFunctions() {
-    applications_page_->DisableDirectoryFunctions();
-    ui_->mnuFileExit_2->setEnabled(false);
+void frmZorvel::AllowDirectory(DirectoryAccess access) {
+    ui_->mnuFileExit_2->setEnabled(access == DirectoryAccess::kFull);
+    applications_page_->AllowDirectory(access);
 }
 
 void frmZorvel::SetCurrentOU(std::string_view text) {
@@ -215,7 +218,8 @@ void frmZorvel::EnableGenerate(bool enabled) {
 
 void frmZorvel::EnableControls() {
     const bool selection = browser_.selection_exists;
-    ui_->butGenerate->setEnabled(selection && generate_enabled_);
+    const bool directory = controller_.session().directory_access == DirectoryAccess::kFull;
+    ui_->butGenerate->setEnabled(selection && directory && generate_enabled_);
     ui_->SSTab1->setTabEnabled(kFindTab, selection);
     ui_->SSTab1->setTabEnabled(kStatusTab, selection);
     ui_->mnuFileExit_1->setEnabled(selection);
@@ -232,7 +236,6 @@ void frmZorvel::ClearBrowser() {
     nodes_pending_ = false;
     nodes_cost_ = 0;
     nodes_shown_.start();
-    if (close_wanted_) controller_.session().activity.UserInterrupt = true;
 }
 
 void frmZorvel::AddNode(std::size_t ou_number, bool expanded) {
@@ -329,7 +332,7 @@ void frmZorvel::ShowOverallProgress(double value) {
 
 bool frmZorvel::OfferImport(const std::string& /*summary*/, const std::string& question) {
     status_page_->Flush();
-    return !close_wanted_ && user_.Ask(question, MessageIcon::kQuestion, Answer::kYes);
+    return !closing() && user_.Ask(question, MessageIcon::kQuestion, Answer::kYes);
 }
 
 void frmZorvel::OpenSaveSelections() {
@@ -371,11 +374,33 @@ void frmZorvel::OpenLogViewer() {
     if (viewer.Open(controller_.services())) viewer.exec();
 }
 
+void frmZorvel::End() {
+    constexpr int kPatience = 20;  // milliseconds
+    controller_.session().activity.Closing = true;
+    user_.StopAsking();
+    CloseDialogs();
+    // What has opened the dialogs goes on first.
+    if (QThread::currentThread()->loopLevel() <= 1) close();
+    if (isVisible()) QTimer::singleShot(kPatience, this, &frmZorvel::End);
+}
+
+void frmZorvel::ComeToFront(const QByteArray& activation_token) {
+    if (!isVisible()) return;  // it is starting or ending
+    if (!activation_token.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activation_token);  // Qt takes it from there
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    QWidget* const dialog = QApplication::activeModalWidget();
+    QWidget& front = dialog != nullptr ? *dialog : *this;
+    front.raise();
+    front.activateWindow();
+}
+
 void frmZorvel::closeEvent(QCloseEvent* event) {
     if (operating_ || controller_.session().activity.Busy) {
-        // What runs is interrupted as by ESC; the window closes when it has stopped.
+        // What runs is interrupted as by ESC, a tree read is given up; the window closes when it has stopped.
         event->ignore();
-        close_wanted_ = true;
+        controller_.session().activity.Closing = true;
         user_.StopAsking();
         if (!controller_.session().activity.UserInterrupt) controller_.PressEscape();
         return;

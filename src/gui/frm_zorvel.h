@@ -42,6 +42,13 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     // end.
     bool StartUp(std::string_view command_line);
 
+    // Closes the window without the user, who is asked nothing: boxes answer themselves with their default,
+    // dialogs close, and what is busy ends as when the window is closed.
+    void End();
+    // Shows the window, and the dialog that is open over it, ahead of others; `activation_token` is what the
+    // desktop gave the start that asks for it, and may be empty.
+    void ComeToFront(const QByteArray& activation_token);
+
     MainController& controller() { return controller_; }
 
     // MainWindow
@@ -53,7 +60,7 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     void LoadClassIcons() override {}  // they are a part of the program
     void AddTree(std::string_view name) override;
     void SelectTree(std::size_t index) override;
-    void DisableDirectoryFunctions() override;
+    void AllowDirectory(DirectoryAccess access) override;
     void SetCurrentOU(std::string_view text) override;
     void RefreshAppTitle() override;
     void EnableGenerate(bool enabled) override;
@@ -90,6 +97,8 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     void ChooseTree(std::size_t index);
     void RefreshTree();
     void TabChanged(int tab);
+    // The user has closed the window while something was busy.
+    bool closing() { return controller_.session().activity.Closing; }
     void EnableControls();
     // butGenerate: a Find run on the Find tab, else a Zorvelrun.
     void Generate();
@@ -125,7 +134,6 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     bool nodes_pending_ = false;  // some are not shown yet
     bool generate_enabled_ = true;
     bool operating_ = false;
-    bool close_wanted_ = false;  // the user closed the window while something was busy
 };
 
 }  // namespace zorvel

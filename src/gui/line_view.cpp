@@ -74,6 +74,7 @@ void LineView::SetLines(std::shared_ptr<const RichLines> lines) {
     verticalScrollBar()->setValue(0);
     horizontalScrollBar()->setValue(0);
     viewport()->update();
+    Q_EMIT CursorMoved();
 }
 
 // Geometry
@@ -206,6 +207,7 @@ void LineView::SelectAll() {
     anchor_ = 0;
     cursor_ = lines_->End();
     viewport()->update();
+    Q_EMIT CursorMoved();
 }
 
 void LineView::MoveCursor(std::size_t offset, bool extend) {
@@ -214,6 +216,7 @@ void LineView::MoveCursor(std::size_t offset, bool extend) {
     wanted_column_ = lines_->Column(cursor_);
     EnsureVisible(cursor_);
     viewport()->update();
+    Q_EMIT CursorMoved();
 }
 
 void LineView::MoveLines(std::ptrdiff_t lines, bool extend) {

@@ -52,6 +52,11 @@ class LineView final : public QAbstractScrollArea, public FindTarget {
 
     // Where the character at an offset is painted; outside the viewport when it is not in sight.
     QRectF CharacterRect(std::size_t offset) const;
+    // The line where the cursor stands, from 0.
+    std::size_t CursorLine() const { return lines_->LineAt(cursor_); }
+
+  Q_SIGNALS:
+    void CursorMoved();
 
   protected:
     void paintEvent(QPaintEvent* event) override;

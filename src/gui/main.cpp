@@ -9,7 +9,11 @@
 #include <string>
 
 #include "directory/memory_directory.h"
+#include "gui/close_dialogs.h"
+#include "gui/ending_signal.h"
 #include "gui/frm_zorvel.h"
+#include "gui/qt_text.h"
+#include "gui/single_window.h"
 #include "platform/clock.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
@@ -25,12 +29,34 @@ std::string CommandLine(int argc, char** argv) {
     return line;
 }
 
+// By this the desktop lets a window come to the front that this start did not open.
+QByteArray TakeActivationToken() {
+    QByteArray token;
+    for (const char* name : {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"})
+        if (qEnvironmentVariableIsSet(name)) token = qgetenv(name);
+    return token;
+}
+
+int ShowOtherWindow(const zorvel::SingleWindow& single) {
+    if (single.ShowOther(TakeActivationToken())) return 0;
+    QMessageBox::warning(nullptr, "Zorvel", zorvel::ToQString(single.RunsElsewhereText()));
+    return 1;
+}
+
 int RunZorvel(const std::string& command_line) {
     const zorvel::Files files(QCoreApplication::applicationDirPath().toStdString());
+    const zorvel::EndingSignal signal;
+    zorvel::SingleWindow single(files);
+    if (!single.Claim()) {
+        QObject::connect(&signal, &zorvel::EndingSignal::Arrived, &single, zorvel::CloseDialogs);
+        return ShowOtherWindow(single);
+    }
     zorvel::SystemClock clock;
     zorvel::frmZorvel window(files, clock, [](const zorvel::Files& folder, zorvel::Log& log) {
         return std::make_unique<zorvel::MemoryDirectory>(folder, log);
     });
+    QObject::connect(&signal, &zorvel::EndingSignal::Arrived, &window, &zorvel::frmZorvel::End);
+    QObject::connect(&single, &zorvel::SingleWindow::ShowWanted, &window, &zorvel::frmZorvel::ComeToFront);
     if (!window.StartUp(command_line)) return 1;
     return window.isVisible() ? QApplication::exec() : 0;
 }

@@ -63,8 +63,10 @@ void OptionsPage::ConnectSounds() {
         services_.options.RefreshOptions();
     });
     for (std::size_t i = 0; i < options_.txtSound.size(); ++i) {
-        connect(controls_.txtSound[i], &QLineEdit::textChanged, this,
-                [this, i](const QString& text) { options_.txtSound[i] = FromQString(text); });
+        connect(controls_.txtSound[i], &QLineEdit::textChanged, this, [this, i](const QString& text) {
+            options_.txtSound[i] = FromQString(text);
+            services_.options.RefreshSounds();
+        });
         connect(controls_.butSound[i], &QToolButton::clicked, this, [this, i] { BrowseForSound(i); });
         connect(controls_.butPlay[i], &QToolButton::clicked, this,
                 [this, i] { services_.sounds.PlayEventSound(options_.txtSound[i]); });

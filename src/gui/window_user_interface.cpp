@@ -17,6 +17,12 @@ namespace {
 // mouse, seldom enough for loops that ask once an entry.
 constexpr int kEventInterval = 15;
 
+// What the box says, and behind it what more there is to say.
+QString TextOf(const MessageBox& box) {
+    const QString text = ToQString(box.text).replace('\r', '\n');
+    return box.detail.empty() ? text : text + "\n\n" + ToQString(box.detail);
+}
+
 QMessageBox::Icon IconOf(MessageIcon icon) {
     switch (icon) {
         case MessageIcon::kInformation:
@@ -51,7 +57,7 @@ Answer WindowUserInterface::Show(const MessageBox& box) {
     message.setWindowTitle(ToQString(box.title));
     message.setIcon(IconOf(box.icon));
     message.setTextFormat(Qt::PlainText);
-    message.setText(ToQString(box.text).replace('\r', '\n'));
+    message.setText(TextOf(box));
     message.setTextInteractionFlags(Qt::TextSelectableByMouse);
     if (box.buttons == Buttons::kOk) {
         message.setStandardButtons(QMessageBox::Ok);

@@ -22,6 +22,8 @@ struct MessageBox {
     Buttons buttons = Buttons::kOk;
     Answer default_answer = Answer::kOk;
     std::string title{kProductName};
+    // Where the trouble lies and why: a sentence for whoever sees the box and cannot read the log meanwhile.
+    std::string detail{};
 };
 
 class UserInterface {
@@ -48,7 +50,9 @@ class UserInterface {
         return Show({std::move(text), icon, Buttons::kYesNo, default_answer}) == Answer::kYes;
     }
     // Shows a message with an OK button.
-    void Tell(std::string text, MessageIcon icon) { Show({std::move(text), icon}); }
+    void Tell(std::string text, MessageIcon icon, std::string detail = {}) {
+        Show({.text = std::move(text), .icon = icon, .detail = std::move(detail)});
+    }
 };
 
 }  // namespace zorvel

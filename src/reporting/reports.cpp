@@ -174,7 +174,8 @@ void Reports::Fail(const std::string& module, const std::string& title) {
     services_.log.WriteLog("WARNING: Unexpected error #" + text + " occurred in " + module +
                            " - continuing...");
     LogDetail(services_.log, error);
-    services_.ui.Tell("Error No." + text + " has occurred in '" + title + "'", MessageIcon::kExclamation);
+    services_.ui.Tell("Error No." + text + " has occurred in '" + title + "'", MessageIcon::kExclamation,
+                      error.detail());
 }
 
 }  // namespace zorvel

@@ -20,12 +20,20 @@ MainController::MainController(const Files& files, Clock& clock, UserInterface& 
       sounds_(files, ui, options_.session.SoundsEnabled),
       services_{files, clock, ui, log_, status_, sounds_, options_, session_.activity, writers_},
       directory_(make_directory(files, log_)),
-      ou_view_loader_(services_, *directory_, session_.tree, window, settings.tree_read_countdown) {}
+      ou_view_loader_(services_, *directory_, session_.tree, window, settings.tree_read_countdown) {
+    directory_->on_unreadable = [this] { AllowDirectory(DirectoryAccess::kRetry); };
+}
+
+void MainController::AllowDirectory(DirectoryAccess access) {
+    session_.directory_access = access;
+    window_.AllowDirectory(access);
+}
 
 void MainController::OpenTree(std::size_t index, bool force, const Guard& guard) {
     session_.current_tree = session_.trees.at(index);
     const std::string root = RootPath(session_.current_tree);
     log_.WriteLog("Changing Tree to '" + root + "'");
+    AllowDirectory(DirectoryAccess::kFull);
     guard([&] { directory_->SetCurrentObject(root); });
     guard([&] { LoadTree(force); });
     guard([&] { window_.RefreshAppTitle(); });
@@ -36,18 +44,25 @@ void MainController::SwitchTree(std::size_t index, bool force) {
         try {
             operation();
         } catch (...) {
-            ui_.Tell(LogUnexpectedError(log_, CurrentError(), "comTree_Click"), MessageIcon::kExclamation);
+            TellUnexpectedError(ui_, log_, CurrentError(), "comTree_Click");
         }
     });
 }
 
 void MainController::RefreshTree() {
+    AllowDirectory(DirectoryAccess::kFull);
     LoadTree(true);
 }
 
 void MainController::LoadTree(bool force) {
     session_.tree_loaded = false;
-    session_.tree_loaded = ou_view_loader_.RefreshOUView(session_.current_tree, force);
+    const bool readable = session_.directory_access == DirectoryAccess::kFull;
+    if (readable || !ou_view_loader_.ReadsDirectory(session_.current_tree, force)) {
+        session_.tree_loaded = ou_view_loader_.RefreshOUView(session_.current_tree, force);
+        return;
+    }
+    ou_view_loader_.Clear();
+    session_.tree.counts.StatusPrefix.clear();
 }
 
 void MainController::PressEscape() {

@@ -85,7 +85,9 @@ class MainController {
     std::vector<std::string> LoadRuleList(std::string_view name);
     void OpenFirstTree(const TreeRequest& request);
     std::size_t PreferredTree();
+    // Loads the current tree, unless that would only repeat what has just failed.
     void LoadTree(bool force);
+    void AllowDirectory(DirectoryAccess access);
     void OpenTree(std::size_t index, bool force, const Guard& guard);
     std::string WelcomeMarker() const { return files_.Path("TempData\\welcome.nal"); }
 

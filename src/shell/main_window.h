@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "directory/ou_view_loader.h"
+#include "shell/session.h"
 
 namespace zorvel {
 
@@ -21,8 +22,9 @@ class MainWindow : public OUViewDisplay {
     // Adds a tree to the selector comTree, and selects one by its index.
     virtual void AddTree(std::string_view name) = 0;
     virtual void SelectTree(std::size_t index) = 0;
-    // Disables the tree buttons, comTree and the loading of selections, for the rest of the session.
-    virtual void DisableDirectoryFunctions() = 0;
+    // Enables the directory functions that `access` leaves: the tree buttons, the OU browser, comTree, the
+    // loading of selections, and the runs.
+    virtual void AllowDirectory(DirectoryAccess access) = 0;
     virtual void SetCurrentOU(std::string_view text) = 0;
     // Brings the marks, counts and title of the application list up to date.
     virtual void RefreshAppTitle() = 0;

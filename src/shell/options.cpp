@@ -114,7 +114,9 @@ bool Options::ReadOptions() {
         complete = true;
     } catch (...) {
         const Error error = CurrentError();
-        ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Read.", MessageIcon::kCritical);
+        ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Read.", MessageIcon::kCritical,
+                 error.detail());
+        LogDetail(log_, error);
     }
     RefreshOptions();
     return complete;
@@ -165,7 +167,8 @@ bool Options::WriteOptions() {
         });
     } catch (...) {
         const Error error = CurrentError();
-        ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Write.", MessageIcon::kCritical);
+        ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Write.", MessageIcon::kCritical,
+                 error.detail());
         LogUnexpectedError(log_, error, "Options File Write procedure");
     }
     return true;
@@ -182,9 +185,13 @@ void Options::RefreshOptions() {
     session.CreateDMPFileOnError = controls.Checked(Box::kCreateDMPFileOnError);
     session.AppendToLog = controls.Checked(Box::kAppendToLog);
     session.SoundsEnabled = controls.checkSoundsEnabled == 1;
+    RefreshSounds();
+    warning_boxes = session.WarnStreamParsingErrors;
+}
+
+void Options::RefreshSounds() {
     session.FinishedSound = controls.txtSound[1];
     session.WarningSound = controls.txtSound[0];
-    warning_boxes = session.WarnStreamParsingErrors;
 }
 
 }  // namespace zorvel

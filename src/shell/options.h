@@ -107,6 +107,8 @@ class Options {
     bool WriteOptions();
     // Derives the session options and the enabled number boxes from the controls.
     void RefreshOptions();
+    // Derives only the sounds' paths.
+    void RefreshSounds();
     // The number that the text of a number box begins with (0 when there is none), with its fraction. Nothing
     // when it goes beyond 32 bits, which the user and the log are told once for each such value.
     std::optional<double> Number(NumberText box);

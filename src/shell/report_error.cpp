@@ -19,6 +19,11 @@ std::string LogUnexpectedError(Log& log, const Error& error, std::string_view wh
     return text;
 }
 
+void TellUnexpectedError(UserInterface& ui, Log& log, const Error& error, std::string_view where,
+                         MessageIcon icon) {
+    ui.Tell(LogUnexpectedError(log, error, where), icon, error.detail());
+}
+
 void LogDetail(Log& log, const Error& error) {
     if (!error.detail().empty()) log.WriteDetail(error.detail());
 }

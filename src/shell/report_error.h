@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/error.h"
+#include "platform/user_interface.h"
 #include "shell/log.h"
 
 namespace zorvel {
@@ -18,6 +19,10 @@ std::string NumberAndDescription(const Error& error);
 // Logs "ERROR: Unexpected error #" + ErrorText + " occurred in " + `where`, and the error's detail, when it
 // has one, on a line of its own. Returns the text of the first line.
 std::string LogUnexpectedError(Log& log, const Error& error, std::string_view where);
+
+// The same, and shows that text in a message box with the error's detail.
+void TellUnexpectedError(UserInterface& ui, Log& log, const Error& error, std::string_view where,
+                         MessageIcon icon = MessageIcon::kExclamation);
 
 // Logs the detail of an error, when it has one, as an ERROR line.
 void LogDetail(Log& log, const Error& error);

@@ -14,6 +14,13 @@
 
 namespace zorvel {
 
+// What the user can do with the directory.
+enum class DirectoryAccess {
+    kFull,
+    kRetry,  // it could not be read: choose a tree or read the current one anew, no more
+    kNone,   // there is no tree
+};
+
 struct Session {
     Activity activity;
     TreeLists tree;  // OUList, AppList and their counts
@@ -24,6 +31,7 @@ struct Session {
     std::vector<std::string> trees;            // the tree selector's entries
     std::string current_tree;  // the entry that is selected; empty before the first tree is opened
     bool tree_loaded = false;  // its last load went well
+    DirectoryAccess directory_access = DirectoryAccess::kFull;
 };
 
 }  // namespace zorvel

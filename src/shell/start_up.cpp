@@ -53,15 +53,16 @@ void MainController::Step(int step, const std::function<void()>& operation) {
             ui_.Tell(
                 NotAuthenticatedText(
                     " encountered an error while attempting to retrieve Directory Services information."),
-                MessageIcon::kExclamation);
+                MessageIcon::kExclamation, error.detail());
             log_.WriteLog(
                 "ERROR: DS error 600 returned during OU control refresh - may not be correctly authenticated "
                 "to NDS");
+            LogDetail(log_, error);
             return;
         }
         ui_.Tell(
             "Error" + ErrorText(error) + " occurred during Zorvel initialisation at Line" + PlainNumber(step),
-            MessageIcon::kCritical);
+            MessageIcon::kCritical, error.detail());
         LogUnexpectedError(log_, error, "Form_Load procedure at Line" + PlainNumber(step) + " - Terminating");
         throw Terminated{};
     }
@@ -109,7 +110,7 @@ void MainController::InitialiseDirectoryClient() {
         if (directory_->NWCallsInit() == 0) return;
         log_.WriteLog("ERROR: The NetWare Libraries could not be initialised - Terminating");
         ui_.Tell("The NetWare Client libraries could not be initialised - is the Client correctly installed?",
-                 MessageIcon::kExclamation);
+                 MessageIcon::kExclamation, directory_->InitialisationFailure());
         throw Terminated{};
     });
     Step(kStep, [&] {
@@ -172,7 +173,7 @@ void MainController::OpenFirstTree(const TreeRequest& request) {
     log_.WriteLog("Finding Preferred Tree...");
     if (session_.trees.empty()) {
         Step(kStep + 1, [&] {
-            window_.DisableDirectoryFunctions();
+            AllowDirectory(DirectoryAccess::kNone);
             window_.SetCurrentOU("No Trees found!");
             window_.RefreshAppTitle();
         });

@@ -79,7 +79,7 @@ void StreamFailure::Report(const Error& error, const ParsePlace& place, const st
     }
     const std::string where = " at Line" + PlainNumber(static_cast<int>(place.phase)) + ". " + advice;
     services_.ui.Tell("Error no." + ErrorText(error) + " occurred in ParseAOT" + where,
-                      MessageIcon::kExclamation);
+                      MessageIcon::kExclamation, error.detail());
     services_.log.WriteLog("ERROR: ParseAOT: Error #" + ErrorText(error) + " occurred" + where);
     LogDetail(services_.log, error);
 }

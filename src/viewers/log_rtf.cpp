@@ -30,14 +30,21 @@ constexpr std::size_t kMessageAt = 20;
 constexpr std::string_view kError = "ERROR";
 constexpr std::string_view kWarning = "WARNI";
 
+std::string_view MessageOf(std::string_view line) {
+    return line.substr(std::min(kMessageAt, line.size()));
+}
+
 std::string_view Prefix(std::string_view line) {
-    const std::string_view message = line.substr(std::min(kMessageAt, line.size()));
-    if (message.starts_with(kError)) return "\\plain\\f2\\fs20\\highlight6\\cf1 ";
-    if (message.starts_with(kWarning)) return "\\plain\\f2\\fs20\\highlight7\\cf1 ";
+    if (MessageOf(line).starts_with(kError)) return "\\plain\\f2\\fs20\\highlight6\\cf1 ";
+    if (MessageOf(line).starts_with(kWarning)) return "\\plain\\f2\\fs20\\highlight7\\cf1 ";
     return "\\plain\\f2\\fs20 ";
 }
 
 }  // namespace
+
+bool IsProblem(std::string_view line) {
+    return MessageOf(line).starts_with(kError) || MessageOf(line).starts_with(kWarning);
+}
 
 void AppendLogLine(std::string& rtf, std::string_view line) {
     rtf += Prefix(line);

@@ -16,6 +16,9 @@ using RtfWriter = std::function<void(std::string_view)>;
 // reading and of `write`.
 void WriteLogAsRtf(InputFile log, const RtfWriter& write);
 
+// True for a line of the log that holds a warning or an error.
+bool IsProblem(std::string_view line);
+
 // Appends one line of the log, given without its end, as a line of the document.
 void AppendLogLine(std::string& rtf, std::string_view line);
 

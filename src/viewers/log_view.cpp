@@ -20,8 +20,8 @@ bool LogView::Open(const ShowDocument& show) {
         if (services_.files.Exists(RTFFileName())) show(RTFFileName());
         shown = true;
     } catch (...) {
-        services_.ui.Tell(LogUnexpectedError(services_.log, CurrentError(), "frmViewLog"),
-                          MessageIcon::kCritical);
+        TellUnexpectedError(services_.ui, services_.log, CurrentError(), "frmViewLog",
+                            MessageIcon::kCritical);
     }
     services_.status.SetIdle();
     return shown;
@@ -51,7 +51,7 @@ void LogView::GenerateRTF() {
     } catch (...) {
         const Error error = CurrentError();
         services_.ui.Tell("Unexpected error" + ErrorText(error) + " occurred in GenerateRTF routine.",
-                          MessageIcon::kCritical);
+                          MessageIcon::kCritical, error.detail());
         services_.log.WriteLog("WARNING: GenerateRTF: Unexpected error #" + ErrorText(error) +
                                " occurred - continuing...");
         LogDetail(services_.log, error);

@@ -96,6 +96,7 @@ TEST(CaptureDetails, SaysWhatIsWrongWithTheRecord) {
         Dialog test;
         test.WriteRecord(record);
         EXPECT_FALSE(test.dialog.Open());
+        EXPECT_THAT(test.ui.boxes.at(0).detail, testing::HasSubstr("TempData\\Zorvel_CaptureDetails.CSV"));
         EXPECT_EQ(test.OnlyBox(), "ERROR: Unexpected error # " + text + " occurred in frmCaptureDetails");
         EXPECT_THAT(test.LogLines(), testing::Contains(" ERROR: Unexpected error # " + text +
                                                        " occurred in frmCaptureDetails"));

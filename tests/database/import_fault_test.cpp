@@ -43,6 +43,7 @@ class FailingImport : public testing::Test {
         ASSERT_FALSE(folder_.ui.boxes.empty());
         EXPECT_EQ(folder_.ui.boxes.back().text, "Error no. " + text + " occurred during Import" + place);
         EXPECT_EQ(folder_.ui.boxes.back().icon, MessageIcon::kNone);
+        EXPECT_EQ(folder_.LogLines().back(), " ERROR: " + folder_.ui.boxes.back().detail);
         EXPECT_THAT(folder_.LogLines(), testing::Contains(" ERROR: Unexpected error # " + text +
                                                           " occurred during data Import routine" + place));
         EXPECT_THAT(folder_.ui.sounds, ElementsAre(folder_.files.Path("warn.WAV")));

@@ -162,6 +162,7 @@ TEST_F(Maintenance, LeavesADatasetAsItWasThatAnotherProgramUses) {
     EXPECT_EQ(dialog.Delete(), MaintenanceResult::kFailed);
     EXPECT_EQ(folder_.ui.boxes.back().text,
               "Error no. -2147467259 (database is locked) occurred in butDelete at Line 3");
+    EXPECT_THAT(folder_.ui.boxes.back().detail, HasSubstr("Zorvel_261116172805.MDB: File not found"));
     EXPECT_TRUE(folder_.files.Exists(file_));
 }
 
@@ -247,6 +248,7 @@ TEST_F(Maintenance, TellsWhichStepFailedWhenTheFileIsGone) {
     EXPECT_EQ(dialog.Compact(), MaintenanceResult::kFailed);
     EXPECT_EQ(folder_.ui.boxes.back().text,
               "Unexpected error 53 (File not found) occurred in Compact routine at Line 2");
+    EXPECT_THAT(folder_.ui.boxes.back().detail, HasSubstr("Zorvel_261116172805.MDB: File not found"));
     EXPECT_EQ(folder_.ui.boxes.back().icon, MessageIcon::kCritical);
     Answer(Answer::kYes);
     EXPECT_EQ(dialog.Delete(), MaintenanceResult::kFailed);

@@ -302,8 +302,9 @@ TEST(MemoryTree, TellsTheLineOfAFault) {
     };
     for (const auto& [ldif, expected] : cases) {
         DirectoryFixture fixture(ldif);
-        EXPECT_EQ(ErrorOf([&] { fixture.directory.Entries(); }), errors::kDirectoryUnreadable) << ldif;
-        EXPECT_EQ(fixture.shell.LogLines(), Lines{" ERROR: " + fixture.LdifPath() + expected});
+        const Error error = RaisedBy([&] { fixture.directory.Entries(); });
+        EXPECT_EQ(error.number(), errors::kDirectoryUnreadable) << ldif;
+        EXPECT_EQ(error.detail(), fixture.LdifPath() + expected);
     }
 }
 

@@ -154,6 +154,7 @@ TEST_F(SavedSelections, AFailureToSaveKeepsTheDialogAndLeavesNoFile) {
     EXPECT_EQ(saver.txtComment, "typed with care");
     EXPECT_TRUE(std::filesystem::is_empty(shell_.folder.path() / "TempData"));
     EXPECT_EQ(shell_.ui.boxes.at(0).icon, MessageIcon::kExclamation);
+    EXPECT_THAT(shell_.ui.boxes.at(0).detail, HasSubstr("T1-50000000.AppSelection: Disk full"));
     EXPECT_EQ(shell_.OnlyBox(), "ERROR: Unexpected error # 61 (Disk full) occurred in frmSaveSelections");
     EXPECT_THAT(shell_.ui.sounds, IsEmpty());
     EXPECT_EQ(shell_.ui.picture, StatusPicture::kGreenBall);

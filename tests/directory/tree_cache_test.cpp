@@ -181,7 +181,8 @@ TEST_F(TreeCache, ABrokenCacheIsToldWithFileAndLine) {
         EXPECT_EQ(shell_.ui.boxes[0].icon, MessageIcon::kExclamation);
         const std::vector<std::string> log = shell_.LogLines();
         EXPECT_EQ(log[log.size() - 2], " " + text) << c.what;
-        EXPECT_THAT(log.back(), HasSubstr(c.place)) << c.what;
+        EXPECT_THAT(shell_.ui.boxes[0].detail, HasSubstr(c.place)) << c.what;
+        EXPECT_EQ(log.back(), " ERROR: " + shell_.ui.boxes[0].detail) << c.what;
         EXPECT_FALSE(shell_.activity.Busy);
     }
 }

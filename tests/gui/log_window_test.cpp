@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 #include <filesystem>
 #include <string>
@@ -77,6 +78,49 @@ TEST_F(LogWindow, FollowsTheSizeOfTheWindow) {
     EXPECT_EQ(view().size(), before + QSize(120, 80));
 }
 
+TEST_F(LogWindow, OpensAtItsEndAndLeadsFromProblemToProblem) {
+    for (int i = 0; i < 200; ++i)
+        shell_.log.WriteLog("Word.APPS.SITE is read");
+    Open();
+    auto& next = Control<QPushButton>(window_, "butNextProblem");
+    auto& previous = Control<QPushButton>(window_, "butPreviousProblem");
+    const auto at = [&](const char* text, bool before, bool behind) {
+        EXPECT_EQ(Control<QLabel>(window_, "labProblem").text(), text);
+        EXPECT_EQ(previous.isEnabled(), before) << text;
+        EXPECT_EQ(next.isEnabled(), behind) << text;
+        const double y = view().CharacterRect(view().selection_begin()).top();
+        EXPECT_TRUE(y >= 0 && y < view().viewport()->height()) << text << " is in sight";
+        EXPECT_EQ(window_.focusWidget(), &view());
+    };
+    EXPECT_EQ(view().verticalScrollBar()->value(), view().verticalScrollBar()->maximum());
+    at("2 problems", true, false);
+    QTest::mouseClick(&previous, Qt::LeftButton);
+    EXPECT_EQ(Match(), "2:" + std::string(view().lines().Line(2)));
+    at("Problem 2 of 2", true, false);
+    Press(Qt::Key_F8, Qt::ShiftModifier);
+    EXPECT_EQ(Match(), "1:" + std::string(view().lines().Line(1)));
+    at("Problem 1 of 2", false, true);
+    Press(Qt::Key_F8, Qt::ShiftModifier);  // there is none before it
+    EXPECT_EQ(Match().substr(0, 2), "1:");
+    QTest::mouseClick(&next, Qt::LeftButton);
+    at("Problem 2 of 2", true, false);
+    Press(Qt::Key_Home, Qt::ControlModifier);  // where the cursor stands is where one goes on
+    at("2 problems", false, true);
+    Press(Qt::Key_F8);
+    at("Problem 1 of 2", false, true);
+    EXPECT_TRUE(window_.isVisible());
+}
+
+TEST_F(LogWindow, SaysThatThereAreNoProblems) {
+    shell_.log.Open(false);
+    Open();
+    EXPECT_EQ(Control<QLabel>(window_, "labProblem").text(), "No problems");
+    EXPECT_FALSE(Control<QPushButton>(window_, "butNextProblem").isEnabled());
+    EXPECT_FALSE(Control<QPushButton>(window_, "butPreviousProblem").isEnabled());
+    Press(Qt::Key_F8);
+    EXPECT_EQ(Match(), "0:");
+}
+
 TEST_F(LogWindow, EnterAndEscCloseIt) {
     for (const int key : {Qt::Key_Return, Qt::Key_Escape}) {
         Open();
@@ -87,6 +131,7 @@ TEST_F(LogWindow, EnterAndEscCloseIt) {
 
 TEST_F(LogWindow, FindsAsOneTypesAndGoesOnInBothDirections) {
     Open();
+    Press(Qt::Key_Home, Qt::ControlModifier);
     auto& bar = Control<QWidget>(window_, "barFind");
     EXPECT_FALSE(bar.isVisible());
     Search("er");

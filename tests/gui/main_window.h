@@ -25,6 +25,22 @@
 
 namespace zorvel::test {
 
+// The system's clock; a test can act when it is read.
+class WatchedClock final : public Clock {
+  public:
+    std::function<void()> on_timer;
+
+    DateTime Now() const override { return clock_.Now(); }
+    double Timer() const override {
+        if (on_timer) on_timer();
+        return clock_.Timer();
+    }
+    void Sleep(double seconds) override { clock_.Sleep(seconds); }
+
+  private:
+    SystemClock clock_;
+};
+
 class MainWindowTest : public testing::Test {
   protected:
     // Two trees: T1 with applications in three of its containers, and T2 with one.
@@ -123,6 +139,7 @@ class MainWindowTest : public testing::Test {
 
     TempFolder folder_;
     ControllerSettings settings_;
+    WatchedClock clock_;
     std::vector<std::string> boxes_;  // the texts of the message boxes so far
     std::unique_ptr<frmZorvel> window_;
 
@@ -166,7 +183,6 @@ class MainWindowTest : public testing::Test {
     }
 
     std::unique_ptr<Files> files_;
-    SystemClock clock_;
     QObject watch_;
     QObject* answered_ = nullptr;
     std::vector<std::function<void(QDialog&)>> actions_;

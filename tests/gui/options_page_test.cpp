@@ -168,8 +168,14 @@ TEST(OptionsPage, SoundsAreChosenAndPlayedOnlyWhileEnabled) {
     enabled(false);
     page.Click("checkSoundsEnabled");
     enabled(true);
+    page.shell.options.warning_boxes = false;  // as the user's answer during a run has left it
     page.TypeInto("txtSound_1", "ding");
+    page.TypeInto("txtSound_0", "dong");
+    EXPECT_EQ(page.shell.options.session.FinishedSound, "ding") << "at the next event";
+    EXPECT_EQ(page.shell.options.session.WarningSound, "dong");
+    EXPECT_FALSE(page.shell.options.warning_boxes);
     EXPECT_EQ(page.controls().txtSound[1], "ding");
+    page.Text("txtSound_0").clear();
     page.Click("butPlay_1");
     page.Click("butPlay_0");  // an empty box is silent
     EXPECT_EQ(page.shell.ui.sounds, std::vector<std::string>{page.shell.files.Path("ding.WAV")});

@@ -172,7 +172,10 @@ TEST_F(OUBrowserWindow, KeepsTheSelectionWhenTheCacheLacksAnApplication) {
     ASSERT_TRUE(Start());
     Click("butTreeControl_5");
     ClickNode("ACME (1)");
-    EXPECT_THAT(boxes_, ElementsAre("Error 9 (Subscript out of range) occurred in OU Browser node click."));
+    EXPECT_THAT(boxes_,
+                ElementsAre("Error 9 (Subscript out of range) occurred in OU Browser node click.\n\n"
+                            "'NDS:\\\\T1\\ACME' holds applications that the cached version of the Tree "
+                            "does not know"));
     EXPECT_THAT(Items(), ElementsAre("Alpha", "+Tool"));
     EXPECT_EQ(Text("labApps"), " 2 applications available, 1 selected.");
     EXPECT_THAT(Status().toStdString(), HasSubstr("5 applications available, all selected."));

@@ -201,7 +201,9 @@ TEST_F(ReportMenu, AMissingDefinitionIsToldAndTheProgramGoesOn) {
     std::filesystem::rename(definition, definition.string() + ".away");
     OnOptions("butOk");
     Choose("Zorvelrun", "Issue Summary");
-    EXPECT_THAT(boxes_, ElementsAre("Error No. 53 (File not found) has occurred in 'Report Launch'"));
+    EXPECT_THAT(boxes_,
+                ElementsAre("Error No. 53 (File not found) has occurred in 'Report Launch'\n\n" +
+                            folder_.path().string() + "\\Reports\\Zorvel_AppIssues.rpt: File not found"));
     EXPECT_THAT(Windows(), IsEmpty());
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 

@@ -229,7 +229,8 @@ TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
     } kCases[] = {
         {"a missing definition",
          [&] { std::filesystem::remove(folder_.folder.path() / "Reports/Zorvel_AppIssues.rpt"); },
-         "Error No. 53 (File not found) has occurred in 'Report Launch'",
+         "Error No. 53 (File not found) has occurred in 'Report Launch'|" + Folder() +
+             "\\Reports\\Zorvel_AppIssues.rpt: File not found",
          "WARNING: Unexpected error # 53 (File not found) occurred in Report Launch - continuing..."},
         {"a bad definition", [&] { folder_.folder.Write("Reports/Zorvel_AppIssues.rpt", "title = 5\n"); },
          "Error No. 13 (" + Folder() +
@@ -265,7 +266,8 @@ TEST_F(ReportsTest, WhatFailsIsToldAndTheProgramGoesOn) {
         test.prepare();
         EXPECT_EQ(Generate("Issue Summary"), ReportOutcome::kFailed) << test.name;
         EXPECT_THAT(folder_.ui.boxes.back().icon, MessageIcon::kExclamation);
-        EXPECT_THAT(folder_.OnlyBox(), HasSubstr(test.box)) << test.name;
+        const std::string detail = folder_.ui.boxes.back().detail;
+        EXPECT_THAT(folder_.OnlyBox() + "|" + detail, HasSubstr(test.box)) << test.name;
         EXPECT_THAT(folder_.LogLines(), testing::Contains(HasSubstr(test.log))) << test.name;
         EXPECT_THAT(folder_.ui.sounds.empty(), !folder_.options.session.SoundsEnabled);
     }

@@ -195,13 +195,16 @@ TEST(Options, AMissingOrUnwritableFileIsTold) {
     ASSERT_EQ(shell.ui.boxes.size(), 1U);
     EXPECT_EQ(shell.ui.boxes[0].text, "Error 53 (File not found) occurred during Options File Read.");
     EXPECT_EQ(shell.ui.boxes[0].icon, MessageIcon::kCritical);
+    EXPECT_EQ(shell.ui.boxes[0].detail, shell.files.Path("Zorvel.ini") + ": File not found");
     std::filesystem::create_directory(shell.folder.path() / "Zorvel.ini");
     shell.options.WriteOptions();
     EXPECT_EQ(shell.ui.boxes.back().text,
               "Error 75 (Path/File access error) occurred during Options File Write.");
-    EXPECT_EQ(
-        shell.LogLines().front(),
-        " ERROR: Unexpected error # 75 (Path/File access error) occurred in Options File Write procedure");
+    EXPECT_EQ(shell.ui.boxes.back().detail, shell.files.Path("Zorvel.ini") + ": Path/File access error");
+    EXPECT_THAT(
+        shell.LogLines(),
+        testing::Contains(
+            " ERROR: Unexpected error # 75 (Path/File access error) occurred in Options File Write procedure"));
 }
 
 TEST(Options, ANumberIsGivenAndAnythingElseToldOnceAValue) {

@@ -74,7 +74,7 @@ class FakeMainWindow final : public MainWindow {
     std::string caption;
     std::vector<std::string> trees;
     int selected_tree = -1;
-    bool directory_enabled = true;
+    DirectoryAccess directory_access = DirectoryAccess::kFull;
     bool welcome_shown = false;
     bool suppress_welcome = false;
     bool reenable_welcome_enabled = false;
@@ -93,7 +93,7 @@ class FakeMainWindow final : public MainWindow {
     void LoadClassIcons() override {}
     void AddTree(std::string_view name) override { trees.emplace_back(name); }
     void SelectTree(std::size_t index) override { selected_tree = static_cast<int>(index); }
-    void DisableDirectoryFunctions() override { directory_enabled = false; }
+    void AllowDirectory(DirectoryAccess access) override { directory_access = access; }
     void SetCurrentOU(std::string_view text) override { current_ou = text; }
     void RefreshAppTitle() override {}
     void EnableGenerate(bool enabled) override { generate_enabled.push_back(enabled); }

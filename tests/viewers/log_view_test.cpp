@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/fakes.h"
+#include "viewers/log_problems.h"
 #include "viewers/log_rtf.h"
 #include "viewers/rich_text_sinks.h"
 
@@ -60,6 +61,29 @@ TEST(LogRtf, EachLineIsShownInTheColourOfItsMessage) {
     }
 }
 
+TEST(LogProblems, AreCountedAndFoundInBothDirections) {
+    const std::string time = "16/11/2026 17:28:05";
+    std::string rtf(kHead);
+    for (const char* line :
+         {"    begins", " ERROR: x", "    an ERROR", " WARNING: y", " Warning: z", "    ends"})
+        AppendLogLine(rtf, time + line);
+    RichLines lines;
+    ReadRichText(rtf + "}\r\n", lines);
+    const LogProblems problems(lines);
+    struct Case {
+        std::size_t line;
+        std::optional<std::size_t> previous, next;
+        const char* text;
+    };
+    for (const Case& c :
+         {Case{0, {}, 1, "2 problems"}, Case{1, {}, 3, "Problem 1 of 2"}, Case{2, 1, 3, "2 problems"},
+          Case{3, 1, {}, "Problem 2 of 2"}, Case{5, 3, {}, "2 problems"}}) {
+        EXPECT_EQ(problems.Previous(c.line), c.previous) << c.line;
+        EXPECT_EQ(problems.Next(c.line), c.next) << c.line;
+        EXPECT_EQ(problems.Text(c.line), c.text);
+    }
+}
+
 TEST(LogView, ShowsTheLogAsItIsAndGoesOnWithIt) {
     TestShell shell;
     shell.folder.Write("TempData/Zorvel.$$$", "results of a Find run");
@@ -95,6 +119,7 @@ TEST(LogView, AConversionThatFailsIsToldAndTheSessionGoesOn) {
     ASSERT_EQ(shell.ui.boxes.size(), 1U);
     EXPECT_EQ(shell.ui.boxes[0].text,
               "Unexpected error 53 (File not found) occurred in GenerateRTF routine.");
+    EXPECT_EQ(shell.ui.boxes[0].detail, shell.files.Path("TempData\\Zorvel.$$$") + ": File not found");
     EXPECT_EQ(shell.ui.boxes[0].title, "Zorvel");
     EXPECT_EQ(shell.ui.boxes[0].icon, MessageIcon::kCritical);
     EXPECT_EQ(shell.LogLines().front(),
