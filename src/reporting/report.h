@@ -25,7 +25,7 @@ struct ReportFacts {
     std::string excluded;   // the issue codes that are left out, in apostrophes, joined by commas
     std::string generated;  // when the report was made, "dd/mm/yyyy hh:mm:ss"
     // The datasets, of those that the report is about, whose import was not completed.
-    std::vector<std::string> incomplete;
+    std::vector<std::string> incomplete{};
 
     // "import not completed", with the datasets' names in a report about several; empty when all were
     // completed.

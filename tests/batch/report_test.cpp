@@ -384,7 +384,7 @@ TEST_F(BatchReport, CtrlCEndsItAndTheOlderFileStays) {
     };
     for (const Case& c :
          {Case{"out.pdf", {"Run Order Summary"}}, Case{"out.csv", {"Associations by User", "--descending"}},
-          Case{"out.csv", {"Issue Summary", "--definition", "Endless.rpt", "--descending"}}}) {
+          Case{"out.csv", {"Associations by User", "--definition", "Endless.rpt", "--descending"}}}) {
         folder_.Write(c.name, "older");
         std::vector<std::string> arguments{"report", "--output", (folder_.path() / c.name).string()};
         arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
