@@ -38,6 +38,8 @@ namespace {
 
 constexpr QSize kFirstSize(940, 640);
 
+constexpr int kPatience = 20;  // milliseconds until what does not close at once is closed again
+
 // While a tree is read its nodes are shown at most so often (milliseconds), and so seldom that showing them
 // takes no more than one part in so many of the time.
 constexpr qint64 kNodesInterval = 200;
@@ -375,7 +377,6 @@ void frmZorvel::OpenLogViewer() {
 }
 
 void frmZorvel::End() {
-    constexpr int kPatience = 20;  // milliseconds
     controller_.session().activity.Closing = true;
     user_.StopAsking();
     CloseDialogs();
@@ -407,6 +408,12 @@ void frmZorvel::closeEvent(QCloseEvent* event) {
     }
     if (!report_windows_->CloseAll()) {
         event->ignore();
+        // Who asked for it while something was busy is not there to ask again.
+        if (closing()) {
+            QTimer::singleShot(kPatience, this, [this] {
+                if (isVisible()) close();
+            });
+        }
         return;
     }
     controller_.Exit();

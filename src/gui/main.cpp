@@ -29,27 +29,25 @@ std::string CommandLine(int argc, char** argv) {
     return line;
 }
 
-// By this the desktop lets a window come to the front that this start did not open.
-QByteArray TakeActivationToken() {
-    QByteArray token;
-    for (const char* name : {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"})
-        if (qEnvironmentVariableIsSet(name)) token = qgetenv(name);
-    return token;
+// By this the desktop lets a window come to the front.
+QByteArray ActivationToken() {
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+    return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
 }
 
-int ShowOtherWindow(const zorvel::SingleWindow& single) {
-    if (single.ShowOther(TakeActivationToken())) return 0;
+int ShowOtherWindow(const zorvel::SingleWindow& single, const QByteArray& activation_token) {
+    if (single.ShowOther(activation_token)) return 0;
     QMessageBox::warning(nullptr, "Zorvel", zorvel::ToQString(single.RunsElsewhereText()));
     return 1;
 }
 
-int RunZorvel(const std::string& command_line) {
+int RunZorvel(const std::string& command_line, const QByteArray& activation_token) {
     const zorvel::Files files(QCoreApplication::applicationDirPath().toStdString());
     const zorvel::EndingSignal signal;
     zorvel::SingleWindow single(files);
     if (!single.Claim()) {
         QObject::connect(&signal, &zorvel::EndingSignal::Arrived, &single, zorvel::CloseDialogs);
-        return ShowOtherWindow(single);
+        return ShowOtherWindow(single, activation_token);
     }
     zorvel::SystemClock clock;
     zorvel::frmZorvel window(files, clock, [](const zorvel::Files& folder, zorvel::Log& log) {
@@ -67,12 +65,13 @@ int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a full disk, not the end of the program
     const std::string command_line = CommandLine(argc, argv);  // before Qt takes its own options from it
+    const QByteArray activation_token = ActivationToken();     // and this from the environment
     const QApplication application(argc, argv);
     std::setlocale(LC_ALL, "C");  // Qt has set the user's
     QApplication::setApplicationName("Zorvel");
     QApplication::setDesktopFileName("zorvel");
     try {
-        return RunZorvel(command_line);
+        return RunZorvel(command_line, activation_token);
     } catch (const std::exception& error) {
         QMessageBox::critical(nullptr, "Zorvel", QString::fromLocal8Bit(error.what()));
         return 1;

@@ -222,6 +222,23 @@ TEST_F(StartUpWindow, EndsWithoutAskingWhateverIsOpen) {
     EXPECT_THAT(LogText(), testing::EndsWith("Exiting Zorvel at user request\r\n"));
 }
 
+TEST_F(StartUpWindow, ComesToTheFrontWithTheDialogThatIsOpen) {
+    ASSERT_TRUE(Start());
+    window_->showMinimized();
+    window_->ComeToFront("a token");
+    EXPECT_FALSE(window_->isMinimized());
+    EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "a token") << "where Qt looks for it";
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+    OnDialog([this](QDialog& dialog) {
+        QWidget other;
+        ShowActive(other);
+        window_->ComeToFront({});
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        dialog.reject();
+    });
+    Menu("mnuHelpItem_2").trigger();
+}
+
 TEST_F(StartUpWindow, LogsItsEndButNotThatByTheMenu) {
     struct Case {
         const char* name;
