@@ -9,7 +9,7 @@
 namespace zorvel {
 namespace {
 
-constexpr std::size_t kShownOfEntry = 200;  // registry data can be long
+constexpr std::size_t kShown = 200;  // characters of an entry or an expression; both can be long
 
 }  // namespace
 
@@ -28,6 +28,7 @@ StreamFinder::StreamFinder(Services& services, FindDisplay& display, FindListene
 
 bool StreamFinder::Prepare(std::string_view FindPattern) {
     told_ = false;
+    expression_ = FindPattern;
     try {
         search_ = make_search_(FindPattern);
         return true;
@@ -39,6 +40,7 @@ bool StreamFinder::Prepare(std::string_view FindPattern) {
 
 void StreamFinder::Start() {
     matches_ = failed_entries_ = 0;
+    budget_ = {};
     lost_.reset();
     display_.HideLabInfo();
     results_.Create();
@@ -68,28 +70,52 @@ void StreamFinder::Finish() {
 }
 
 bool StreamFinder::MatchesStream(std::string_view stream) {
+    bool matches = true;
     try {
-        return search_(stream);
+        matches = Matches(stream);
     } catch (const Error& error) {
         if (error.number() == errors::kNoAutomation) throw;
         services_.log.WriteLog("WARNING: Find: stream '" + stream_label_ + "' of '" + full_name_ +
                                "' could not be searched as a whole (" + error.description() +
                                "), its entries are searched one by one");
-        return true;
     }
+    RefuseWhenSpent();
+    return matches;
 }
 
 void StreamFinder::Find(char /*kind*/, std::string_view entry_text) {
+    bool matches = false;
     try {
-        if (!search_(entry_text)) return;
+        matches = Matches(entry_text);
     } catch (const Error& error) {
         ++failed_entries_;
-        return Fail(error.With("stream '" + stream_label_ + "' of '" + full_name_ + "', entry '" +
-                               std::string(entry_text.substr(0, kShownOfEntry)) + "'"));
+        Fail(error.With("stream '" + stream_label_ + "' of '" + full_name_ + "', entry '" +
+                        std::string(entry_text.substr(0, kShown)) + "'"));
     }
+    if (matches) AddMatch(entry_text);
+    RefuseWhenSpent();
+}
+
+bool StreamFinder::Matches(std::string_view text) {
+    const SearchBudget::Charge charge(budget_, services_.clock, text.size());
+    return search_(text);
+}
+
+void StreamFinder::AddMatch(std::string_view entry_text) {
     ++matches_;
     results_.AddEntry(entry_text);
     if (listener_ != nullptr) listener_->AddMatch(full_name_, stream_label_, entry_text);
+}
+
+// What was found until then would pass for the whole, so the run fails as one whose results are lost.
+void StreamFinder::RefuseWhenSpent() const {
+    if (!budget_.IsSpent()) return;
+    const Error refusal(errors::kInvalidCall,
+                        "The expression '" + expression_.substr(0, kShown) +
+                            "' is refused: its searches took " +
+                            std::to_string(static_cast<std::int64_t>(budget_.seconds())) + " seconds");
+    throw OutputError(
+        refusal.With("the search ended in stream '" + stream_label_ + "' of '" + full_name_ + "'"));
 }
 
 // The log names every failure; the user is told of the first only, as an expression that fails once is likely

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "analysis/find_run.h"
+#include "analysis/search_budget.h"
 #include "platform/error.h"
 #include "shell/services.h"
 #include "streams/find_results.h"
@@ -62,11 +63,15 @@ class StreamFinder final : public FindRun {
     void EndStream() noexcept override;
     // Raises an OutputError when the results could not be written.
     void Finish() override;
-    // A stream that is too much for the expression is taken for one that matches.
+    // A stream that is too much for the expression is taken for one that matches. Like Find, raises an error
+    // that ends the run, an OutputError, once the expression has taken more time than it may.
     bool MatchesStream(std::string_view stream) override;
     void Find(char kind, std::string_view entry_text) override;
 
   private:
+    bool Matches(std::string_view text);
+    void AddMatch(std::string_view entry_text);
+    void RefuseWhenSpent() const;
     void Fail(const Error& error);
 
     Services& services_;
@@ -74,6 +79,8 @@ class StreamFinder final : public FindRun {
     FindListener* listener_;
     SearchFactory make_search_;
     Search search_;
+    std::string expression_;
+    SearchBudget budget_;
     FindResults results_;
     std::optional<OutputError> lost_;  // what EndStream could not write
     std::string full_name_;

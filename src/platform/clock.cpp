@@ -43,6 +43,13 @@ double SystemClock::Timer() const {
     return now - midnight_;
 }
 
+double SystemClock::CoarseTimer() const {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    constexpr double kNanosecond = 1e-9;
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * kNanosecond;
+}
+
 void SystemClock::Sleep(double seconds) {
     if (seconds > 0) std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
 }

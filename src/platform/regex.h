@@ -24,7 +24,7 @@ class Regex {
     bool Matches(std::string_view text) const;
 
   private:
-    struct Engine;
+    class Engine;
     std::unique_ptr<Engine> engine_;
 };
 

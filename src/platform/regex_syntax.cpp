@@ -239,6 +239,7 @@ bool Translator::TranslateReference() {
         const std::size_t end = in_.find('>', at_);
         if (Next(2) != '<' || end == std::string_view::npos) throw ExpressionFault(at_, "no name of a group");
         Copy(end + 1 - at_);
+        out_.references = true;
         return true;
     }
     std::size_t number = 0;
@@ -247,6 +248,7 @@ bool Translator::TranslateReference() {
         number = number * 10 + static_cast<std::size_t>(Next(i) - '0');
     if (Next(1) == '0' || number == 0 || number > groups_) return false;
     Emit("\\g{" + std::to_string(number) + '}', at_);
+    out_.references = true;
     at_ += i;
     return true;
 }

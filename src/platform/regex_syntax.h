@@ -18,6 +18,7 @@ struct EngineExpression {
     // How many ways there are, about, to match the repeated items of `text` against a long text from one
     // place.
     double ways = 1;
+    bool references = false;  // to what a group has matched
 };
 
 // What ways becomes by one repetition without end, and by one of a group.

@@ -5,12 +5,14 @@
 
 #include "platform/regex.h"
 #include "stream_builder.h"
+#include "support/errors.h"
 #include "support/file_size_limit.h"
 #include "support/streams_fakes.h"
 
 namespace zorvel {
 namespace {
 
+using test::RaisedBy;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -203,6 +205,39 @@ TEST_F(StreamFinding, AnEngineThatIsNotThereOffersItsDownload) {
     Parse(finder, "(Registry Settings)", "430");  // the search of a whole stream: the parser's own question
     EXPECT_EQ(result_, ParseResult::kRejected);
     EXPECT_TRUE(parser_.shell.activity.UserInterrupt);
+}
+
+TEST_F(StreamFinding, AnExpressionThatTakesTooLongAltogetherEndsTheRun) {
+    double seconds = 0;
+    const auto slow = [&](std::string_view) -> StreamFinder::Search {
+        return [&](std::string_view text) {
+            if (!text.starts_with("AOT FILE")) parser_.shell.clock.Sleep(seconds);
+            return true;
+        };
+    };
+    StreamFinder finder(parser_.shell.services, find_, &find_, slow);
+    ASSERT_TRUE(finder.Prepare("(a+)+"));
+    StreamBuilder stream;
+    for (int entry = 0; entry < 6; ++entry)
+        stream.RegistryKeyCreate("a");
+    const struct {
+        double seconds;
+        bool refused;
+    } cases[] = {{4.9, false}, {5.3, true}, {4.9, false}};
+    for (const auto& c : cases) {
+        seconds = c.seconds;
+        finder.Start();
+        const auto parse = [&] { Parse(finder, "(Registry Settings)", stream.bytes()); };
+        if (!c.refused) {
+            EXPECT_NO_THROW(parse());
+            continue;
+        }
+        const Error error = RaisedBy(parse);
+        EXPECT_EQ(error.description(), "The expression '(a+)+' is refused: its searches took 31 seconds");
+        EXPECT_THAT(error.detail(), HasSubstr("stream '(Registry Settings)' of 'Word.APPS.SITE'"));
+        EXPECT_TRUE(error.IsOutputError()) << "it ends the run";
+    }
+    EXPECT_EQ(finder.failed_entries(), 0);
 }
 
 TEST_F(StreamFinding, ResultsThatCannotBeWrittenEndTheRun) {
