@@ -26,8 +26,9 @@ bool CaptureDetails::Open() {
         ReadRecord();
         return true;
     } catch (...) {
+        const std::string path = services_.files.Path(data_files::kCaptureDetails.name);
         Error error = CurrentError();
-        if (error.detail().empty()) error = error.At(services_.files.Path(data_files::kCaptureDetails.name));
+        if (!error.detail().starts_with(path)) error = error.Within(path);
         TellUnexpectedError(services_.ui, services_.log, error, "frmCaptureDetails");
         return false;
     }

@@ -271,9 +271,9 @@ TEST(MemoryTree, LoadsATreeAsDeepAsDirectoriesAreAndTellsTheLineOfADeeperDN) {
     EXPECT_EQ(ErrorOf([&] { fixture.directory.FindEntry(path + "\\X"); }), errors::kNoSuchObject);
     for (const std::string deeper : {"ou=x,", "ou=a\\,b,"}) {
         DirectoryFixture too_deep("dn: o=S" + rest + "dn: " + deeper + dn + rest);
-        EXPECT_EQ(ErrorOf([&] { too_deep.directory.Entries(); }), errors::kDirectoryUnreadable);
-        EXPECT_EQ(too_deep.shell.LogLines().back(),
-                  " ERROR: " + too_deep.LdifPath() + ", line 5: A DN of more than 128 components");
+        const Error error = test::RaisedBy([&] { too_deep.directory.Entries(); });
+        EXPECT_EQ(error.number(), errors::kDirectoryUnreadable);
+        EXPECT_EQ(error.detail(), too_deep.LdifPath() + ", line 5: A DN of more than 128 components");
     }
 }
 

@@ -200,7 +200,7 @@ TEST(Options, AMissingOrUnwritableFileIsTold) {
     shell.options.WriteOptions();
     EXPECT_EQ(shell.ui.boxes.back().text,
               "Error 75 (Path/File access error) occurred during Options File Write.");
-    EXPECT_EQ(shell.ui.boxes.back().detail, shell.files.Path("Zorvel.ini") + ": Path/File access error");
+    EXPECT_EQ(shell.ui.boxes.back().detail, shell.files.Path("Zorvel.ini") + ": not an ordinary file");
     EXPECT_THAT(
         shell.LogLines(),
         testing::Contains(
