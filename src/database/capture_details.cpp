@@ -27,7 +27,9 @@ bool CaptureDetails::Open() {
         return true;
     } catch (...) {
         Error error = CurrentError();
-        if (error.detail().empty()) error = error.At(services_.files.Path(data_files::kCaptureDetails.name));
+        const std::string path = services_.files.Path(data_files::kCaptureDetails.name);
+        if (!error.detail().starts_with(path))
+            error = error.With(path + ": " + (error.detail().empty() ? error.description() : error.detail()));
         TellUnexpectedError(services_.ui, services_.log, error, "frmCaptureDetails");
         return false;
     }

@@ -162,7 +162,7 @@ TEST_F(Maintenance, LeavesADatasetAsItWasThatAnotherProgramUses) {
     EXPECT_EQ(dialog.Delete(), MaintenanceResult::kFailed);
     EXPECT_EQ(folder_.ui.boxes.back().text,
               "Error no. -2147467259 (database is locked) occurred in butDelete at Line 3");
-    EXPECT_THAT(folder_.ui.boxes.back().detail, HasSubstr("Zorvel_261116172805.MDB: File not found"));
+    EXPECT_THAT(folder_.ui.boxes.back().detail, HasSubstr("Zorvel_261116172805.MDB: database is locked"));
     EXPECT_TRUE(folder_.files.Exists(file_));
 }
 
