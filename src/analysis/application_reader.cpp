@@ -97,6 +97,8 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
     parse_.application_name = application.Name;
     signatures_ = {};
     associations_ = {};
+    held_streams_.fill(false);
+    logged_streams_ = 0;
     status_.StartApplication();
     inputs_.slots.Reset();
     inputs_.display.ShowCurrentApplication(Grouped(number), name_);
@@ -132,7 +134,7 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
     services_.log.WriteLog(
         Text({"Zorvelling Attributes for app #", std::to_string(number), ",'", path, "'..."}));
     for (const std::string& attribute : attributes) {
-        errors_.TryAt(kLine, full_name_ + ", " + attribute, [&] { ReadAttribute(attribute); });
+        errors_.TryAt(kLine, full_name_, attribute, [&] { ReadAttribute(attribute); });
     }
     ReadStreams();
     files_.WriteAppAssociations(full_name_, JoinValues(associations_.groups),
@@ -147,7 +149,7 @@ void ApplicationReader::ReadAttribute(const std::string& attribute) {
     status_.RefreshStatusCounts();
     services_.status.SetStatus('Y', Text({"Zorvelling attributes - ", attribute}));
     const std::string syntax = inputs_.directory.AttributeSyntax(entry_, attribute);
-    if (syntax == kStreamSyntax) return;
+    if (syntax == kStreamSyntax) return NoteStream(attribute);
     const bool acl = syntax == kAclSyntax;
     std::string value;
     if (!acl || find_ == nullptr) {
@@ -192,14 +194,32 @@ void ApplicationReader::ReadStreams() {
     double progress = 0;
     for (const StreamRow& stream : kStreamTable) {
         const auto read = [&] { go_on = ReadStream(stream); };
-        if (go_on) errors_.TryAt(kReadApplicationsStep, full_name_ + ", " + std::string(stream.label), read);
+        if (go_on) errors_.TryAt(kReadApplicationsStep, full_name_, stream.label, read);
         progress += kProgressStep;
         status_.SetStreamProgress(progress);
     }
 }
 
+// Marks a stream as one that the object holds.
+void ApplicationReader::NoteStream(std::string_view attribute) {
+    for (std::size_t row = 0; row < kStreamTable.size(); ++row)
+        held_streams_[row] = held_streams_[row] || EqualIgnoringCase(attribute, kStreamTable[row].attribute);
+}
+
+// Logs that a stream is read, unless that was done. Where the object holds no stream, nothing comes between
+// its line and the next: such lines are written at once.
+void ApplicationReader::LogStream(const StreamRow& stream) {
+    const auto row = static_cast<std::size_t>(&stream - kStreamTable.data());
+    if (row < logged_streams_) return;
+    std::vector<std::string> lines;
+    do {
+        lines.push_back(Text({"Zorvelling Stream '", kStreamTable[logged_streams_].label, "'..."}));
+    } while (!held_streams_[logged_streams_++] && logged_streams_ < kStreamTable.size());
+    services_.log.WriteLog(lines);
+}
+
 bool ApplicationReader::ReadStream(const StreamRow& stream) {
-    services_.log.WriteLog(Text({"Zorvelling Stream '", stream.label, "'..."}));
+    LogStream(stream);
     services_.status.SetStatus('Y', Text({"Querying eDirectory for '", name_, "' ", stream.label}));
     status_.RefreshStatusCounts();
     if (!OpenAndRead(stream, bytes_)) return true;

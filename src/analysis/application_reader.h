@@ -1,6 +1,8 @@
 // Reads one application of a run: its attributes, associations and streams, and the issues they raise.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
@@ -68,6 +70,8 @@ class ApplicationReader {
     void ReadAttribute(const std::string& attribute);
     void CheckAttribute(const std::string& attribute, std::string& value);
     void ReadStreams();
+    void NoteStream(std::string_view attribute);
+    void LogStream(const StreamRow& stream);
     // False when the rest of the application's streams is to be left alone.
     bool ReadStream(const StreamRow& stream);
     bool OpenAndRead(const StreamRow& stream, std::string& bytes);
@@ -98,8 +102,10 @@ class ApplicationReader {
     Entry entry_;
     AssociationLists associations_;
     SignatureSet signatures_;
-    std::string bytes_;  // of the stream at hand
-    std::string text_;   // of Text
+    std::array<bool, kStreamTable.size()> held_streams_{};
+    std::size_t logged_streams_ = 0;  // the first so many rows of the stream table
+    std::string bytes_;               // of the stream at hand
+    std::string text_;                // of Text
 
     std::string cut_stream_;
 };

@@ -31,15 +31,15 @@ class RunErrors {
         }
     }
 
-    // The same for a step at `place`, which the log names.
+    // The same for a step at `part` of `object`, which the log names.
     template <typename Operation>
-    bool TryAt(int line, const std::string& place, Operation operation) {
+    bool TryAt(int line, std::string_view object, std::string_view part, Operation operation) {
         return Try(line, [&] {
             try {
                 operation();
             } catch (const Error& error) {
                 if (EndsRun(error)) throw;
-                throw error.Within(place);
+                throw error.Within(std::string(object) + ", " + std::string(part));
             }
         });
     }

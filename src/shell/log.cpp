@@ -36,22 +36,38 @@ void Log::WriteWarning(std::string_view text) {
 
 void Log::WriteLog(std::string_view message) {
     if (!file_) return;
+    AddLine(message);
+    WriteLines();
+}
+
+void Log::WriteLog(std::span<const std::string> messages) {
+    if (!file_) return;
+    for (const std::string& message : messages)
+        AddLine(message);
+    WriteLines();
+}
+
+void Log::AddLine(std::string_view message) {
     const bool severe = BeginsIgnoringCase(message, "WARNING") || BeginsIgnoringCase(message, "ERROR");
     const DateTime now = clock_.Now();
     if (now != time_ || time_text_.empty()) {
         time_ = now;
         time_text_ = DateAndTime(now);
     }
-    line_ = time_text_;
-    line_ += severe ? " " : "    ";
-    line_ += message;
-    line_ += "\r\n";
+    lines_ += time_text_;
+    lines_ += severe ? " " : "    ";
+    lines_ += message;
+    lines_ += "\r\n";
+}
+
+void Log::WriteLines() {
     try {
-        file_->Write(line_);
+        file_->Write(lines_);
         file_->Flush();
     } catch (const OutputError&) {
         // The log tells of errors; its own would only hide the one that is being told.
     }
+    lines_.clear();
 }
 
 }  // namespace zorvel

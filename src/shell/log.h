@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,8 @@ class Log {
     // "WARNING" or "ERROR" in any case. Does nothing while the log is closed. The line is in the file when
     // this returns; lines that a full disk does not take follow when it takes them, as far as there are few.
     void WriteLog(std::string_view message);
+    // Appends a line for each of several messages of one moment, all at once.
+    void WriteLog(std::span<const std::string> messages);
     // Appends the detail of an error as an ERROR line, or a WARNING line, and tells on_detail of it.
     void WriteDetail(std::string_view detail);
     void WriteWarning(std::string_view text);
@@ -37,13 +40,16 @@ class Log {
     std::function<void(std::string_view)> on_detail;
 
   private:
+    void AddLine(std::string_view message);
+    void WriteLines();
+
     const Files& files_;
     const Clock& clock_;
     std::optional<FileLock> use_;  // tells other programs that the file is in use
     std::optional<OutputFile> file_;
     DateTime time_;  // of the last line, and its text: most lines share their second with the one before
     std::string time_text_;
-    std::string line_;  // the one that is being written
+    std::string lines_;  // those that are being written
 };
 
 }  // namespace zorvel
