@@ -29,6 +29,26 @@ InputFile Observed(InputFile file, CacheDigest& digest) {
     return file;
 }
 
+// A cache file that is being written, and its digest.
+class DigestedFile {
+  public:
+    explicit DigestedFile(OutputFile& file) : file_(file) {}
+
+    void Write(const std::string& text) {
+        file_.Write(text);
+        digest_.Add(text);
+    }
+    // Gives the digest of the whole.
+    std::string Close() {
+        file_.Close();
+        return digest_.Text();
+    }
+
+  private:
+    OutputFile& file_;
+    CacheDigest digest_;
+};
+
 // False for a text that a double quote or a line break would cut when it is read back.
 bool IsCarried(std::string_view text) {
     return text.find_first_of("\"\r\n") == std::string_view::npos;
@@ -129,37 +149,27 @@ TreeCacheWriter::TreeCacheWriter(const Files& files, std::string_view tree, cons
                  OutputFile::Kind::kProgramFile) {}
 
 void TreeCacheWriter::WriteTreeCache() {
-    CacheDigest digest;
-    const auto write = [&](const std::string& text) {
-        tree_cache_.file().Write(text);
-        digest.Add(text);
-    };
-    write(CacheHead(kTreeCacheHeading, today_, lists_.OUList.size()));
+    DigestedFile file(tree_cache_.file());
+    file.Write(CacheHead(kTreeCacheHeading, today_, lists_.OUList.size()));
     for (const OURecord& record : lists_.OUList) {
         if (unreadable_object_.empty() && !(IsCarried(record.Name) && IsCarried(record.Class)))
             unreadable_object_ = OneLine(record.Path);
-        write(PlainNumber(record.AppsHere) + ',' + Quoted(record.Path) + ',' + Quoted(record.Class) + ',' +
-              Quoted(record.Parent) + ',' + Quoted(record.Name) + ',' + PlainNumber(record.ChildCount) + ',' +
-              PlainNumber(record.ChildApps) + "\r\n");
+        file.Write(PlainNumber(record.AppsHere) + ',' + Quoted(record.Path) + ',' + Quoted(record.Class) +
+                   ',' + Quoted(record.Parent) + ',' + Quoted(record.Name) + ',' +
+                   PlainNumber(record.ChildCount) + ',' + PlainNumber(record.ChildApps) + "\r\n");
     }
-    tree_cache_.file().Close();
-    digests_.tree = digest.Text();
+    digests_.tree = file.Close();
 }
 
 void TreeCacheWriter::WriteAppCache() {
-    CacheDigest digest;
-    const auto write = [&](const std::string& text) {
-        app_cache_.file().Write(text);
-        digest.Add(text);
-    };
-    write(CacheHead(kAppCacheHeading, today_, lists_.AppList.size()));
+    DigestedFile file(app_cache_.file());
+    file.Write(CacheHead(kAppCacheHeading, today_, lists_.AppList.size()));
     for (const AppRecord& record : lists_.AppList) {
         if (unreadable_object_.empty() && !IsCarried(record.Name))
             unreadable_object_ = OneLine(std::string(record.Container) + '\\' + std::string(record.Name));
-        write(ApplicationLine(record));
+        file.Write(ApplicationLine(record));
     }
-    app_cache_.file().Close();
-    digests_.applications = digest.Text();
+    digests_.applications = file.Close();
 }
 
 void TreeCacheWriter::Replace(bool interrupted) {
