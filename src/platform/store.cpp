@@ -95,6 +95,13 @@ int Ask(void* ask) {
     return (*static_cast<const AskInterrupted*>(ask))() ? 1 : 0;
 }
 
+// Raises an error for a pipe or a device in the place of a database, which the engine would wait for.
+void RequireFile(const std::filesystem::path& path, const std::string& name) {
+    std::error_code ignored;
+    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    if (std::filesystem::is_other(status)) throw StoreError(name, "not an ordinary file");
+}
+
 int FlagsOf(Database::Access access) {
     switch (access) {
         case Database::Access::kSelect:
@@ -198,6 +205,7 @@ class Connection {
         : name_(std::move(name)),
           selects_only_(access == Database::Access::kSelect),
           db_(GuardedOpening(name_, [&] {
+              RequireFile(path, name_);
               if (access == Database::Access::kCreate) MakeForOwnerAlone(path);
               if (access == Database::Access::kReadOnly || access == Database::Access::kSelect)
                   UndoUnfinished(path);

@@ -300,6 +300,14 @@ TEST_F(Store, MakesFilesForTheirOwnerAlone) {
     }
 }
 
+TEST_F(Store, APipeInThePlaceOfADatabaseIsRefusedAtOnce) {
+    ASSERT_EQ(mkfifo(files_.Resolve(path_).c_str(), 0600), 0);
+    for (const auto access : {Database::Access::kSelect, Database::Access::kReadWrite}) {
+        const Error error = RaisedBy([&] { Database(files_.Resolve(path_), path_, access); });
+        EXPECT_EQ(error.detail(), path_ + ": not an ordinary file");
+    }
+}
+
 TEST_F(Store, CutsLongReasonsShort) {
     Database database = Create();
     const Error error = RaisedBy([&] { database.Execute("DELETE FROM " + std::string(100'000, 'x')); });
