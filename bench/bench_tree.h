@@ -40,8 +40,8 @@ struct Tree {
     SilentUserInterface ui;
     TreeLists lists;
     StatusLine status{ui, lists.counts};
-    Services services{shell.files,  clock,         ui,             shell.log,    status,
-                      shell.sounds, shell.options, shell.activity, shell.writers};
+    Services services{shell.files,   clock,          ui,           shell.log, status, shell.sounds,
+                      shell.options, shell.activity, shell.writers};
     MemoryDirectory directory{shell.files, shell.log};
     test::FakeOUViewDisplay display;
     OUViewLoader loader{services, directory, lists, display, 0};

@@ -496,10 +496,10 @@ TEST_F(Run, ANumberOptionThatHoldsNoneIsLeftOutAndToldOnce) {
         return testing::Field(&MessageBox::text,
                               StartsWith("The value " + std::string(value_and_option) + " is not a number"));
     };
-    EXPECT_THAT(shell_.ui.boxes,
-                ElementsAre(told("'1E999' of the option SlowINIFileThreshold"),
-                            told("'-1E999' of the option SlowTextFileThreshold"),
-                            told("'99999999999' of the option eDirThrottle"), testing::_ /* the offer to import */));
+    EXPECT_THAT(shell_.ui.boxes, ElementsAre(told("'1E999' of the option SlowINIFileThreshold"),
+                                             told("'-1E999' of the option SlowTextFileThreshold"),
+                                             told("'99999999999' of the option eDirThrottle"),
+                                             testing::_ /* the offer to import */));
 }
 
 TEST_F(Run, AFindRunSearchesTheStreamsAndReadsNoAssociations) {

@@ -201,10 +201,8 @@ TEST(Options, AMissingOrUnwritableFileIsTold) {
     EXPECT_EQ(shell.ui.boxes.back().text,
               "Error 75 (Path/File access error) occurred during Options File Write.");
     EXPECT_EQ(shell.ui.boxes.back().detail, shell.files.Path("Zorvel.ini") + ": not an ordinary file");
-    EXPECT_THAT(
-        shell.LogLines(),
-        testing::Contains(
-            " ERROR: Unexpected error # 75 (Path/File access error) occurred in Options File Write procedure"));
+    EXPECT_THAT(shell.LogLines(), testing::Contains(" ERROR: Unexpected error # 75 (Path/File access error) "
+                                                    "occurred in Options File Write procedure"));
 }
 
 TEST(Options, ANumberIsGivenAndAnythingElseToldOnceAValue) {
