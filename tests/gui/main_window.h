@@ -80,6 +80,8 @@ class MainWindowTest : public testing::Test {
     // What the user does with the next dialogs, in their order; a message box that finds none is answered
     // with its default button.
     void OnDialog(std::function<void(QDialog&)> action) { actions_.push_back(std::move(action)); }
+    // Drops what was to be done with dialogs that went before they were seen.
+    void ForgetActions() { actions_.clear(); }
     void Answer(QMessageBox::StandardButton button) {
         OnDialog([button](QDialog& dialog) {
             QTest::mouseClick(static_cast<QMessageBox&>(dialog).button(button), Qt::LeftButton);

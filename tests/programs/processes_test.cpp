@@ -39,7 +39,7 @@ class Programs : public testing::Test {
     std::string Log() const { return folder_.Read("Zorvel.log"); }
     // Waits until the log says `text`.
     void AwaitLog(const std::string& text) const {
-        constexpr int kPatience = 3000;
+        constexpr int kPatience = 15000;
         for (int i = 0; i < kPatience && Log().find(text) == std::string::npos; ++i)
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         ASSERT_THAT(Log(), HasSubstr(text));
