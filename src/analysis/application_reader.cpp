@@ -88,7 +88,10 @@ ApplicationReader::ApplicationReader(const RunInputs& inputs, RunFiles& files, R
              .error_wait = inputs.pace.after_parse_error,
              .application_name = {},
              .only_application = inputs.tree.counts.SelectedCount == 1,
-             .progress_share = kProgressStep} {}
+             .progress_share = kProgressStep} {
+    for (const StreamRow& stream : kStreamTable)
+        stream_lines_.push_back(Text({"Zorvelling Stream '", stream.label, "'..."}));
+}
 
 ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application, std::int32_t number) {
     constexpr int kLine = kReadApplicationsStep;
@@ -148,7 +151,7 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
 void ApplicationReader::ReadAttribute(const std::string& attribute) {
     status_.RefreshStatusCounts();
     services_.status.SetStatus('Y', Text({"Zorvelling attributes - ", attribute}));
-    const std::string syntax = inputs_.directory.AttributeSyntax(entry_, attribute);
+    const std::string_view syntax = inputs_.directory.AttributeSyntax(entry_, attribute);
     if (syntax == kStreamSyntax) return NoteStream(attribute);
     const bool acl = syntax == kAclSyntax;
     std::string value;
@@ -211,11 +214,10 @@ void ApplicationReader::NoteStream(std::string_view attribute) {
 void ApplicationReader::LogStream(const StreamRow& stream) {
     const auto row = static_cast<std::size_t>(&stream - kStreamTable.data());
     if (row < logged_streams_) return;
-    std::vector<std::string> lines;
-    do {
-        lines.push_back(Text({"Zorvelling Stream '", kStreamTable[logged_streams_].label, "'..."}));
-    } while (!held_streams_[logged_streams_++] && logged_streams_ < kStreamTable.size());
-    services_.log.WriteLog(lines);
+    const std::size_t first = logged_streams_;
+    while (!held_streams_[logged_streams_++] && logged_streams_ < kStreamTable.size()) {
+    }
+    services_.log.WriteLog(std::span(stream_lines_).subspan(first, logged_streams_ - first));
 }
 
 bool ApplicationReader::ReadStream(const StreamRow& stream) {

@@ -108,6 +108,7 @@ class ApplicationReader {
     std::string text_;                // of Text
 
     std::string cut_stream_;
+    std::vector<std::string> stream_lines_;  // what the log tells of each row of the stream table
 };
 
 }  // namespace zorvel

@@ -98,7 +98,7 @@ class Directory {
     // The names of the attributes the object holds, in directory order.
     virtual std::vector<std::string> AttributeNames(const Entry& entry) = 0;
     // The name of an attribute's syntax, one of those above.
-    virtual std::string AttributeSyntax(const Entry& entry, std::string_view attribute) = 0;
+    virtual std::string_view AttributeSyntax(const Entry& entry, std::string_view attribute) = 0;
     // The values of an attribute as texts, in directory order. Raises error 603 when there is none.
     virtual std::vector<std::string> AttributeValues(const Entry& entry, std::string_view attribute) = 0;
     // The full names of the objects that the values of an attribute name, in directory order; objects that do

@@ -313,12 +313,12 @@ std::vector<std::string> MemoryDirectory::AttributeNames(const Entry& entry) {
     return names;
 }
 
-std::string MemoryDirectory::AttributeSyntax(const Entry& entry, std::string_view attribute) {
+std::string_view MemoryDirectory::AttributeSyntax(const Entry& entry, std::string_view attribute) {
     CheckFaults();
     const MemoryTree& objects = *Locate(entry).tree->objects;
     const std::uint32_t number = objects.FindAttribute(attribute);
     const bool known = number != MemoryTree::kNoAttribute;
-    return std::string(SyntaxName(known ? objects.AttributeSyntax(number) : Syntax::kString));
+    return SyntaxName(known ? objects.AttributeSyntax(number) : Syntax::kString);
 }
 
 MemoryDirectory::HeldValues MemoryDirectory::ReadValues(const Entry& entry, std::string_view attribute) {

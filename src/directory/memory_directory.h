@@ -68,7 +68,7 @@ class MemoryDirectory final : public Directory {
 
     std::vector<std::string> AttributeNames(const Entry& entry) override;
     // An attribute that no object holds is a "String".
-    std::string AttributeSyntax(const Entry& entry, std::string_view attribute) override;
+    std::string_view AttributeSyntax(const Entry& entry, std::string_view attribute) override;
     std::vector<std::string> AttributeValues(const Entry& entry, std::string_view attribute) override;
     // Also of values that are paths or full names instead of DNs.
     std::vector<std::string> ReferencedNames(const Entry& entry, std::string_view attribute) override;

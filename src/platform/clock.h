@@ -23,8 +23,8 @@ class Clock {
     virtual DateTime Now() const = 0;
     // The local time of day in seconds since midnight, with fractions (0 to under 86400).
     virtual double Timer() const = 0;
-    // Seconds since some moment, in steps of some milliseconds: much cheaper to read, and good enough for the
-    // sum of many short times.
+    // Seconds since some moment, in steps of some milliseconds and without a midnight: much cheaper to read,
+    // for what is asked often.
     virtual double CoarseTimer() const { return Timer(); }
     // Waits `seconds`; 0 or less returns at once.
     virtual void Sleep(double seconds) = 0;

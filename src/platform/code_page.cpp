@@ -135,6 +135,11 @@ void MakeUpperCase(std::string& text) noexcept {
 }
 
 bool IsUpperCase(std::string_view text) noexcept {
+    // As above: most texts are upper-case ASCII, and these are told at once.
+    unsigned other = 0;
+    for (const char character : text)
+        other |= static_cast<unsigned>((character >= 'a' && character <= 'z') || !IsAscii(character));
+    if (other == 0) return true;
     return std::all_of(text.begin(), text.end(),
                        [](char character) { return UpperChar(character) == character; });
 }

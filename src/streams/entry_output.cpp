@@ -8,7 +8,11 @@ namespace zorvel {
 
 EntryOutput::EntryOutput(ParseContext& context, OutputFile& rows, std::string_view full_name,
                          std::int32_t& signature_total)
-    : context_(context), rows_(rows), full_name_(full_name), signature_total_(signature_total) {}
+    : context_(context),
+      rows_(rows),
+      full_name_(full_name),
+      name_line_(OneFieldLine(full_name) + "\r\n"),
+      signature_total_(signature_total) {}
 
 void EntryOutput::Issue(std::string_view entry_type, std::string_view target, std::string_view source,
                         std::string_view code) {
@@ -18,7 +22,7 @@ void EntryOutput::Issue(std::string_view entry_type, std::string_view target, st
 }
 
 void EntryOutput::Row(std::initializer_list<std::string_view> fields) {
-    WriteFieldLine(rows_, full_name_);
+    rows_.Write(name_line_);
     RowWithoutName(fields);
 }
 

@@ -45,6 +45,7 @@ class EntryOutput {
     ParseContext& context_;
     OutputFile& rows_;
     std::string_view full_name_;
+    std::string name_line_;  // the line that begins each row
     std::int32_t& signature_total_;
     std::string joined_;
 };

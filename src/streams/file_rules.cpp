@@ -32,14 +32,33 @@ struct FolderPart {
     std::uint64_t pairs = 0;
 };
 
+// A text that is compared as a whole. Its length and first characters in one number tell nearly all others
+// apart.
+struct WholeText {
+    constexpr WholeText() = default;
+    constexpr WholeText(const char* whole) : WholeText(std::string_view(whole)) {}
+    constexpr WholeText(std::string_view whole) : text(whole), key(whole.size()) {
+        for (const char character : whole.substr(0, 7))
+            key = key << 8U | static_cast<unsigned char>(character);
+    }
+    constexpr bool operator==(const WholeText& other) const {
+        return key == other.key && (text.size() <= 7 || text == other.text);
+    }
+
+    std::string_view text;
+    std::uint64_t key = 0;
+};
+
 // A target path in upper case, taken apart.
 struct FileTarget {
-    std::string_view folder;     // what precedes the last "\"
-    std::string_view name;       // what follows it, or all
-    std::string_view extension;  // of the name, without its "."; empty when the only "." begins the name
+    std::string_view folder;    // what precedes the last "\"
+    WholeText whole_name;       // what follows it, or all
+    WholeText whole_extension;  // of the name, without its "."; empty when the only "." begins the name
     std::string_view mode;
     const std::vector<std::string>& custom_names;
     std::uint64_t folder_pairs = PairsOf(folder);
+    std::string_view name = whole_name.text;
+    std::string_view extension = whole_extension.text;
 
     bool FolderContains(const FolderPart& part) const {
         return (part.pairs & ~folder_pairs) == 0 && folder.find(part.text) != std::string_view::npos;
@@ -50,14 +69,18 @@ struct FileTarget {
     }
 };
 
-// A file rule holds when the folder contains one of `folder_parts` (if there are any) and `condition` holds
-// (if any).
+// A file rule holds when the target has `name` and `extension` (those that are given), when its folder
+// contains one of `folder_parts` (if there are any), and when `condition` holds (if any).
 struct FileRule {
     std::string_view code;
-    std::array<FolderPart, 3> folder_parts;
+    WholeText name = {};
+    WholeText extension = {};
+    std::array<FolderPart, 3> folder_parts = {};
     bool (*condition)(const FileTarget& file) = nullptr;
 
     bool Holds(const FileTarget& file) const {
+        if (extension.key != 0 && extension != file.whole_extension) return false;
+        if (name.key != 0 && name != file.whole_name) return false;
         if (condition != nullptr && !condition(file)) return false;
         return folder_parts.front().text.empty() ||
                std::any_of(folder_parts.begin(), folder_parts.end(), [&file](const FolderPart& part) {
@@ -94,71 +117,70 @@ constexpr std::string_view kBackupExtensions = "BAK|BK$|BK!|B~K|BK0|BK1|BK2|BK3|
 
 // Tried from the first; the first that holds gives the answer.
 constexpr std::array kFileRules = {
-    FileRule{"FILEOLD", {}, [](const FileTarget& file) { return file.extension == "OLD"; }},
-    FileRule{"FILECOMP", {}, [](const FileTarget& file) { return file.name.ends_with('_'); }},
-    FileRule{"FILESYSDLLFLAG",
-             {R"(\WINDOWS\SYSTEM)", "WINSYSDIR", R"(\WINNT\SYSTEM)"},
-             [](const FileTarget& file) {
-                 return file.extension == "DLL" &&
-                        kOverwritingModes.find(file.mode) != std::string_view::npos;
-             }},
-    FileRule{"FILEPREFETCH", {"PREFETCH"}, [](const FileTarget& file) { return file.extension == "PF"; }},
-    FileRule{"FILETEMP",
-             {},
-             [](const FileTarget& file) {
-                 return (file.extension.size() == 3 && file.name.starts_with('~')) ||
-                        file.ExtensionIn(kTemporaryExtensions);
-             }},
-    FileRule{"FILEVIRUSDEFS", {"VIRUSDEFS"}, [](const FileTarget& file) { return file.name == "USAGE.DAT"; }},
-    FileRule{"FILEICONCACHE", {"ICONCACHE.DB"}},
-    FileRule{"FILETEMPIF", {"TEMPORARY INTERNET FILES"}},
-    FileRule{"FILELOCALTEMP", {R"(LOCAL SETTINGS\TEMP)"}},
-    FileRule{"FILEIEHIST", {"HISTORY.IE5"}},
-    FileRule{"FILEIECONT", {"CONTENT.IE5"}},
-    FileRule{"FILEPWL", {}, [](const FileTarget& file) { return file.extension == "PWL"; }},
-    FileRule{"FILEPERFMON",
-             {},
-             [](const FileTarget& file) { return file.extension == "PML" || file.extension == "PMA"; }},
-    FileRule{"FILENAVQ", {}, [](const FileTarget& file) { return file.extension == "VBN"; }},
-    FileRule{"FILEEXCELAR", {}, [](const FileTarget& file) { return file.extension == "XAR"; }},
-    FileRule{"FILEPDOWN",
-             {},
-             [](const FileTarget& file) {
-                 return (file.extension == "DAT" && file.name.starts_with("DOWNLOAD")) ||
-                        file.extension == "TORRENT" || file.extension == "REALDOWNLOAD" ||
-                        file.extension == "__INCOMPLETE__" || file.extension == "PART";
-             }},
-    FileRule{"FILEBAK", {}, [](const FileTarget& file) { return file.ExtensionIn(kBackupExtensions); }},
-    FileRule{"FILEPART",
-             {},
-             [](const FileTarget& file) { return file.extension == "PAR" && file.name.starts_with("386"); }},
-    FileRule{"FILEDA0", {}, [](const FileTarget& file) { return file.extension == "DA0"; }},
-    FileRule{"FILEUSRCLASS",
-             {},
-             [](const FileTarget& file) {
-                 return file.name == "USRCLASS.DAT" || file.name == "USRCLASS.DAT.LOG";
-             }},
-    FileRule{"FILENTUSER", {}, [](const FileTarget& file) { return file.name == "NTUSER.DAT"; }},
-    FileRule{"FILEPAGEFILE", {}, [](const FileTarget& file) { return file.name == "PAGEFILE.SYS"; }},
-    FileRule{"FILESWAP", {}, [](const FileTarget& file) { return file.extension == "SWP"; }},
-    FileRule{"FILEDUMP",
-             {},
-             [](const FileTarget& file) {
-                 return file.extension == "DMP" &&
-                        (file.name.starts_with("MEMORY") || file.name.starts_with("MINI"));
-             }},
-    FileRule{"FILEDELIS", {}, [](const FileTarget& file) { return file.name == "_DELIS32.INI"; }},
-    FileRule{"FILEUNINST", {}, [](const FileTarget& file) { return file.name == "ISUNINST.EXE"; }},
-    FileRule{"FILEUNWISE", {}, [](const FileTarget& file) { return file.name == "UNWISE.EXE"; }},
-    FileRule{"FILESCHEDLOG", {}, [](const FileTarget& file) { return file.name == "SCHEDLGU.TXT"; }},
-    FileRule{"FILECONFIGMSI", {"CONFIG.MSI"}},
-    FileRule{"FILEDLLCACHE", {"DLLCACHE"}},
-    FileRule{
-        "FILEPERFDATA", {}, [](const FileTarget& file) { return file.name.starts_with("PERFLIB_PERFDATA"); }},
-    FileRule{"FILEWINTEMP", {R"(\WINNT\TEMP)", R"(\WINDOWS\TEMP)"}},
-    FileRule{
-        "FILEMACROSYTAX", {}, [](const FileTarget& file) { return HasMacroWithoutAsterisk(file.folder); }},
-    FileRule{"FILECUSTOM", {}, IsCustomName},
+    FileRule{.code = "FILEOLD", .extension = "OLD"},
+    FileRule{.code = "FILECOMP",
+             .condition = [](const FileTarget& file) { return file.name.ends_with('_'); }},
+    FileRule{.code = "FILESYSDLLFLAG",
+             .extension = "DLL",
+             .folder_parts = {R"(\WINDOWS\SYSTEM)", "WINSYSDIR", R"(\WINNT\SYSTEM)"},
+             .condition =
+                 [](const FileTarget& file) {
+                     return kOverwritingModes.find(file.mode) != std::string_view::npos;
+                 }},
+    FileRule{.code = "FILEPREFETCH", .extension = "PF", .folder_parts = {"PREFETCH"}},
+    FileRule{.code = "FILETEMP",
+             .condition =
+                 [](const FileTarget& file) {
+                     return (file.extension.size() == 3 && file.name.starts_with('~')) ||
+                            file.ExtensionIn(kTemporaryExtensions);
+                 }},
+    FileRule{.code = "FILEVIRUSDEFS", .name = "USAGE.DAT", .folder_parts = {"VIRUSDEFS"}},
+    FileRule{.code = "FILEICONCACHE", .folder_parts = {"ICONCACHE.DB"}},
+    FileRule{.code = "FILETEMPIF", .folder_parts = {"TEMPORARY INTERNET FILES"}},
+    FileRule{.code = "FILELOCALTEMP", .folder_parts = {R"(LOCAL SETTINGS\TEMP)"}},
+    FileRule{.code = "FILEIEHIST", .folder_parts = {"HISTORY.IE5"}},
+    FileRule{.code = "FILEIECONT", .folder_parts = {"CONTENT.IE5"}},
+    FileRule{.code = "FILEPWL", .extension = "PWL"},
+    FileRule{.code = "FILEPERFMON", .extension = "PML"},
+    FileRule{.code = "FILEPERFMON", .extension = "PMA"},
+    FileRule{.code = "FILENAVQ", .extension = "VBN"},
+    FileRule{.code = "FILEEXCELAR", .extension = "XAR"},
+    FileRule{.code = "FILEPDOWN",
+             .extension = "DAT",
+             .condition = [](const FileTarget& file) { return file.name.starts_with("DOWNLOAD"); }},
+    FileRule{.code = "FILEPDOWN", .extension = "TORRENT"},
+    FileRule{.code = "FILEPDOWN", .extension = "REALDOWNLOAD"},
+    FileRule{.code = "FILEPDOWN", .extension = "__INCOMPLETE__"},
+    FileRule{.code = "FILEPDOWN", .extension = "PART"},
+    FileRule{.code = "FILEBAK",
+             .condition = [](const FileTarget& file) { return file.ExtensionIn(kBackupExtensions); }},
+    FileRule{.code = "FILEPART",
+             .extension = "PAR",
+             .condition = [](const FileTarget& file) { return file.name.starts_with("386"); }},
+    FileRule{.code = "FILEDA0", .extension = "DA0"},
+    FileRule{.code = "FILEUSRCLASS", .name = "USRCLASS.DAT"},
+    FileRule{.code = "FILEUSRCLASS", .name = "USRCLASS.DAT.LOG"},
+    FileRule{.code = "FILENTUSER", .name = "NTUSER.DAT"},
+    FileRule{.code = "FILEPAGEFILE", .name = "PAGEFILE.SYS"},
+    FileRule{.code = "FILESWAP", .extension = "SWP"},
+    FileRule{.code = "FILEDUMP",
+             .extension = "DMP",
+             .condition =
+                 [](const FileTarget& file) {
+                     return file.name.starts_with("MEMORY") || file.name.starts_with("MINI");
+                 }},
+    FileRule{.code = "FILEDELIS", .name = "_DELIS32.INI"},
+    FileRule{.code = "FILEUNINST", .name = "ISUNINST.EXE"},
+    FileRule{.code = "FILEUNWISE", .name = "UNWISE.EXE"},
+    FileRule{.code = "FILESCHEDLOG", .name = "SCHEDLGU.TXT"},
+    FileRule{.code = "FILECONFIGMSI", .folder_parts = {"CONFIG.MSI"}},
+    FileRule{.code = "FILEDLLCACHE", .folder_parts = {"DLLCACHE"}},
+    FileRule{.code = "FILEPERFDATA",
+             .condition = [](const FileTarget& file) { return file.name.starts_with("PERFLIB_PERFDATA"); }},
+    FileRule{.code = "FILEWINTEMP", .folder_parts = {R"(\WINNT\TEMP)", R"(\WINDOWS\TEMP)"}},
+    FileRule{.code = "FILEMACROSYTAX",
+             .condition = [](const FileTarget& file) { return HasMacroWithoutAsterisk(file.folder); }},
+    FileRule{.code = "FILECUSTOM", .condition = IsCustomName},
 };
 
 std::string_view ExtensionOf(std::string_view name) {
@@ -188,8 +210,9 @@ std::string_view FileValid(std::string_view target, std::string_view mode_text,
 std::vector<std::string_view> AllFileIssueCodes() {
     std::vector<std::string_view> codes;
     codes.reserve(kFileRules.size());
-    for (const FileRule& rule : kFileRules)
-        codes.push_back(rule.code);
+    for (const FileRule& rule : kFileRules) {
+        if (codes.empty() || codes.back() != rule.code) codes.push_back(rule.code);
+    }
     return codes;
 }
 

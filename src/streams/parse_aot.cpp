@@ -61,7 +61,7 @@ class StreamParser {
     EntryOutput output_;
     StreamFailure failure_;
     ParsePlace place_;
-    double last_update_ = 0;               // on the clock's Timer
+    double last_update_ = 0;               // on the clock's CoarseTimer
     double next_events_ = kEventInterval;  // seconds after last_update_
     double first_progress_ = 0;            // the progress bar on entry
 };
@@ -81,7 +81,7 @@ ParseResult StreamParser::Parse() {
         return ParseResult::kRejected;
     }
     first_progress_ = context_.progress.StreamProgress();
-    last_update_ = services_.clock.Timer();
+    last_update_ = services_.clock.CoarseTimer();
     place_.position = kStreamSignature.size() + 1;
 
     bool records_left = place_.position <= stream_.size();
@@ -127,7 +127,7 @@ void StreamParser::NoteInterruption(bool records_left) {
 }
 
 void StreamParser::UpdateDisplays() {
-    const double since_update = SecondsSince(services_.clock, last_update_);
+    const double since_update = services_.clock.CoarseTimer() - last_update_;
     if (since_update < next_events_) return;
     services_.ui.ProcessEvents();
     next_events_ = since_update + kEventInterval;
@@ -140,7 +140,7 @@ void StreamParser::UpdateDisplays() {
     const double progress = first_progress_ + context_.progress_share * fraction;
     context_.progress.SetStreamProgress(progress);
     if (context_.only_application) context_.progress.SetOverallProgress(progress);
-    last_update_ = services_.clock.Timer();
+    last_update_ = services_.clock.CoarseTimer();
     next_events_ = kEventInterval;
 }
 

@@ -211,7 +211,7 @@ TEST(BundledSchema, NamesTheAttributesOfApplications) {
     std::string all;
     const Entry entry = fixture.directory.LookUp("x.S");
     for (const std::string& name : fixture.directory.AttributeNames(entry)) {
-        all += name + "/" + fixture.directory.AttributeSyntax(entry, name) + "\n";
+        all += name + "/" + std::string(fixture.directory.AttributeSyntax(entry, name)) + "\n";
     }
     EXPECT_EQ(
         all,

@@ -22,13 +22,17 @@ class FakeClock final : public Clock {
     mutable double timer = 17 * 3600 + 28 * 60 + 5;
     double tick = 0;
     double slept = 0;
+    int days = 0;  // midnights since it began
 
     DateTime Now() const override { return now; }
     double Timer() const override { return timer += tick; }
+    double CoarseTimer() const override { return days * 86400 + Timer(); }
     void Sleep(double seconds) override {
         slept += seconds;
         timer += seconds;
-        if (timer >= 86400) timer -= 86400;
+        if (timer < 86400) return;
+        timer -= 86400;
+        ++days;
     }
 };
 
