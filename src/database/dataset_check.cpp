@@ -11,6 +11,7 @@
 #include "database/set_aside.h"
 #include "platform/code_page.h"
 #include "platform/error.h"
+#include "platform/new_file.h"
 #include "platform/store.h"
 #include "shell/formats.h"
 
@@ -26,16 +27,19 @@ struct Leftover {
     const char* what;
 };
 constexpr const char* kJournal = "journal";
+constexpr const char* kTemporaryFile = "temporary file";
 constexpr std::array<Leftover, 7> kLeftovers = {{{".partial", "unfinished copy"},
                                                  {"_New.mdb", "unfinished compaction"},
                                                  {"-journal", kJournal},
                                                  {"-wal", kJournal},
                                                  {"-shm", kJournal},
-                                                 {".new", "temporary file"},
-                                                 {".tmp", "temporary file"}}};
+                                                 {kNewFileEnd, kTemporaryFile},
+                                                 {".tmp", kTemporaryFile}}};
 
+// The path text of a file of Databases, or of one elsewhere in the program folder, whose name has a folder.
 std::string PathOf(const Files& files, std::string_view name) {
-    return files.Path("Databases\\" + std::string(name));
+    const bool elsewhere = name.find('\\') != std::string_view::npos;
+    return files.Path(elsewhere ? name : "Databases\\" + std::string(name));
 }
 
 Database OpenForReading(const Files& files, const std::string& path) {
@@ -112,6 +116,10 @@ class DatasetChecker {
                 if (EndsIgnoringCase(name, leftover.end))
                     Add(leftover.what, name, "", DatasetRepair::kRemoveFile);
             }
+        }
+        for (const char* folder : {".\\", "TempData\\"}) {
+            for (const std::string& name : files_.List(files_.Path(folder), "", kNewFileEnd))
+                Add(kTemporaryFile, folder + name, "", DatasetRepair::kRemoveFile);
         }
         return std::move(faults_);
     }

@@ -20,7 +20,7 @@ enum class DatasetRepair {
 
 struct DatasetFault {
     std::string what;     // the kind of fault
-    std::string file;     // its name in Databases
+    std::string file;     // its name in Databases, or its path in the program folder
     std::string details;  // empty when there is no more to say
     DatasetRepair repair = DatasetRepair::kNone;
 };

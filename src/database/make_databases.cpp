@@ -6,6 +6,7 @@
 #include "platform/code_page.h"
 #include "platform/error.h"
 #include "platform/input_file.h"
+#include "platform/new_file.h"
 #include "platform/store.h"
 
 namespace zorvel {
@@ -18,10 +19,10 @@ void MoveTo(const fs::path& from, const fs::path& to) {
     if (error) throw FileError(error.value(), to.string());
 }
 
-// `path` + ".new", where a file is made before it takes the place of `path`.
+// `path` + kNewFileEnd, where a file is made before it takes the place of `path`.
 fs::path NewBeside(const fs::path& path) {
     fs::path made = path;
-    made += ".new";
+    made += kNewFileEnd;
     std::error_code ignored;
     fs::remove(made, ignored);
     return made;

@@ -40,7 +40,7 @@ fs::path SecretNameBeside(const fs::path& path) {
 
 fs::path NameBeside(fs::path path, OutputFile::Kind kind) {
     if (kind == OutputFile::Kind::kUserFile) return SecretNameBeside(path);
-    return path += ".new";
+    return path += kNewFileEnd;
 }
 
 // The permissions of the file that is to be replaced; none when there is no such file.

@@ -65,21 +65,26 @@ TEST_F(DatasetCheck, BringsCatalogueAndFilesTogether) {
     List(14);
     for (const char* name : {"Zorvel_1.MDB.partial", "Zorvel_1.MDB_New.mdb", "Zorvel_1.MDB-journal", "x.new"})
         folder_.folder.Write(std::string("Databases/") + name, "left behind");
+    for (const char* name : {"Zorvel.ini.new", "TempData/T1.AppCache.new"})
+        folder_.folder.Write(name, "left behind");
     const std::vector<std::string> before = Files();
-    EXPECT_THAT(Faults(),
-                ElementsAre("dataset without a row|Zorvel_261111080000.MDB|",
-                            "dataset without a row|Zorvel_261112080000.MDB|",
-                            "dataset without a row|Zorvel_261113080000.MDB|import not completed",
-                            "row without a file|Zorvel_261114080000.MDB|", "journal|Zorvel_1.MDB-journal|",
-                            "unfinished copy|Zorvel_1.MDB.partial|",
-                            "unfinished compaction|Zorvel_1.MDB_New.mdb|", "temporary file|x.new|"));
+    EXPECT_THAT(
+        Faults(),
+        ElementsAre("dataset without a row|Zorvel_261111080000.MDB|",
+                    "dataset without a row|Zorvel_261112080000.MDB|",
+                    "dataset without a row|Zorvel_261113080000.MDB|import not completed",
+                    "row without a file|Zorvel_261114080000.MDB|", "journal|Zorvel_1.MDB-journal|",
+                    "unfinished copy|Zorvel_1.MDB.partial|", "unfinished compaction|Zorvel_1.MDB_New.mdb|",
+                    "temporary file|x.new|", R"(temporary file|.\Zorvel.ini.new|)",
+                    R"(temporary file|TempData\T1.AppCache.new|)"));
     EXPECT_EQ(Files(), before);
     EXPECT_THAT(
         Repair(),
         ElementsAre("enter 'Zorvel_261111080000.MDB' in the catalogue",
                     "enter 'Zorvel_261112080000.MDB' in the catalogue", "delete 'Zorvel_261113080000.MDB'",
                     "remove 'Zorvel_261114080000.MDB' from the catalogue", "delete 'Zorvel_1.MDB-journal'",
-                    "delete 'Zorvel_1.MDB.partial'", "delete 'Zorvel_1.MDB_New.mdb'", "delete 'x.new'"));
+                    "delete 'Zorvel_1.MDB.partial'", "delete 'Zorvel_1.MDB_New.mdb'", "delete 'x.new'",
+                    R"(delete '.\Zorvel.ini.new')", R"(delete 'TempData\T1.AppCache.new')"));
     EXPECT_THAT(Faults(), IsEmpty());
     EXPECT_THAT(Files(), ElementsAre("ZorvelMaster.mdb", Name(11), Name(12)));
     EXPECT_THAT(
