@@ -21,7 +21,8 @@ const std::vector<std::string> kKinds = {"kill", "fail", "full"};
 
 struct Settings {
     std::vector<std::string> operations;  // all when empty
-    std::string tree;                     // an LDIF export; made-up ones when empty
+    std::vector<std::string> kinds = kKinds;
+    std::string tree;  // an LDIF export; made-up ones when empty
     long every = 1;
     long random = 0;  // so many of each operation and kind, at random; all when 0
     int pairs = 0;
@@ -50,7 +51,7 @@ class Faults {
         const std::vector<Reference> references = References();
         std::vector<Work> work;
         for (const Reference& reference : references) {
-            for (const std::string& kind : kKinds)
+            for (const std::string& kind : settings_.kinds)
                 Plan(reference, kind, work);
         }
         std::vector<std::thread> threads;
@@ -149,9 +150,11 @@ class Faults {
 
 int main(int count, char* arguments[]) {
     zorvel::test::Settings settings;
+    const std::vector<std::string> kinds = settings.kinds;
     settings.jobs = std::max(1U, std::thread::hardware_concurrency());
     CLI::App app("Tries faults, kills and second programs on program folders");
     app.add_option("--operation", settings.operations, "Only these operations");
+    app.add_option("--fault", settings.kinds, "Only these faults")->check(CLI::IsMember(kinds));
     app.add_option("--tree", settings.tree, "The tree that is read first, an LDIF export");
     app.add_option("--every", settings.every, "Only each so manieth call");
     app.add_option("--random", settings.random, "Only so many calls of each operation and fault");
