@@ -67,6 +67,21 @@ class Trial {
                "half a PDF");
     }
 
+    // What was whole before and is meant to stay can be had again without the run that was imported.
+    void CheckRepair() {
+        if (reference_.before.datasets.empty()) return;
+        const std::string name = folder_.path().filename().string() + ".repaired";
+        const AuditFolder repaired(folder_.path().parent_path(), name, folder_);
+        repaired.Run(kRepair);
+        const FolderState state = repaired.State();
+        for (const auto& [dataset, digest] : reference_.before.datasets) {
+            if (!reference_.after.datasets.contains(dataset)) continue;
+            const auto found = state.datasets.find(dataset);
+            Expect(found != state.datasets.end() && found->second != kNotCompleted,
+                   dataset + " is lost for good");
+        }
+    }
+
     void CheckNextSteps() {
         const Outcome imported = folder_.Run(kImport);
         const bool must_succeed = reference_.has_run && !reference_.operation.analyses;
@@ -161,6 +176,7 @@ void CheckFolder(const Reference& reference, const AuditFolder& folder, std::vec
     try {
         Trial trial(reference, folder, faults);
         trial.CheckLeftOvers();
+        trial.CheckRepair();
         trial.CheckNextSteps();
     } catch (const std::exception& error) {
         faults.emplace_back(error.what());
