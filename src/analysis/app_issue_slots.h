@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "issues/issue_catalogue.h"
+
 namespace zorvel {
 
 // The slots by what they flag; further slots are free.
@@ -28,10 +30,11 @@ struct AppIssueSlots {
 
     // Gives the slots their codes, at start-up.
     void Fill() {
-        constexpr std::array<std::string_view, 6> kCodes = {
-            "APPNODESC", "APPNOADMIN", "APPNOASSOC", "APPCOMPLEXINI", "APPCOMPLEXTEXT", "APPCOMPLEXREG"};
-        for (std::size_t i = 0; i < kCodes.size(); ++i)
-            slots[i].code = kCodes[i];
+        constexpr std::array<Issue, 6> kIssues = {Issue::kNoDescription, Issue::kNoAdminNotes,
+                                                  Issue::kNoAssociations, Issue::kComplexIni,
+                                                  Issue::kComplexText,   Issue::kComplexRegistry};
+        for (std::size_t i = 0; i < kIssues.size(); ++i)
+            slots[i].code = CodeOf(kIssues[i]);
     }
     void Set(AppIssue issue, bool on) { slots[static_cast<std::size_t>(issue)].on = on; }
     // The state in which every application begins: what it lacks is taken for missing until it is found.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "analysis/attribute_text.h"
+#include "issues/issue_catalogue.h"
 #include "platform/code_page.h"
 #include "shell/formats.h"
 #include "streams/parse_aot.h"
@@ -119,7 +120,7 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
     });
     if (!named) return Outcome::kFailed;
     if (services_.options.session.AppNamesWithSpacesIllegal && name_.find(' ') != std::string_view::npos) {
-        AddIssue(kApplicationEntry, "", "INVALIDAN");
+        AddIssue(kApplicationEntry, "", CodeOf(Issue::kInvalidName));
     }
     try {
         entry_ = directory.LookUp(path);
@@ -175,7 +176,7 @@ void ApplicationReader::CheckAttribute(const std::string& attribute, std::string
     if (path || is("APP:WORKING DIRECTORY")) {
         const std::int32_t signature = ConvertToSig(value);
         if (CheckMacroReplacements(value)) {
-            AddIssue(path ? "Path to Executable" : "Working Directory", value, kPortableIssue);
+            AddIssue(path ? "Path to Executable" : "Working Directory", value, CodeOf(Issue::kFilePortable));
         }
         signatures_.Add(Signature::kApplication, signature);
     } else if (is("APP:PARAMETERS")) {
@@ -187,7 +188,7 @@ void ApplicationReader::CheckAttribute(const std::string& attribute, std::string
     } else if (is("APP:ICON ORDER")) {
         const double order = NumericValue(value);
         if (order < kLowestIconOrder || order > kHighestIconOrder)
-            AddIssue(kApplicationEntry, "", "INVALIDRO");
+            AddIssue(kApplicationEntry, "", CodeOf(Issue::kInvalidRunOrder));
     }
 }
 

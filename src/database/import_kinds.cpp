@@ -1,5 +1,7 @@
 #include "database/import_kinds.h"
 
+#include "issues/issue_catalogue.h"
+
 namespace zorvel {
 namespace {
 
@@ -30,7 +32,7 @@ constexpr std::array<ValueRule, 3> kAssociationValues = {{{kEscaped}, {kEscaped}
 
 // What a run writes of an application even when it is then not found: an issue of its name alone.
 bool IsIssueOfAName(const std::vector<std::string>& record) {
-    return record[4] == "INVALIDAN";
+    return record[4] == CodeOf(Issue::kInvalidName);
 }
 
 constexpr std::array<ImportKind, 8> kKinds = {{

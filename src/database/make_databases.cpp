@@ -1,8 +1,10 @@
 #include "database/make_databases.h"
 
+#include <array>
 #include <string>
 #include <system_error>
 
+#include "issues/issue_catalogue.h"
 #include "platform/code_page.h"
 #include "platform/error.h"
 #include "platform/input_file.h"
@@ -28,6 +30,16 @@ fs::path NewBeside(const fs::path& path) {
     return made;
 }
 
+// Fills the table of what each issue means.
+void AddIssues(Database& dataset) {
+    dataset.Begin();
+    Command insert = dataset.Prepare("INSERT INTO Zorvel_Resolutions VALUES (?1, ?2, ?3)");
+    for (const IssueDescription& issue : IssueCatalogue())
+        insert.Execute(
+            std::array{std::string(issue.code), std::string(issue.short_text), std::string(issue.remedy)});
+    dataset.Complete();
+}
+
 }  // namespace
 
 void MakeDatabases(const fs::path& schema, const fs::path& template_file, const fs::path& master_file) {
@@ -39,6 +51,7 @@ void MakeDatabases(const fs::path& schema, const fs::path& template_file, const 
         const Database master(new_master, master_file.string(), Database::Access::kCreate);
         dataset.Prepare("ATTACH ?1 AS Master").Execute(std::array{FromUtf8(new_master.string())});
         dataset.ExecuteScript(script);
+        AddIssues(dataset);
     }
     if (fs::exists(master_file)) {
         fs::remove(new_master);

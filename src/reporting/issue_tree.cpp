@@ -4,57 +4,21 @@
 #include <array>
 #include <utility>
 
+#include "issues/issue_catalogue.h"
 #include "platform/code_page.h"
 
 namespace zorvel {
-namespace {
-
-struct Category {
-    std::string_view key;
-    std::string_view text;
-};
-
-enum CategoryNumber : std::size_t {
-    kComplexity,
-    kBestPractices,
-    kMiscellaneous,
-    kFileRelated,
-    kRegistryRelated,
-    kMacroRelated
-};
-
-constexpr std::array<Category, 6> kCategories{{
-    {"AC", "Application Complexity"},
-    {"BP", "Best Practices"},
-    {"MISC", "Miscellaneous Issues"},
-    {"FRI", "File Related Issues"},
-    {"RRI", "Registry Related Issues"},
-    {"MRI", "Macro Related Issues"},
-}};
-
-CategoryNumber CategoryOf(std::string_view code) {
-    if (code.starts_with("APPCOMPLEX")) return kComplexity;
-    if (code == "APPNOASSOC") return kMiscellaneous;
-    if (code.starts_with("APPNO") || code == "INVALIDAN") return kBestPractices;
-    if (code.starts_with("FILE")) return kFileRelated;
-    if (code.starts_with("MACRO")) return kMacroRelated;
-    if (code.starts_with("REGISTRY")) return kRegistryRelated;
-    return kMiscellaneous;
-}
-
-}  // namespace
-
 void IssueTree::Fill(const std::vector<Resolution>& resolutions) {
     // Each with its text as it is sorted.
-    std::array<std::vector<std::pair<std::string, const Resolution*>>, kCategories.size()> issues;
+    std::array<std::vector<std::pair<std::string, const Resolution*>>, kIssueCategories.size()> issues;
     for (const Resolution& resolution : resolutions)
-        issues.at(CategoryOf(resolution.IssueCode))
+        issues.at(static_cast<std::size_t>(CategoryOf(resolution.IssueCode)))
             .emplace_back(UpperCase(resolution.IssueShortDesc), &resolution);
     nodes_.clear();
-    for (std::size_t i = 0; i < kCategories.size(); ++i) {
+    for (std::size_t i = 0; i < kIssueCategories.size(); ++i) {
         const std::size_t number = nodes_.size();
-        nodes_.push_back(
-            {std::string(kCategories.at(i).key), std::string(kCategories.at(i).text), number, true, true});
+        nodes_.push_back({std::string(kIssueCategories.at(i).key), std::string(kIssueCategories.at(i).text),
+                          number, true, true});
         std::stable_sort(issues.at(i).begin(), issues.at(i).end(),
                          [](const auto& left, const auto& right) { return left.first < right.first; });
         for (const auto& [sorted_by, issue] : issues.at(i))

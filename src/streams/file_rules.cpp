@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 
+#include "issues/issue_catalogue.h"
 #include "platform/code_page.h"
 #include "streams/folder_macros.h"
 #include "streams/issue_rule.h"
@@ -72,7 +73,7 @@ struct FileTarget {
 // A file rule holds when the target has `name` and `extension` (those that are given), when its folder
 // contains one of `folder_parts` (if there are any), and when `condition` holds (if any).
 struct FileRule {
-    std::string_view code;
+    Issue issue;
     WholeText name = {};
     WholeText extension = {};
     std::array<FolderPart, 3> folder_parts = {};
@@ -117,70 +118,70 @@ constexpr std::string_view kBackupExtensions = "BAK|BK$|BK!|B~K|BK0|BK1|BK2|BK3|
 
 // Tried from the first; the first that holds gives the answer.
 constexpr std::array kFileRules = {
-    FileRule{.code = "FILEOLD", .extension = "OLD"},
-    FileRule{.code = "FILECOMP",
+    FileRule{.issue = Issue::kFileOld, .extension = "OLD"},
+    FileRule{.issue = Issue::kFileCompressed,
              .condition = [](const FileTarget& file) { return file.name.ends_with('_'); }},
-    FileRule{.code = "FILESYSDLLFLAG",
+    FileRule{.issue = Issue::kFileSystemDll,
              .extension = "DLL",
              .folder_parts = {R"(\WINDOWS\SYSTEM)", "WINSYSDIR", R"(\WINNT\SYSTEM)"},
              .condition =
                  [](const FileTarget& file) {
                      return kOverwritingModes.find(file.mode) != std::string_view::npos;
                  }},
-    FileRule{.code = "FILEPREFETCH", .extension = "PF", .folder_parts = {"PREFETCH"}},
-    FileRule{.code = "FILETEMP",
+    FileRule{.issue = Issue::kFilePrefetch, .extension = "PF", .folder_parts = {"PREFETCH"}},
+    FileRule{.issue = Issue::kFileTemporary,
              .condition =
                  [](const FileTarget& file) {
                      return (file.extension.size() == 3 && file.name.starts_with('~')) ||
                             file.ExtensionIn(kTemporaryExtensions);
                  }},
-    FileRule{.code = "FILEVIRUSDEFS", .name = "USAGE.DAT", .folder_parts = {"VIRUSDEFS"}},
-    FileRule{.code = "FILEICONCACHE", .folder_parts = {"ICONCACHE.DB"}},
-    FileRule{.code = "FILETEMPIF", .folder_parts = {"TEMPORARY INTERNET FILES"}},
-    FileRule{.code = "FILELOCALTEMP", .folder_parts = {R"(LOCAL SETTINGS\TEMP)"}},
-    FileRule{.code = "FILEIEHIST", .folder_parts = {"HISTORY.IE5"}},
-    FileRule{.code = "FILEIECONT", .folder_parts = {"CONTENT.IE5"}},
-    FileRule{.code = "FILEPWL", .extension = "PWL"},
-    FileRule{.code = "FILEPERFMON", .extension = "PML"},
-    FileRule{.code = "FILEPERFMON", .extension = "PMA"},
-    FileRule{.code = "FILENAVQ", .extension = "VBN"},
-    FileRule{.code = "FILEEXCELAR", .extension = "XAR"},
-    FileRule{.code = "FILEPDOWN",
+    FileRule{.issue = Issue::kFileVirusDefinitions, .name = "USAGE.DAT", .folder_parts = {"VIRUSDEFS"}},
+    FileRule{.issue = Issue::kFileIconCache, .folder_parts = {"ICONCACHE.DB"}},
+    FileRule{.issue = Issue::kFileTemporaryInternet, .folder_parts = {"TEMPORARY INTERNET FILES"}},
+    FileRule{.issue = Issue::kFileLocalTemp, .folder_parts = {R"(LOCAL SETTINGS\TEMP)"}},
+    FileRule{.issue = Issue::kFileIeHistory, .folder_parts = {"HISTORY.IE5"}},
+    FileRule{.issue = Issue::kFileIeContent, .folder_parts = {"CONTENT.IE5"}},
+    FileRule{.issue = Issue::kFilePasswordList, .extension = "PWL"},
+    FileRule{.issue = Issue::kFilePerformanceMonitor, .extension = "PML"},
+    FileRule{.issue = Issue::kFilePerformanceMonitor, .extension = "PMA"},
+    FileRule{.issue = Issue::kFileQuarantine, .extension = "VBN"},
+    FileRule{.issue = Issue::kFileExcelRecovery, .extension = "XAR"},
+    FileRule{.issue = Issue::kFilePartialDownload,
              .extension = "DAT",
              .condition = [](const FileTarget& file) { return file.name.starts_with("DOWNLOAD"); }},
-    FileRule{.code = "FILEPDOWN", .extension = "TORRENT"},
-    FileRule{.code = "FILEPDOWN", .extension = "REALDOWNLOAD"},
-    FileRule{.code = "FILEPDOWN", .extension = "__INCOMPLETE__"},
-    FileRule{.code = "FILEPDOWN", .extension = "PART"},
-    FileRule{.code = "FILEBAK",
+    FileRule{.issue = Issue::kFilePartialDownload, .extension = "TORRENT"},
+    FileRule{.issue = Issue::kFilePartialDownload, .extension = "REALDOWNLOAD"},
+    FileRule{.issue = Issue::kFilePartialDownload, .extension = "__INCOMPLETE__"},
+    FileRule{.issue = Issue::kFilePartialDownload, .extension = "PART"},
+    FileRule{.issue = Issue::kFileBackup,
              .condition = [](const FileTarget& file) { return file.ExtensionIn(kBackupExtensions); }},
-    FileRule{.code = "FILEPART",
+    FileRule{.issue = Issue::kFileWindows3Swap,
              .extension = "PAR",
              .condition = [](const FileTarget& file) { return file.name.starts_with("386"); }},
-    FileRule{.code = "FILEDA0", .extension = "DA0"},
-    FileRule{.code = "FILEUSRCLASS", .name = "USRCLASS.DAT"},
-    FileRule{.code = "FILEUSRCLASS", .name = "USRCLASS.DAT.LOG"},
-    FileRule{.code = "FILENTUSER", .name = "NTUSER.DAT"},
-    FileRule{.code = "FILEPAGEFILE", .name = "PAGEFILE.SYS"},
-    FileRule{.code = "FILESWAP", .extension = "SWP"},
-    FileRule{.code = "FILEDUMP",
+    FileRule{.issue = Issue::kFileRegistryBackup, .extension = "DA0"},
+    FileRule{.issue = Issue::kFileUserClasses, .name = "USRCLASS.DAT"},
+    FileRule{.issue = Issue::kFileUserClasses, .name = "USRCLASS.DAT.LOG"},
+    FileRule{.issue = Issue::kFileUserRegistry, .name = "NTUSER.DAT"},
+    FileRule{.issue = Issue::kFilePageFile, .name = "PAGEFILE.SYS"},
+    FileRule{.issue = Issue::kFileSwap, .extension = "SWP"},
+    FileRule{.issue = Issue::kFileDump,
              .extension = "DMP",
              .condition =
                  [](const FileTarget& file) {
                      return file.name.starts_with("MEMORY") || file.name.starts_with("MINI");
                  }},
-    FileRule{.code = "FILEDELIS", .name = "_DELIS32.INI"},
-    FileRule{.code = "FILEUNINST", .name = "ISUNINST.EXE"},
-    FileRule{.code = "FILEUNWISE", .name = "UNWISE.EXE"},
-    FileRule{.code = "FILESCHEDLOG", .name = "SCHEDLGU.TXT"},
-    FileRule{.code = "FILECONFIGMSI", .folder_parts = {"CONFIG.MSI"}},
-    FileRule{.code = "FILEDLLCACHE", .folder_parts = {"DLLCACHE"}},
-    FileRule{.code = "FILEPERFDATA",
+    FileRule{.issue = Issue::kFileInstallShieldCleanUp, .name = "_DELIS32.INI"},
+    FileRule{.issue = Issue::kFileInstallShieldUninstaller, .name = "ISUNINST.EXE"},
+    FileRule{.issue = Issue::kFileWiseUninstaller, .name = "UNWISE.EXE"},
+    FileRule{.issue = Issue::kFileSchedulerLog, .name = "SCHEDLGU.TXT"},
+    FileRule{.issue = Issue::kFileInstallerRollback, .folder_parts = {"CONFIG.MSI"}},
+    FileRule{.issue = Issue::kFileDllCache, .folder_parts = {"DLLCACHE"}},
+    FileRule{.issue = Issue::kFilePerformanceData,
              .condition = [](const FileTarget& file) { return file.name.starts_with("PERFLIB_PERFDATA"); }},
-    FileRule{.code = "FILEWINTEMP", .folder_parts = {R"(\WINNT\TEMP)", R"(\WINDOWS\TEMP)"}},
-    FileRule{.code = "FILEMACROSYTAX",
+    FileRule{.issue = Issue::kFileWindowsTemp, .folder_parts = {R"(\WINNT\TEMP)", R"(\WINDOWS\TEMP)"}},
+    FileRule{.issue = Issue::kFileMacroSyntax,
              .condition = [](const FileTarget& file) { return HasMacroWithoutAsterisk(file.folder); }},
-    FileRule{.code = "FILECUSTOM", .condition = IsCustomName},
+    FileRule{.issue = Issue::kFileCustom, .condition = IsCustomName},
 };
 
 std::string_view ExtensionOf(std::string_view name) {
@@ -204,16 +205,7 @@ std::string_view FileValid(std::string_view target, std::string_view mode_text,
 
     const auto* const broken = std::find_if(kFileRules.begin(), kFileRules.end(),
                                             [&file](const FileRule& rule) { return rule.Holds(file); });
-    return broken == kFileRules.end() ? kNoIssue : broken->code;
-}
-
-std::vector<std::string_view> AllFileIssueCodes() {
-    std::vector<std::string_view> codes;
-    codes.reserve(kFileRules.size());
-    for (const FileRule& rule : kFileRules) {
-        if (codes.empty() || codes.back() != rule.code) codes.push_back(rule.code);
-    }
-    return codes;
+    return broken == kFileRules.end() ? kNoIssue : CodeOf(broken->issue);
 }
 
 }  // namespace zorvel

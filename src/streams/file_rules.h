@@ -12,7 +12,4 @@ namespace zorvel {
 std::string_view FileValid(std::string_view target, std::string_view mode_text,
                            const std::vector<std::string>& FileIssueList);
 
-// The codes that FileValid can answer, in the order in which the rules are tried.
-std::vector<std::string_view> AllFileIssueCodes();
-
 }  // namespace zorvel

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "issues/issue_catalogue.h"
+
 namespace zorvel {
 
 // The answer of a rule procedure that found nothing.
@@ -12,7 +14,7 @@ inline constexpr std::string_view kNoIssue = "OK";
 
 template <typename Subject>
 struct IssueRule {
-    std::string_view code;
+    Issue issue;
     bool (*holds)(const Subject& subject);
 };
 
@@ -20,7 +22,7 @@ struct IssueRule {
 template <typename Subject, std::size_t Count>
 std::string_view FirstIssue(const std::array<IssueRule<Subject>, Count>& rules, const Subject& subject) {
     for (const IssueRule<Subject>& rule : rules) {
-        if (rule.holds(subject)) return rule.code;
+        if (rule.holds(subject)) return CodeOf(rule.issue);
     }
     return kNoIssue;
 }

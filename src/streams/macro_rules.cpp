@@ -27,8 +27,10 @@ bool IsShortForm(std::string_view path) {
 }
 
 constexpr std::array<IssueRule<Macro>, 2> kMacroRules = {{
-    {"MACROUNC", [](const Macro& macro) { return macro.value.starts_with(R"(\\)") && !macro.IsShortPath(); }},
-    {"MACROSTP", [](const Macro& macro) { return macro.IsShortPath() && !IsShortForm(macro.value); }},
+    {Issue::kMacroUnc,
+     [](const Macro& macro) { return macro.value.starts_with(R"(\\)") && !macro.IsShortPath(); }},
+    {Issue::kMacroShortPath,
+     [](const Macro& macro) { return macro.IsShortPath() && !IsShortForm(macro.value); }},
 }};
 
 }  // namespace

@@ -12,9 +12,6 @@ struct HardCodedFolder {
     std::string_view macro;
 };
 
-// The issue of a file whose target CheckMacroReplacements objects to.
-inline constexpr std::string_view kPortableIssue = "FILEPORTABLE";
-
 inline constexpr std::array<HardCodedFolder, 7> HardCodedFolders = {{
     {R"(\PROGRAM FILES\COMMON FILES)", "%*ProgramFilesCommon% [Win2K+ ONLY]"},
     {R"(\WINDOWS\SYSTEM32)", "%*WinSysDir%"},

@@ -45,7 +45,7 @@ std::size_t DecodeFile(Record& record, EntryOutput& output) {
     output.Sign(target);
     const CopyMode mode = CopyModeOf(static_cast<std::uint32_t>(record.flags));
     output.Issue("File", target, source, FileValid(target, mode.text, output.rules().FileIssueList));
-    if (CheckMacroReplacements(target)) output.Issue("File", target, source, kPortableIssue);
+    if (CheckMacroReplacements(target)) output.Issue("File", target, source, CodeOf(Issue::kFilePortable));
     output.second_buffer = mode.text;
     output.second_buffer += mode.suffix;
     output.Row({target, source, output.second_buffer});

@@ -28,8 +28,8 @@ bool IsExcluded(const RegistryEntry& entry) {
 }
 
 constexpr std::array<IssueRule<RegistryEntry>, 2> kRegistryRules = {{
-    {"REGISTRYUNC", [](const RegistryEntry& entry) { return entry.data.starts_with(R"(\\)"); }},
-    {"REGISTRYEXCLUDE", IsExcluded},
+    {Issue::kRegistryUnc, [](const RegistryEntry& entry) { return entry.data.starts_with(R"(\\)"); }},
+    {Issue::kRegistryExclude, IsExcluded},
 }};
 
 }  // namespace
