@@ -67,6 +67,19 @@ void AuditFolder::SetTree(unsigned seed, std::size_t applications) const {
     ldif.Close();
 }
 
+void AuditFolder::ChangeTree() const {
+    const fs::path path = path_ / "Trees/T.ldif";
+    std::string ldif = ReadFile(path);
+    const std::string begin = "\ndn: cn=";
+    const std::size_t name = ldif.find(begin) + begin.size();
+    const std::string old_name = ldif.substr(name, ldif.find(',', name) - name);
+    for (const std::string& before : {"cn=" + old_name + ",", "cn: " + old_name + "\n"}) {
+        for (std::size_t at = ldif.find(before); at != std::string::npos; at = ldif.find(before, at))
+            ldif.replace(at + 3, 1, "~");
+    }
+    std::ofstream(path) << ldif << "\ndn: ou=EMPTY,o=T\nobjectClass: organizationalUnit\nou: EMPTY\n";
+}
+
 void AuditFolder::SetTree(const fs::path& ldif) const {
     fs::copy_file(ldif, path_ / "Trees/T.ldif", fs::copy_options::overwrite_existing);
 }

@@ -30,6 +30,8 @@ class AuditFolder {
     const std::filesystem::path& path() const { return path_; }
     // Gives the folder its only tree: a made-up one of `applications` with a seed of its own.
     void SetTree(unsigned seed, std::size_t applications) const;
+    // Renames an application of the tree, and adds an empty container: all counts of applications stay.
+    void ChangeTree() const;
     // Gives it the tree of an LDIF export.
     void SetTree(const std::filesystem::path& ldif) const;
 

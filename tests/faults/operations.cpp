@@ -45,6 +45,11 @@ std::vector<Operation> Operations(const std::string& ldif) {
              read(folder);
              second_tree(folder);
          }},
+        {"read what changed", kRead,
+         [=](const AuditFolder& folder) {
+             read(folder);
+             folder.ChangeTree();
+         }},
         {"first analysis", kAnalyse, read, true},
         {"next analysis", kAnalyseAnew,
          [=](const AuditFolder& folder) {
