@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <string_view>
 
+#include "browser/ou_view_loader.h"
 #include "directory/memory_directory.h"
-#include "directory/ou_view_loader.h"
 #include "sample_tree_writer.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"

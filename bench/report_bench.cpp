@@ -11,9 +11,9 @@
 #include <string>
 
 #include "database/make_databases.h"
-#include "gui/report_fonts.h"
-#include "gui/report_painter.h"
-#include "gui/report_pdf.h"
+#include "paper/report_fonts.h"
+#include "paper/report_painter.h"
+#include "paper/report_pdf.h"
 #include "platform/files.h"
 #include "platform/write_in_place.h"
 #include "report_data.h"

@@ -17,8 +17,8 @@
 #include "analysis/run_display.h"
 #include "analysis/run_errors.h"
 #include "analysis/run_files.h"
+#include "browser/tree_lists.h"
 #include "directory/directory.h"
-#include "directory/tree_lists.h"
 #include "shell/services.h"
 
 namespace zorvel {

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "directory/selection_file.h"
+#include "browser/selection_file.h"
 #include "platform/code_page.h"
 #include "platform/error.h"
 #include "shell/formats.h"

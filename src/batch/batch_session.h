@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "batch/batch_window.h"
+#include "controller/main_controller.h"
 #include "platform/clock.h"
 #include "platform/files.h"
-#include "shell/main_controller.h"
 
 namespace zorvel {
 

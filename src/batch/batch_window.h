@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "analysis/run_display.h"
+#include "controller/main_window.h"
 #include "database/import.h"
 #include "platform/user_interface.h"
-#include "shell/main_window.h"
 
 namespace zorvel {
 

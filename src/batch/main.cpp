@@ -9,7 +9,7 @@
 
 #include "batch/batch_program.h"
 #include "batch/batch_window.h"
-#include "gui/headless_pdf.h"
+#include "paper/headless_pdf.h"
 #include "platform/ending_signals.h"
 
 int main(int argc, char** argv) {

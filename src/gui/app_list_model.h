@@ -3,7 +3,7 @@
 
 #include <QAbstractListModel>
 
-#include "directory/ou_browser.h"
+#include "browser/ou_browser.h"
 #include "gui/class_icons.h"
 
 namespace zorvel {

@@ -7,9 +7,9 @@
 #include <memory>
 #include <string_view>
 
-#include "directory/ou_browser.h"
+#include "browser/ou_browser.h"
+#include "controller/session.h"
 #include "gui/class_icons.h"
-#include "shell/session.h"
 
 class QItemSelection;
 class QToolButton;

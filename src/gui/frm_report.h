@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "gui/group_tree_model.h"
-#include "gui/report_fonts.h"
-#include "gui/report_pdf.h"
+#include "paper/report_fonts.h"
+#include "paper/report_pdf.h"
 #include "reporting/page_layout.h"
 #include "reporting/report.h"
 #include "reporting/report_export.h"

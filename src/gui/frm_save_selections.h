@@ -4,7 +4,7 @@
 #include <QDialog>
 #include <memory>
 
-#include "directory/saved_selections.h"
+#include "browser/saved_selections.h"
 
 namespace Ui {
 class frmSaveSelections;

@@ -11,9 +11,9 @@
 
 #include "analysis/analysis_run.h"
 #include "analysis/stream_finder.h"
+#include "browser/saved_selections.h"
 #include "database/capture_details.h"
 #include "database/maintenance.h"
-#include "directory/saved_selections.h"
 #include "gui/applications_page.h"
 #include "gui/bar_status.h"
 #include "gui/close_dialogs.h"

@@ -10,12 +10,12 @@
 #include <string_view>
 
 #include "analysis/run_display.h"
-#include "directory/ou_browser.h"
+#include "browser/ou_browser.h"
+#include "controller/main_controller.h"
+#include "controller/main_window.h"
 #include "gui/busy_input_filter.h"
 #include "gui/window_user_interface.h"
 #include "platform/files.h"
-#include "shell/main_controller.h"
-#include "shell/main_window.h"
 
 namespace Ui {
 class frmZorvel;

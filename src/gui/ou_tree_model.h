@@ -4,7 +4,7 @@
 #include <QAbstractItemModel>
 #include <cstddef>
 
-#include "directory/ou_browser.h"
+#include "browser/ou_browser.h"
 #include "gui/class_icons.h"
 
 namespace zorvel {

@@ -4,7 +4,7 @@
 #include <QBrush>
 #include <QPalette>
 
-#include "directory/ou_browser.h"
+#include "browser/ou_browser.h"
 
 namespace zorvel {
 

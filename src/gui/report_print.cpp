@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "gui/qt_text.h"
-#include "gui/report_painter.h"
+#include "paper/report_painter.h"
 #include "platform/user_interface.h"
 
 namespace zorvel {

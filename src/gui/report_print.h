@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "gui/report_pdf.h"
+#include "paper/report_pdf.h"
 #include "reporting/page_layout.h"
 #include "reporting/report.h"
 

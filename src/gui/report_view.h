@@ -11,9 +11,9 @@
 #include <optional>
 
 #include "gui/find_bar.h"
-#include "gui/report_fonts.h"
-#include "gui/report_painter.h"
 #include "gui/report_search.h"
+#include "paper/report_fonts.h"
+#include "paper/report_painter.h"
 #include "reporting/page_layout.h"
 
 namespace zorvel {

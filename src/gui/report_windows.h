@@ -9,9 +9,9 @@
 #include <optional>
 #include <string_view>
 
+#include "controller/main_controller.h"
 #include "gui/hourglass.h"
 #include "reporting/report_display.h"
-#include "shell/main_controller.h"
 
 class QMenu;
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "analysis/analysis_run.h"
+#include "browser/ou_view_loader.h"
 #include "directory/memory_directory.h"
-#include "directory/ou_view_loader.h"
 #include "shell/formats.h"
 #include "stream_builder.h"
 #include "support/fake_window.h"

@@ -9,7 +9,7 @@
 
 #include "batch/batch_run.h"
 #include "batch/interrupting_buffer.h"
-#include "gui/headless_pdf.h"
+#include "paper/headless_pdf.h"
 #include "support/databases.h"
 #include "support/file_size_limit.h"
 

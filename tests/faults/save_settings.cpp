@@ -2,7 +2,7 @@
 // status tells whether both were saved.
 #include <iostream>
 
-#include "directory/selection_file.h"
+#include "browser/selection_file.h"
 #include "platform/error.h"
 #include "support/fakes.h"
 

@@ -17,9 +17,9 @@
 #include <string_view>
 #include <vector>
 
-#include "gui/report_painter.h"
 #include "gui/report_print.h"
 #include "gui/report_window_fixture.h"
+#include "paper/report_painter.h"
 #include "platform/error.h"
 #include "support/file_size_limit.h"
 

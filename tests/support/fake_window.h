@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "analysis/run_display.h"
-#include "shell/main_window.h"
+#include "controller/main_window.h"
 
 namespace zorvel::test {
 

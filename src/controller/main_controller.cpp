@@ -1,0 +1,111 @@
+#include "controller/main_controller.h"
+
+#include "database/import_record.h"
+#include "shell/pause.h"
+#include "shell/report_error.h"
+
+namespace zorvel {
+
+MainController::MainController(const Files& files, Clock& clock, UserInterface& ui, MainWindow& window,
+                               const DirectoryFactory& make_directory, ControllerSettings settings)
+    : files_(files),
+      clock_(clock),
+      ui_(ui),
+      window_(window),
+      settings_(settings),
+      log_(files, clock),
+      writers_(files, clock, ui, log_),
+      status_(ui, session_.tree.counts),
+      options_(files, ui, log_, writers_),
+      sounds_(files, ui, options_.session.SoundsEnabled),
+      services_{files, clock, ui, log_, status_, sounds_, options_, session_.activity, writers_},
+      directory_(make_directory(files, log_)),
+      ou_view_loader_(services_, *directory_, session_.tree, window, settings.tree_read_countdown) {
+    directory_->on_unreadable = [this] { AllowDirectory(DirectoryAccess::kRetry); };
+}
+
+void MainController::AllowDirectory(DirectoryAccess access) {
+    session_.directory_access = access;
+    window_.AllowDirectory(access);
+}
+
+void MainController::OpenTree(std::size_t index, bool force, const Guard& guard) {
+    session_.current_tree = session_.trees.at(index);
+    const std::string root = RootPath(session_.current_tree);
+    log_.WriteLog("Changing Tree to '" + root + "'");
+    AllowDirectory(DirectoryAccess::kFull);
+    guard([&] { directory_->SetCurrentObject(root); });
+    guard([&] { LoadTree(force); });
+    guard([&] { window_.RefreshAppTitle(); });
+}
+
+void MainController::SwitchTree(std::size_t index, bool force) {
+    OpenTree(index, force, [&](const std::function<void()>& operation) {
+        try {
+            operation();
+        } catch (...) {
+            TellUnexpectedError(ui_, log_, CurrentError(), "comTree_Click");
+        }
+    });
+}
+
+void MainController::RefreshTree() {
+    AllowDirectory(DirectoryAccess::kFull);
+    LoadTree(true);
+}
+
+void MainController::LoadTree(bool force) {
+    session_.tree_loaded = false;
+    const bool readable = session_.directory_access == DirectoryAccess::kFull;
+    if (readable || !ou_view_loader_.ReadsDirectory(session_.current_tree, force)) {
+        session_.tree_loaded = ou_view_loader_.RefreshOUView(session_.current_tree, force);
+        return;
+    }
+    ou_view_loader_.Clear();
+    session_.tree.counts.StatusPrefix.clear();
+}
+
+void MainController::PressEscape() {
+    constexpr double kNotice = 0.8;
+    if (!session_.activity.Busy) return;
+    session_.activity.UserInterrupt = true;
+    window_.EnableGenerate(true);
+    status_.SetStatus('R', "Interrupted at user request... Please wait a moment");
+    Pause(clock_, ui_, kNotice);
+}
+
+void MainController::Exit() {
+    log_.WriteLog("Exiting Zorvel at user request");
+    session_.MasterConnection.reset();
+}
+
+void MainController::ReenableWelcome() {
+    if (files_.Exists(WelcomeMarker())) files_.Remove(WelcomeMarker());
+    window_.EnableReenableWelcome(false);
+}
+
+void MainController::EditRuleList(RuleListFile list) {
+    const bool registry = list == RuleListFile::kRegistryIssues;
+    const std::string label = registry ? "Registry Issue List" : "Custom File Issue List";
+    const bool confirmed = ui_.Ask("Warning! - Incorrectly altering the " + label +
+                                       " may cause unexpected Zorvel behaviour.\r\rAlso, please note that "
+                                       "Zorvel must be restarted for any "
+                                       "alterations to take effect.\r\rAre you sure you wish to continue?",
+                                   MessageIcon::kExclamation, Answer::kNo);
+    if (confirmed) ui_.EditTextFile(files_.Path(registry ? kRegExcludeFile : kFileIssueFile));
+}
+
+RunInputs MainController::MakeRunInputs(RunDisplay& display) {
+    return {
+        services_,
+        *directory_,
+        session_.tree,
+        session_.rule_lists,
+        session_.app_issue_slots,
+        session_.ContextHandle,
+        display,
+        settings_.pace,
+        [this](const std::string& path) { return ImportStateOf(files_, path) == ImportState::kCompleted; }};
+}
+
+}  // namespace zorvel
