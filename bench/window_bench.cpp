@@ -14,7 +14,7 @@
 
 #include "database/make_databases.h"
 #include "directory/memory_directory.h"
-#include "gui/frm_zorvel.h"
+#include "gui/main/frm_zorvel.h"
 #include "support/program_folder.h"
 
 namespace zorvel {

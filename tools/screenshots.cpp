@@ -20,8 +20,8 @@
 #include <stdexcept>
 
 #include "directory/memory_directory.h"
-#include "gui/frm_welcome.h"
-#include "gui/frm_zorvel.h"
+#include "gui/dialogs/frm_welcome.h"
+#include "gui/main/frm_zorvel.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 

@@ -12,7 +12,7 @@
 
 #include "database/dataset_folder.h"
 #include "gui/controls.h"
-#include "gui/frm_capture_details.h"
+#include "gui/dialogs/frm_capture_details.h"
 
 namespace zorvel {
 namespace {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "gui/dataset_dialog.h"
-#include "gui/frm_db_maint.h"
+#include "gui/dialogs/frm_db_maint.h"
 
 namespace zorvel {
 namespace {

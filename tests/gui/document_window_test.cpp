@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "gui/controls.h"
-#include "gui/frm_document.h"
-#include "gui/rich_text_document.h"
+#include "gui/text/frm_document.h"
+#include "gui/text/rich_text_document.h"
 #include "support/errors.h"
 #include "support/temp_folder.h"
 

@@ -7,8 +7,8 @@
 #include <QMimeData>
 #include <QTextEdit>
 
-#include "gui/line_view.h"
 #include "gui/main_window.h"
+#include "gui/text/line_view.h"
 #include "stream_builder.h"
 #include "streams/predefined_searches.h"
 

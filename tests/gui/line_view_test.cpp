@@ -1,5 +1,5 @@
 // The view of many lines through mouse and keys, and what it paints.
-#include "gui/line_view.h"
+#include "gui/text/line_view.h"
 
 #include <gmock/gmock.h>
 
@@ -12,7 +12,7 @@
 #include <string>
 
 #include "gui/controls.h"
-#include "gui/rich_text_colours.h"
+#include "gui/text/rich_text_colours.h"
 
 namespace zorvel {
 namespace {

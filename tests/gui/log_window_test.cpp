@@ -10,8 +10,8 @@
 #include <string>
 
 #include "gui/controls.h"
-#include "gui/frm_view_log.h"
-#include "gui/line_view.h"
+#include "gui/text/frm_view_log.h"
+#include "gui/text/line_view.h"
 #include "support/fakes.h"
 
 namespace zorvel {

@@ -19,7 +19,7 @@
 
 #include "directory/memory_directory.h"
 #include "gui/controls.h"
-#include "gui/frm_zorvel.h"
+#include "gui/main/frm_zorvel.h"
 #include "platform/clock.h"
 #include "support/databases.h"
 

@@ -1,5 +1,5 @@
 // The options tab as a user works with it.
-#include "gui/options_page.h"
+#include "gui/main/options_page.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 #include <QToolButton>
 
 #include "gui/controls.h"
-#include "gui/up_down.h"
+#include "gui/widgets/up_down.h"
 #include "support/fakes.h"
 
 namespace zorvel {

@@ -1,4 +1,4 @@
-#include "gui/qt_text.h"
+#include "gui/widgets/qt_text.h"
 
 #include <gtest/gtest.h>
 

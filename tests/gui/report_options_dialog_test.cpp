@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "gui/dataset_dialog.h"
-#include "gui/frm_report_options.h"
+#include "gui/report/frm_report_options.h"
 #include "support/errors.h"
 
 namespace zorvel {

@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-#include "gui/report_print.h"
+#include "gui/report/report_print.h"
 #include "gui/report_window_fixture.h"
 #include "paper/report_painter.h"
 #include "platform/error.h"

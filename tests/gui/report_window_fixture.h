@@ -14,8 +14,8 @@
 #include <vector>
 
 #include "gui/controls.h"
-#include "gui/frm_report.h"
-#include "gui/report_view.h"
+#include "gui/report/frm_report.h"
+#include "gui/report/report_view.h"
 #include "platform/store.h"
 #include "support/fakes.h"
 

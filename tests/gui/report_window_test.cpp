@@ -13,7 +13,7 @@
 #include <functional>
 #include <string>
 
-#include "gui/group_tree_model.h"
+#include "gui/report/group_tree_model.h"
 #include "gui/report_window_fixture.h"
 #include "gui/tool_tip.h"
 

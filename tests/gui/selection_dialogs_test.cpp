@@ -13,9 +13,9 @@
 #include <string>
 
 #include "gui/controls.h"
-#include "gui/frm_load_selections.h"
-#include "gui/frm_save_selections.h"
-#include "gui/qt_text.h"
+#include "gui/dialogs/frm_load_selections.h"
+#include "gui/dialogs/frm_save_selections.h"
+#include "gui/widgets/qt_text.h"
 #include "support/fakes.h"
 
 namespace zorvel {

@@ -1,5 +1,5 @@
 // One window a program folder.
-#include "gui/single_window.h"
+#include "gui/main/single_window.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>

@@ -1,5 +1,5 @@
 // The status tab, and the labels and updates that it shares with the tree's progress window.
-#include "gui/status_page.h"
+#include "gui/main/status_page.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +10,9 @@
 #include <QToolTip>
 
 #include "gui/controls.h"
-#include "gui/elided_label.h"
-#include "gui/frm_cache_tree.h"
+#include "gui/dialogs/frm_cache_tree.h"
 #include "gui/tool_tip.h"
+#include "gui/widgets/elided_label.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
 

@@ -9,9 +9,9 @@
 #include <QTest>
 #include <set>
 
-#include "gui/class_icons.h"
 #include "gui/controls.h"
-#include "gui/frm_welcome.h"
+#include "gui/dialogs/frm_welcome.h"
+#include "gui/widgets/class_icons.h"
 
 namespace zorvel {
 namespace {

@@ -1,0 +1,51 @@
+#include "gui/text/document_search.h"
+
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextEdit>
+
+namespace zorvel {
+namespace {
+
+QTextDocument::FindFlags Flags(bool match_case, bool backwards) {
+    QTextDocument::FindFlags flags;
+    flags.setFlag(QTextDocument::FindCaseSensitively, match_case);
+    flags.setFlag(QTextDocument::FindBackward, backwards);
+    return flags;
+}
+
+}  // namespace
+
+FindResult DocumentSearch::Find(const QString& needle, bool match_case, FindStart start) {
+    const QTextDocument& document = *view_.document();
+    const bool backwards = start == FindStart::kAhead;
+    const QTextDocument::FindFlags flags = Flags(match_case, backwards);
+    QTextCursor from = view_.textCursor();
+    if (start == FindStart::kSelection) from.setPosition(from.selectionStart());
+    FindResult result = FindResult::kFound;
+    QTextCursor match = document.find(needle, from, flags);
+    if (match.isNull()) {
+        result = FindResult::kWrapped;
+        from.movePosition(backwards ? QTextCursor::End : QTextCursor::Start);
+        match = document.find(needle, from, flags);
+    }
+    if (match.isNull()) return FindResult::kNothing;
+    view_.setTextCursor(match);
+    return result;
+}
+
+std::size_t DocumentSearch::CountMatches(const QString& needle, bool match_case) const {
+    std::size_t count = 0;
+    const QTextDocument& document = *view_.document();
+    for (QTextCursor match = document.find(needle, 0, Flags(match_case, false)); !match.isNull();
+         match = document.find(needle, match, Flags(match_case, false)))
+        ++count;
+    return count;
+}
+
+QString DocumentSearch::SelectedNeedle() const {
+    const QString selected = view_.textCursor().selectedText();
+    return selected.contains(QChar::ParagraphSeparator) ? QString() : selected;
+}
+
+}  // namespace zorvel
