@@ -32,8 +32,7 @@ class Files {
     // not exist stay as given. Raises error 76 when a name holds "/" or a NUL or is "..".
     std::filesystem::path Resolve(std::string_view path) const;
 
-    // True when `path` is an existing file (not a folder). Raises error 76 for what Resolve refuses, as all
-    // that follows does.
+    // True when `path` is an existing file (not a folder). Raises error 76 as Resolve does.
     bool Exists(std::string_view path) const;
     // Opens a file. Raises error 53 (no such file), 70, 75 (also for what is no ordinary file) or 76 (no such
     // folder).
