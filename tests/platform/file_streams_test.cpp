@@ -21,7 +21,6 @@ namespace fs = std::filesystem;
 using test::RaisedBy;
 using Kind = OutputFile::Kind;
 using Mode = OutputFile::Mode;
-using Case = std::pair<const char*, const char*>;  // a file and what is said of it
 
 // `size` bytes, which tell where they stood.
 std::string Bytes(std::size_t size) {
@@ -69,21 +68,6 @@ TEST_F(FileStreams, EveryByteIsReadOnceWhereverTheBufferEnds) {
             if (read.size() > kBuffer) read += mixed.Rest();
         }
         EXPECT_TRUE(read == bytes && observed == bytes) << size;
-    }
-}
-
-TEST_F(FileStreams, WhatCannotBeReadIsSaidWithItsName) {
-    ASSERT_EQ(mkfifo((folder_.path() / "pipe").c_str(), 0600), 0);
-    folder_.Write("file", "");
-    // The first byte of a process's memory can never be read.
-    for (const auto& [path, reason] :
-         {Case{"none", "x: File not found"}, Case{"file/x", "x: Path not found"},
-          Case{"Trees", "x: not an ordinary file"}, Case{"pipe", "x: not an ordinary file"},
-          Case{"/dev/zero", "x: not an ordinary file"},
-          Case{"/proc/self/mem", "x: Path/File access error"}}) {
-        const Error error = RaisedBy([&, path = path] { InputFile(folder_.path() / path, "x").Rest(); });
-        EXPECT_EQ(error.Reason(), reason) << path;
-        EXPECT_EQ(DescriptionOf(error.number()), error.description());
     }
 }
 
@@ -157,18 +141,29 @@ TEST_F(FileStreams, AreEmptiedOrContinuedAndMadeForWhomTheyAre) {
     }
 }
 
-TEST_F(FileStreams, WhatCannotBeWrittenIsAnOutputErrorWithItsName) {
+TEST_F(FileStreams, WhatCannotBeReadOrWrittenIsSaidWithItsName) {
     ASSERT_EQ(mkfifo((folder_.path() / "pipe").c_str(), 0600), 0);
     folder_.Write("file", "");
+    using Case = std::pair<const char*, const char*>;
+    // The first byte of a process's memory can never be read.
+    for (const auto& [name, reason] :
+         {Case{"none", "x: File not found"}, Case{"file/x", "x: Path not found"},
+          Case{"Trees", "x: not an ordinary file"}, Case{"pipe", "x: not an ordinary file"},
+          Case{"/dev/zero", "x: not an ordinary file"},
+          Case{"/proc/self/mem", "x: Path/File access error"}}) {
+        const Error error = RaisedBy([&, name = name] { InputFile(folder_.path() / name, "x").Rest(); });
+        EXPECT_EQ(error.Reason(), reason) << name;
+    }
     for (const auto& [name, reason] :
          {Case{"none/x", "x: Path not found"}, Case{"file/x", "x: Path not found"},
           Case{"Trees", "x: Path/File access error"}, Case{"pipe", "x: Path/File access error"},
           Case{"/dev/null", "x: not an ordinary file"}}) {
         for (const Mode mode : {Mode::kTruncate, Mode::kAppend}) {
-            const Error error = RaisedBy(
-                [&, name = name] { OutputFile(folder_.path() / name, "x", mode, Kind::kProgramFile); });
-            EXPECT_TRUE(error.IsOutputError()) << name;
-            EXPECT_EQ(error.Reason(), reason) << name;
+            const auto make = [&, name = name] {
+                OutputFile(folder_.path() / name, "x", mode, Kind::kProgramFile);
+            };
+            EXPECT_TRUE(RaisedBy(make).IsOutputError()) << name;
+            EXPECT_EQ(RaisedBy(make).Reason(), reason) << name;
         }
     }
 }

@@ -2,14 +2,13 @@
 #include "platform/files.h"
 
 #include <gmock/gmock.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <functional>
 #include <string>
 
 #include "platform/error.h"
+#include "support/child_process.h"
 #include "support/errors.h"
 #include "support/temp_folder.h"
 
@@ -87,8 +86,8 @@ TEST_F(ProgramFiles, EachActionSaysWhatIsWrongWithItsFile) {
     folder_.Write("file", "12345");
     folder_.Write("other", "");
     EXPECT_TRUE(files_.Exists(Path("FILE")));
-    EXPECT_FALSE(files_.Exists(Path("Trees")) || files_.Exists(Path("file\\x")) ||
-                 files_.Exists(Path("none")));
+    for (const char* name : {"Trees", "file\\x", "none"})
+        EXPECT_FALSE(files_.Exists(Path(name))) << name;
     EXPECT_EQ(files_.Size(Path("File")), 5U);
     using Action = std::function<void(const std::string&)>;
     struct Case {
@@ -140,21 +139,15 @@ TEST_F(ProgramFiles, AFolderThatMayNotBeReadIsDenied) {
         folder_.Write(name, "x");
     fs::permissions(folder_.path(), fs::perms::all);
     fs::permissions(folder_.path() / "Trees", fs::perms::none);
-    const auto refused = [&](const std::string& path) {
-        for (const std::function<void()>& act : std::initializer_list<std::function<void()>>{
-                 [&] { files_.Open(path); }, [&] { files_.Create(path); }, [&] { files_.Size(path); }}) {
-            if (RaisedBy(act).number() != errors::kPermissionDenied) return false;
+    const int status = test::InAChildWithoutRights([this] {
+        for (const std::string& path : {Path("Trees\\file"), Path("Trees\\inner\\file")}) {
+            for (const std::function<void()>& act : std::initializer_list<std::function<void()>>{
+                     [&] { files_.Open(path); }, [&] { files_.Create(path); }, [&] { files_.Size(path); }}) {
+                if (RaisedBy(act).number() != errors::kPermissionDenied) _exit(2);
+            }
+            if (files_.Exists(path)) _exit(3);
         }
-        return !files_.Exists(path);
-    };
-    const pid_t child = fork();
-    if (child == 0) {
-        constexpr uid_t kNobody = 65534;
-        if (geteuid() == 0 && setuid(kNobody) != 0) _exit(1);  // nothing is refused to root
-        _exit(refused(Path("Trees\\file")) && refused(Path("Trees\\inner\\file")) ? 0 : 2);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
+    });
     fs::permissions(folder_.path() / "Trees", fs::perms::all);
     EXPECT_EQ(status, 0);
 }

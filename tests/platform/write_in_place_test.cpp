@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
@@ -14,6 +13,7 @@
 
 #include "platform/error.h"
 #include "platform/files.h"
+#include "support/child_process.h"
 #include "support/errors.h"
 #include "support/file_size_limit.h"
 #include "support/temp_folder.h"
@@ -112,14 +112,7 @@ TEST_F(InPlace, AWriteProtectedFileStays) {
     for (const auto& path : {folder_.path(), path_.parent_path()})
         std::filesystem::permissions(path, std::filesystem::perms::all);
     std::filesystem::permissions(path_, std::filesystem::perms{0444});
-    const pid_t child = fork();
-    if (child == 0) {
-        constexpr uid_t kNobody = 65534;
-        if (geteuid() == 0 && setuid(kNobody) != 0) _exit(1);  // nothing is protected from root
-        _exit(ErrorOf(WriteNew).number());
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
+    const int status = test::InAChildWithoutRights([this] { _exit(ErrorOf(WriteNew).number()); });
     ASSERT_TRUE(WIFEXITED(status));
     EXPECT_EQ(WEXITSTATUS(status), errors::kPermissionDenied);
     ExpectOlder();
