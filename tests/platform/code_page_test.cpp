@@ -51,7 +51,7 @@ TEST(CodePage, WhatHasNoCodeOrIsNoUtf8IsAQuestionMark) {
 
 TEST(CodePage, AnyCharacterIsWrittenAsUtf8) {
     std::string utf8;
-    for (const char32_t character : {0x7F, 0x80, 0x7FF, 0x800, 0xFFFF, 0x10000, 0x10FFFF})
+    for (const char32_t character : {0x7Fu, 0x80u, 0x7FFu, 0x800u, 0xFFFFu, 0x10000u, 0x10FFFFu})
         AppendUtf8(utf8, character);
     EXPECT_EQ(utf8, "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
 }

@@ -109,7 +109,7 @@ TEST_F(ProgramFiles, EachActionSaysWhatIsWrongWithItsFile) {
         for (const auto& [name, number] :
              {std::pair{"file\\x", 76}, {"no\\file", c.no_folder}, {"none", c.none}, {"Trees", c.folder}}) {
             if (number == 0) continue;
-            const Error error = RaisedBy([&] { c.act(Path(name)); });
+            const Error error = RaisedBy([&, name = name] { c.act(Path(name)); });
             EXPECT_EQ(error.number(), number) << name;
             EXPECT_THAT(error.detail(), testing::StartsWith(Path(name) + ": "));
             EXPECT_FALSE(folder_.Has("new")) << name;
