@@ -78,7 +78,9 @@ bool Files::Exists(std::string_view path) const {
 InputFile Files::Open(std::string_view path) const {
     const fs::path real = Resolve(path);
     std::error_code error;
-    if (!fs::exists(real.parent_path(), error)) throw Error(errors::kPathNotFound).At(std::string(path));
+    if (fs::status(real.parent_path(), error).type() == fs::file_type::not_found) {
+        throw Error(errors::kPathNotFound).At(std::string(path));
+    }
     return InputFile(real, std::string(path));
 }
 

@@ -32,7 +32,7 @@ class Files {
     // not exist stay as given. Raises error 76 when a name holds "/" or a NUL or is "..".
     std::filesystem::path Resolve(std::string_view path) const;
 
-    // True when `path` is an existing file (not a folder).
+    // True when `path` is an existing file (not a folder). Raises error 76 as Resolve does.
     bool Exists(std::string_view path) const;
     // Opens a file. Raises error 53 (no such file), 70, 75 (also for what is no ordinary file) or 76 (no such
     // folder).
@@ -49,19 +49,19 @@ class Files {
     void WriteInPlace(std::string_view path, const std::function<void(OutputFile&)>& write) const;
     // Opens a file for appending, creating it when it does not exist. Raises an OutputError as Create does.
     OutputFile Append(std::string_view path) const;
-    // Deletes a file. Raises error 53, 70 or 75.
+    // Deletes a file. Raises error 53, 70, 75 or 76 (a file in the place of a folder).
     void Remove(std::string_view path) const;
     // Copies a file byte for byte, replacing an older one. Raises 53 for a missing source, an OutputError for
     // the target.
     void Copy(std::string_view from, std::string_view to) const;
-    // Renames a file within its folder. Raises error 53, 58 (the new name exists), 70 or 75.
+    // Renames a file within its folder. Raises error 53, 58 (the new name exists), 70, 75 or 76.
     void Rename(std::string_view from, std::string_view to) const;
     // Puts a file in the place of another of its folder, at once: `to` is one or the other at every moment.
-    // Raises error 53, 70 or 75.
+    // Raises error 53, 70, 75 or 76.
     void Replace(std::string_view from, std::string_view to) const;
-    // The size of a file in bytes. Raises error 53.
+    // The size of a file in bytes. Raises error 53, 70, 75 (a folder) or 76.
     std::uint64_t Size(std::string_view path) const;
-    // The local time at which a file was last modified. Raises error 53.
+    // The local time at which a file was last modified. Raises error 53, 70 or 76.
     DateTime Modified(std::string_view path) const;
     // The names of the files in `folder` that begin with `prefix` and end with `suffix`, without regard to
     // case, sorted. A missing folder has none.

@@ -13,32 +13,19 @@
 namespace zorvel {
 namespace {
 
-using Cases = std::vector<std::pair<std::string, std::string>>;
-
 TEST(FlagDecoder, NamesTheColumnOfEachApplicationFlag) {
-    const std::vector<std::pair<std::int64_t, std::string>> bits = {
-        {0x800000, "AFDisconnectable=0"},
-        {0x1000000, "AFWaitOnForceRun=1"},
-        {0x8000, "AFShowProgress=0"},
-        {0x1000, "AFDistributeAlways=1"},
-        {0x4000, "AFPromptBeforeDist=1"},
-        {0x20000, "AFPromptForReboot=0"},
-        {0x80, "AFInstallOnly=1"},
-        {0x100, "AFRunOnce=1"},
-        {0x20000000, "AFForceRunIfWS=1"},
-        {0x40, "AFRun16BitSeparate=1"},
-        {0x2, "AFClearUpNetwork=0"},
-        {0x200000, "AFPreInstallSched=1"},
-        {0x800, "AFRebootType='Never'"},
-        {0x200, "AFRebootType='Always'"},
-        {0x400000, "AFExeSecLevel='Unsecure System User'"},
-        {0x40000, "AFExeSecLevel='Secure System User'"},
-        {0x10000, "AFRunOption='Hidden'"},
-        {0x4, "AFRunOption='Maximized'"},
-        {0x1, "AFRunOption='Minimized'"},
-    };
+    using Flag = std::pair<std::int64_t, std::string>;
     std::string all;
-    for (const auto& [mask, text] : bits) {
+    for (const auto& [mask, text] :
+         {Flag{0x800000, "AFDisconnectable=0"}, Flag{0x1000000, "AFWaitOnForceRun=1"},
+          Flag{0x8000, "AFShowProgress=0"}, Flag{0x1000, "AFDistributeAlways=1"},
+          Flag{0x4000, "AFPromptBeforeDist=1"}, Flag{0x20000, "AFPromptForReboot=0"},
+          Flag{0x80, "AFInstallOnly=1"}, Flag{0x100, "AFRunOnce=1"}, Flag{0x20000000, "AFForceRunIfWS=1"},
+          Flag{0x40, "AFRun16BitSeparate=1"}, Flag{0x2, "AFClearUpNetwork=0"},
+          Flag{0x200000, "AFPreInstallSched=1"}, Flag{0x800, "AFRebootType='Never'"},
+          Flag{0x200, "AFRebootType='Always'"}, Flag{0x400000, "AFExeSecLevel='Unsecure System User'"},
+          Flag{0x40000, "AFExeSecLevel='Secure System User'"}, Flag{0x10000, "AFRunOption='Hidden'"},
+          Flag{0x4, "AFRunOption='Maximized'"}, Flag{0x1, "AFRunOption='Minimized'"}}) {
         EXPECT_EQ(ParseAppFlags(std::to_string(mask)), text);
         all += (all.empty() ? "" : ",") + text;
     }
@@ -56,20 +43,12 @@ TEST(FlagDecoder, NamesTheColumnOfEachDefaultAssociationFlag) {
 }
 
 TEST(FlagDecoder, ReadsTheNumberThatATextBeginsWith) {
-    const Cases cases = {
-        {"", ""},
-        {"0", ""},
-        {"none", ""},
-        {"8", ""},
-        {"&h", ""},
-        {"&hG1", ""},
-        {"8388608", "AFDisconnectable=0"},
-        {"  256 or so", "AFRunOnce=1"},
-        {"&h805", "AFRebootType='Never',AFRunOption='Maximized',AFRunOption='Minimized'"},
-        {" &H100x", "AFRunOnce=1"},
-        {"2147483647", ParseAppFlags("-1")},
-    };
-    for (const auto& [text, list] : cases)
+    using Case = std::pair<const char*, std::string>;
+    for (const auto& [text, list] :
+         {Case{"", ""}, Case{"0", ""}, Case{"none", ""}, Case{"8", ""}, Case{"&h", ""}, Case{"&hG1", ""},
+          Case{"8388608", "AFDisconnectable=0"}, Case{"  256 or so", "AFRunOnce=1"},
+          Case{"&h805", "AFRebootType='Never',AFRunOption='Maximized',AFRunOption='Minimized'"},
+          Case{" &H100x", "AFRunOnce=1"}, Case{"2147483647", ParseAppFlags("-1")}})
         EXPECT_EQ(ParseAppFlags(text), list) << text;
 }
 

@@ -2,8 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <array>
 #include <functional>
@@ -15,12 +13,14 @@
 #include "database/import_record.h"
 #include "database/set_aside.h"
 #include "import_data.h"
+#include "support/child_process.h"
 #include "support/file_size_limit.h"
 
 namespace zorvel {
 namespace {
 
 using test::DatasetFolder;
+using test::InAChild;
 using test::Records;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -223,18 +223,6 @@ TEST_F(FailingImport, FailsAtTheCatalogueWhileAnotherProgramWritesIt) {
     Database other = folder_.Open("ZorvelMaster.mdb");
     other.ExecuteScript("BEGIN IMMEDIATE");
     ExpectFailure("-2147467259 (database is locked)", 7);
-}
-
-// Runs `action` in a process of its own; its exit status as waitpid gives it.
-int InAChild(const std::function<void()>& action) {
-    const pid_t child = fork();
-    if (child == 0) {
-        action();
-        _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return status;
 }
 
 std::int64_t CountOf(const Database& database, const std::string& table) {

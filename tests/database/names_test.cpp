@@ -12,22 +12,15 @@ namespace {
 
 TEST(SplitApp, SplitsAtTheFirstDotThatIsNotEscaped) {
     struct Case {
-        const char* full_name;
-        const char* application;
-        const char* container;
+        const char *full_name, *application, *container;
     };
-    const std::vector<Case> cases = {
-        {"Word.APPS.SITE", "Word", "APPS.SITE"},
-        {R"(Reader 7\.0.APPS.SITE)", "Reader 7.0", "APPS.SITE"},
-        {R"(A\.B\.C.OU\.1.SITE)", "A.B.C", R"(OU\.1.SITE)"},
-        {"Notepad", "Notepad", "Notepad"},
-        {R"(Reader 7\.0)", "Reader 7.0", R"(Reader 7\.0)"},
-        {".APPS.SITE", ".APPS.SITE", ".APPS.SITE"},
-        {"Word.", "Word", ""},
-        {R"(C:\Path.APPS)", R"(C:\Path)", "APPS"},
-        {"", "", ""},
-    };
-    for (const Case& test : cases) {
+    for (const Case& test :
+         {Case{"Word.APPS.SITE", "Word", "APPS.SITE"},
+          Case{R"(Reader 7\.0.APPS.SITE)", "Reader 7.0", "APPS.SITE"},
+          Case{R"(A\.B\.C.OU\.1.SITE)", "A.B.C", R"(OU\.1.SITE)"}, Case{"Notepad", "Notepad", "Notepad"},
+          Case{R"(Reader 7\.0)", "Reader 7.0", R"(Reader 7\.0)"},
+          Case{".APPS.SITE", ".APPS.SITE", ".APPS.SITE"}, Case{"Word.", "Word", ""},
+          Case{R"(C:\Path.APPS)", R"(C:\Path)", "APPS"}, Case{"", "", ""}}) {
         const ApplicationName name = SplitApp(test.full_name);
         EXPECT_EQ(name.application, test.application) << test.full_name;
         EXPECT_EQ(name.container, test.container) << test.full_name;

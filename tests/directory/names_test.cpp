@@ -19,28 +19,17 @@ std::string Parsed(std::string_view dn) {
 }
 
 TEST(Names, ResolveTheEscapesOfDns) {
-    const std::pair<std::string_view, std::string_view> cases[] = {
-        {"", ""},
-        {"cn=Word,ou=APPS,o=SITE", "cn:Word ou:APPS o:SITE "},
-        {"cn=Word , ou = APPS, o=SITE", "cn:Word ou:APPS o:SITE "},
-        {"2.5.4.3=Word,o=S", "2.5.4.3:Word o:S "},
-        {R"(cn=Acme\, Inc.,o=S)", "cn:Acme, Inc. o:S "},
-        {R"(cn=A\2CB\5CC,o=S)", R"(cn:A,B\C o:S )"},
-        {R"(cn=\20x\20,o=S)", "cn: x  o:S "},
-        {"cn=a+ou=b,o=S", "cn:a+b o:S "},
-        {R"(cn="a,b",o=S)", "no DN"},
-        {"cn=Caf\xC3\xA9,o=S", "cn:Caf\xE9 o:S "},
-        {R"(cn=Caf\C3\A9,o=S)", "cn:Caf\xE9 o:S "},
-        {"cn=a,", "no DN"},
-        {",o=S", "no DN"},
-        {"cn=,o=S", "no DN"},
-        {"=a,o=S", "no DN"},
-        {"[Public]", "no DN"},
-        {R"(cn=a\)", "no DN"},
-        {R"(cn=a\00b,o=S)", "no DN"},
-        {std::string_view("cn=a\0b,o=S", 10), "no DN"},
-    };
-    for (const auto& [dn, expected] : cases)
+    using Case = std::pair<std::string_view, std::string_view>;
+    for (const auto& [dn, expected] :
+         {Case{"", ""}, Case{"cn=Word,ou=APPS,o=SITE", "cn:Word ou:APPS o:SITE "},
+          Case{"cn=Word , ou = APPS, o=SITE", "cn:Word ou:APPS o:SITE "},
+          Case{"2.5.4.3=Word,o=S", "2.5.4.3:Word o:S "}, Case{R"(cn=Acme\, Inc.,o=S)", "cn:Acme, Inc. o:S "},
+          Case{R"(cn=A\2CB\5CC,o=S)", R"(cn:A,B\C o:S )"}, Case{R"(cn=\20x\20,o=S)", "cn: x  o:S "},
+          Case{"cn=a+ou=b,o=S", "cn:a+b o:S "}, Case{R"(cn="a,b",o=S)", "no DN"},
+          Case{"cn=Caf\xC3\xA9,o=S", "cn:Caf\xE9 o:S "}, Case{R"(cn=Caf\C3\A9,o=S)", "cn:Caf\xE9 o:S "},
+          Case{"cn=a,", "no DN"}, Case{",o=S", "no DN"}, Case{"cn=,o=S", "no DN"}, Case{"=a,o=S", "no DN"},
+          Case{"[Public]", "no DN"}, Case{R"(cn=a\)", "no DN"}, Case{R"(cn=a\00b,o=S)", "no DN"},
+          Case{std::string_view("cn=a\0b,o=S", 10), "no DN"}})
         EXPECT_EQ(Parsed(dn), expected) << dn;
 }
 

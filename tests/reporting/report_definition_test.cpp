@@ -4,9 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -14,6 +12,7 @@
 #include "platform/error.h"
 #include "reporting/report_catalogue.h"
 #include "reporting/report_fixture.h"
+#include "support/errors.h"
 
 namespace zorvel {
 namespace {
@@ -26,13 +25,9 @@ const std::string kHead =
 const std::string kColumn = "[[column]]\nfield = \"AppName\"\n";
 
 std::string FaultOf(const std::string& text) {
-    try {
-        ParseReportDefinition(text, "Reports\\x.rpt");
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number(), errors::kTypeMismatch);
-        return error.description();
-    }
-    return "no fault";
+    const Error error = test::RaisedBy([&] { ParseReportDefinition(text, "Reports\\x.rpt"); });
+    EXPECT_EQ(error.number(), errors::kTypeMismatch);
+    return error.description();
 }
 
 TEST(ReportDefinition, NamesFileLineAndWhatWasExpected) {
@@ -94,12 +89,8 @@ TEST(ReportDefinition, AFieldThatTheQueryDoesNotGiveIsNamedWithItsLine) {
         {"[[chart]]\nheading = \"h\"\nby = \"AppOU\"\nlabel = \"{Q}\"\n" + kColumn, "gives no field \"Q\""},
     };
     for (const auto& test : kCases) {
-        try {
-            folder.Make(kHead + test.text);
-            ADD_FAILURE() << test.text;
-        } catch (const Error& error) {
-            EXPECT_THAT(error.description(), HasSubstr(test.fault));
-        }
+        const Error error = test::RaisedBy([&] { folder.Make(kHead + test.text); });
+        EXPECT_THAT(error.description(), HasSubstr(test.fault));
     }
     // As in SQL, case makes no difference.
     EXPECT_EQ(folder.Make(kHead + "[[column]]\nfield = \"APPNAME\"\n")->rows().size(), 0U);
@@ -128,10 +119,7 @@ TEST(ReportDefinition, TextsAreOfTheCodePageAndPagesInPoints) {
 
 // Only errors that name the file come of a file that is cut short or damaged.
 TEST(ReportDefinition, DamagedFilesAreReadOrRefused) {
-    std::ostringstream whole;
-    whole
-        << std::ifstream(ZORVEL_SOURCE_DIR "/program/Reports/Zorvel_AppIssues.rpt", std::ios::binary).rdbuf();
-    const std::string text = whole.str();
+    const std::string text = test::ReadFile(ZORVEL_SOURCE_DIR "/program/Reports/Zorvel_AppIssues.rpt");
     std::size_t refused = 0;
     const auto read = [&refused](const std::string& damaged) {
         try {
@@ -157,9 +145,7 @@ TEST(ReportDefinition, DamagedFilesAreReadOrRefused) {
 TEST(ReportDefinition, EachDeliveredReportHasAQueryThatCanBeOrderedAndFiltered) {
     for (const CatalogueReport& report : CatalogueReports()) {
         const std::string path = ZORVEL_SOURCE_DIR "/program/Reports/" + std::string(report.definition);
-        std::ostringstream text;
-        text << std::ifstream(path, std::ios::binary).rdbuf();
-        const ReportDefinition definition = ParseReportDefinition(text.str(), path);
+        const ReportDefinition definition = ParseReportDefinition(test::ReadFile(path), path);
         EXPECT_EQ(definition.title, report.caption);
         const std::string upper = UpperCase(definition.query);
         EXPECT_THAT(upper, HasSubstr("ORDER BY")) << path;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "database/dataset_folder.h"
+#include "support/errors.h"
 
 namespace zorvel {
 namespace {
@@ -171,22 +172,15 @@ TEST_F(Options, OffersEachReportItsOrders) {
         std::vector<std::string> items;
         std::string selected;
     };
-    const std::vector<Case> cases = {
-        {"Issue Summary", all, all[1]},
-        {"Issue Detail", all, all[1]},
-        {"FIL File Details", all, all[1]},
-        {"Registry Details", all, all[1]},
-        {"Macro Details", caption, caption[1]},
-        {"INI File Details", all, all[1]},
-        {"Attribute Details", all, all[1]},
-        {"Run Order Summary", all, all[2]},
-        {"Associations Summary", name, name[0]},
-        {"Associations by Application", caption, caption[1]},
-        {"Associations by User", all, all[1]},
-        {"Application 'Fingerprint' Summary", {}, ""},
-        {"Application Flags Summary", name, name[0]},
-    };
-    for (const Case& expected : cases) {
+    for (const Case& expected :
+         {Case{"Issue Summary", all, all[1]}, Case{"Issue Detail", all, all[1]},
+          Case{"FIL File Details", all, all[1]}, Case{"Registry Details", all, all[1]},
+          Case{"Macro Details", caption, caption[1]}, Case{"INI File Details", all, all[1]},
+          Case{"Attribute Details", all, all[1]}, Case{"Run Order Summary", all, all[2]},
+          Case{"Associations Summary", name, name[0]},
+          Case{"Associations by Application", caption, caption[1]}, Case{"Associations by User", all, all[1]},
+          Case{"Application 'Fingerprint' Summary", {}, ""},
+          Case{"Application Flags Summary", name, name[0]}}) {
         const ReportOptions& dialog = Opened(expected.report);
         const bool issues = expected.report.starts_with("Issue ");
         EXPECT_EQ(dialog.caption, "Reporting options for " + expected.report);
@@ -254,16 +248,6 @@ TEST_F(Options, CancelsWithoutDatasets) {
     EXPECT_TRUE(choice_.cancelled);
 }
 
-TEST_F(Options, OpensAndShutsTheAdvancedArea) {
-    Add(16, "a run");
-    ReportOptions& dialog = Opened("Issue Detail");
-    for (const bool open : {false, true, false}) {
-        EXPECT_EQ(dialog.advanced_open, open);
-        EXPECT_EQ(dialog.butAdvanced, open ? "Advanced <<" : "Advanced >>");
-        dialog.ToggleAdvanced();
-    }
-}
-
 TEST_F(Options, TakesTheIssuesFromTheTemplate) {
     Add(16, "a run");
     ReportOptions& dialog = Opened("Issue Summary");
@@ -317,14 +301,7 @@ TEST_F(Options, ExcludesNothingWithoutIssuesInTheTemplate) {
 }
 
 TEST_F(Options, RaisesFailuresOfTheQueries) {
-    const auto number = [](const auto& operation) -> std::int32_t {
-        try {
-            operation();
-        } catch (const Error& error) {
-            return error.number();
-        }
-        return 0;
-    };
+    const auto number = [](const auto& operation) { return test::RaisedBy(operation).number(); };
     Add(16, "a run");
     ReportOptions& dialog = Opened("Registry Details");
     folder_.master->Execute("DROP TABLE Zorvel_CaptureDetails");

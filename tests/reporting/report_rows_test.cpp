@@ -133,26 +133,20 @@ TEST_F(ReportRowsTest, WithoutRowsThereIsNothing) {
 }
 
 TEST(DisplayedValues, AreReadableInEveryFormat) {
-    const struct {
+    struct Case {
         ValueFormat format;
-        std::string value;
-        const char* shown;
-    } kCases[] = {
-        {ValueFormat::kText, "a\tb\r\nc\rd\ne", "a    b\nc\nd\ne"},
-        {ValueFormat::kText, std::string("\0x\x7F\x81", 4), "\xB7x\xB7\xB7"},
-        {ValueFormat::kText, "\xE9\x80<&>", "\xE9\x80<&>"},
-        {ValueFormat::kNumber, "1234567", "1,234,567"},
-        {ValueFormat::kNumber, "-5", "-5"},
-        {ValueFormat::kNumber, "0", "0"},
-        {ValueFormat::kNumber, "", ""},
-        {ValueFormat::kNumber, "12 GB", "12 GB"},
-        {ValueFormat::kDate, "2026-11-16 17:28:05", "16/11/2026 17:28:05"},
-        {ValueFormat::kDate, "yesterday", "yesterday"},
-        {ValueFormat::kYesNo, "1", "Yes"},
-        {ValueFormat::kYesNo, "0", "-"},
-        {ValueFormat::kYesNo, "", "-"},
+        std::string value, shown;
     };
-    for (const auto& test : kCases) {
+    for (const auto& test :
+         {Case{ValueFormat::kText, "a\tb\r\nc\rd\ne", "a    b\nc\nd\ne"},
+          Case{ValueFormat::kText, std::string("\0x\x7F\x81", 4), "\xB7x\xB7\xB7"},
+          Case{ValueFormat::kText, "\xE9\x80<&>", "\xE9\x80<&>"},
+          Case{ValueFormat::kNumber, "1234567", "1,234,567"}, Case{ValueFormat::kNumber, "-5", "-5"},
+          Case{ValueFormat::kNumber, "0", "0"}, Case{ValueFormat::kNumber, "", ""},
+          Case{ValueFormat::kNumber, "12 GB", "12 GB"},
+          Case{ValueFormat::kDate, "2026-11-16 17:28:05", "16/11/2026 17:28:05"},
+          Case{ValueFormat::kDate, "yesterday", "yesterday"}, Case{ValueFormat::kYesNo, "1", "Yes"},
+          Case{ValueFormat::kYesNo, "0", "-"}, Case{ValueFormat::kYesNo, "", "-"}}) {
         std::string scratch;
         EXPECT_EQ(DisplayValue(test.value, test.format, scratch), test.shown) << test.value;
     }

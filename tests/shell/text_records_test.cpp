@@ -94,23 +94,6 @@ TEST_F(TextRecords, LinesAreWholeWhereverTheBufferEnds) {
     EXPECT_THAT(Lines(longer + "\r\n" + longer, LineEnd::kAny), ElementsAre(longer, longer));
 }
 
-TEST_F(TextRecords, WritesOfAnySizeArriveInTheirOrder) {
-    std::string expected;
-    OutputFile first = files_.Create(files_.Path("out"));
-    char byte = 'a';
-    for (const std::size_t size :
-         {std::size_t{3}, OutputFile::kBufferSize - 3, std::size_t{1}, std::size_t{0},
-          3 * OutputFile::kBufferSize + 1, std::size_t{5}, OutputFile::kBufferSize}) {
-        const std::string bytes(size, byte++);
-        first.Write(bytes);
-        expected += bytes;
-    }
-    OutputFile second = std::move(first);  // with what is buffered
-    second.Write("end");
-    second.Close();
-    EXPECT_EQ(folder_.Read("out"), expected + "end");
-}
-
 TEST_F(TextRecords, AValueWithCarriageReturnsStaysOneLine) {
     OutputFile out = files_.Create(files_.Path("out"));
     WriteFieldLine(out, "a\r\nb\rc\nd\r");

@@ -1,4 +1,4 @@
-// Stand-ins for the clock and the user, and the services made of them.
+// A stand-in for the user, and the services made of it and of a clock that stands still.
 #pragma once
 
 #include <deque>
@@ -7,34 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/clock.h"
 #include "platform/user_interface.h"
 #include "shell/services.h"
+#include "support/fake_clock.h"
 #include "support/temp_folder.h"
 
 namespace zorvel::test {
-
-// A clock that stands still except while somebody sleeps, or moves on by `tick` seconds whenever its timer is
-// read. It begins at 16 November 2026, 17:28:05.
-class FakeClock final : public Clock {
-  public:
-    DateTime now{2026, 11, 16, 17, 28, 5};
-    mutable double timer = 17 * 3600 + 28 * 60 + 5;
-    double tick = 0;
-    double slept = 0;
-    int days = 0;  // midnights since it began
-
-    DateTime Now() const override { return now; }
-    double Timer() const override { return timer += tick; }
-    double CoarseTimer() const override { return days * 86400 + Timer(); }
-    void Sleep(double seconds) override {
-        slept += seconds;
-        timer += seconds;
-        if (timer < 86400) return;
-        timer -= 86400;
-        ++days;
-    }
-};
 
 // Notes all that is shown; answers questions from `answers`, else with their default.
 class FakeUserInterface final : public UserInterface {

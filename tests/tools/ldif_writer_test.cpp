@@ -24,21 +24,13 @@ std::string Written(Write write) {
 }
 
 TEST(LdifWriter, WritesPlainTextAsItIsAndAllElseAsBase64) {
-    struct {
-        std::string value;
-        std::string line;
-    } const cases[] = {
-        {"Word processing", "a: Word processing\n"},
-        {"", "a:\n"},
-        {"2#entry#cn=X#:<", "a: 2#entry#cn=X#:<\n"},
-        {" leading", "a:: IGxlYWRpbmc=\n"},
-        {"trailing ", "a:: dHJhaWxpbmcg\n"},
-        {":colon", "a:: OmNvbG9u\n"},
-        {"<less", "a:: PGxlc3M=\n"},
-        {"two\nlines", "a:: dHdvCmxpbmVz\n"},
-        {"caf\xe9", "a:: Y2Fmw6k=\n"},  // as UTF-8
-    };
-    for (const auto& [value, line] : cases) {
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [value, line] :
+         {Case{"Word processing", "a: Word processing\n"}, Case{"", "a:\n"},
+          Case{"2#entry#cn=X#:<", "a: 2#entry#cn=X#:<\n"}, Case{" leading", "a:: IGxlYWRpbmc=\n"},
+          Case{"trailing ", "a:: dHJhaWxpbmcg\n"}, Case{":colon", "a:: OmNvbG9u\n"},
+          Case{"<less", "a:: PGxlc3M=\n"}, Case{"two\nlines", "a:: dHdvCmxpbmVz\n"},
+          Case{"caf\xe9", "a:: Y2Fmw6k=\n"}}) {
         EXPECT_EQ(Written([&value = value](LdifWriter& ldif) { ldif.Text("a", value); }), line);
     }
 }

@@ -12,25 +12,19 @@ namespace zorvel {
 namespace {
 
 TEST(TextSearch, FindsWithAndWithoutRegardToCase) {
-    const struct {
-        const char* text;
-        const char* needle;
+    struct Case {
+        const char *text, *needle;
         std::optional<std::size_t> first;       // without regard to case
         std::optional<std::size_t> first_case;  // with
         std::size_t count;                      // without regard to case
-    } kCases[] = {
-        {"an ERROR, an error", "error", 3, 13, 2},
-        {"an ERROR, an error", "Error", 3, std::nullopt, 2},
-        {"\xC9t\xE9", "\xE9", 0, 2, 2},
-        {"aaaaa", "AA", 0, std::nullopt, 2},
-        {"ababac", "abac", 2, 2, 1},
-        {"aabaabaaa", "aabaaa", 3, 3, 1},
-        {"one\ntwo", "e\nt", 2, 2, 1},
-        {"text", "", std::nullopt, std::nullopt, 0},
-        {"", "a", std::nullopt, std::nullopt, 0},
-        {"ab", "abc", std::nullopt, std::nullopt, 0},
     };
-    for (const auto& c : kCases) {
+    for (const auto& c :
+         {Case{"an ERROR, an error", "error", 3, 13, 2},
+          Case{"an ERROR, an error", "Error", 3, std::nullopt, 2}, Case{"\xC9t\xE9", "\xE9", 0, 2, 2},
+          Case{"aaaaa", "AA", 0, std::nullopt, 2}, Case{"ababac", "abac", 2, 2, 1},
+          Case{"aabaabaaa", "aabaaa", 3, 3, 1}, Case{"one\ntwo", "e\nt", 2, 2, 1},
+          Case{"text", "", std::nullopt, std::nullopt, 0}, Case{"", "a", std::nullopt, std::nullopt, 0},
+          Case{"ab", "abc", std::nullopt, std::nullopt, 0}}) {
         EXPECT_EQ(TextSearch(c.needle, false).Next(c.text, 0), c.first) << c.text << ": " << c.needle;
         EXPECT_EQ(TextSearch(c.needle, true).Next(c.text, 0), c.first_case) << c.text << ": " << c.needle;
         EXPECT_EQ(TextSearch(c.needle, false).Count(c.text), c.count) << c.text << ": " << c.needle;
