@@ -1,6 +1,7 @@
 #include "directory/tree_cache.h"
 
 #include <limits>
+#include <utility>
 
 #include "directory/cache_file.h"
 #include "platform/error.h"
@@ -69,8 +70,7 @@ std::string AppCachePath(const Files& files, std::string_view tree) {
     return files.Path("TempData\\" + std::string(tree) + ".AppCache");
 }
 
-TreeCacheReader::TreeCacheReader(const Files& files, std::string_view tree)
-    : reader_(Observed(files.Open(TreeCachePath(files, tree)), digest_)) {
+TreeCacheReader::TreeCacheReader(InputFile file) : reader_(Observed(std::move(file), digest_)) {
     AtPlace(reader_, [&] {
         reader_.NextLine();
         date_ = ParseDateAndTime(reader_.Next());
@@ -103,9 +103,9 @@ void TreeCacheReader::ReadContainers(TreeLists& lists) {
     });
 }
 
-std::string ReadAppCache(const Files& files, std::string_view tree, TreeLists& lists) {
+std::string ReadAppCache(InputFile file, TreeLists& lists) {
     CacheDigest digest;
-    FieldReader reader(Observed(files.Open(AppCachePath(files, tree)), digest));
+    FieldReader reader(Observed(std::move(file), digest));
     AtPlace(reader, [&] {
         reader.NextLine();
         ParseDateAndTime(reader.Next());
@@ -154,9 +154,7 @@ void TreeCacheWriter::WriteTreeCache() {
     for (const OURecord& record : lists_.OUList) {
         if (unreadable_object_.empty() && !(IsCarried(record.Name) && IsCarried(record.Class)))
             unreadable_object_ = OneLine(record.Path);
-        file.Write(PlainNumber(record.AppsHere) + ',' + Quoted(record.Path) + ',' + Quoted(record.Class) +
-                   ',' + Quoted(record.Parent) + ',' + Quoted(record.Name) + ',' +
-                   PlainNumber(record.ChildCount) + ',' + PlainNumber(record.ChildApps) + "\r\n");
+        file.Write(ContainerLine(record));
     }
     digests_.tree = file.Close();
 }
