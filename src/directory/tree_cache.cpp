@@ -1,6 +1,5 @@
 #include "directory/tree_cache.h"
 
-#include <limits>
 #include <utility>
 
 #include "directory/cache_file.h"
@@ -93,10 +92,9 @@ void TreeCacheReader::ReadContainers(TreeLists& lists) {
                 throw Error(errors::kSubscript)
                     .With("the parent '" + parent + "' does not stand before its child");
             }
-            if (apps_here > std::numeric_limits<std::int32_t>::max() - lists.counts.AppCount) {
-                throw Error(errors::kOverflow);
-            }
-            lists.counts.AppCount += apps_here;
+            const std::int64_t count = std::int64_t{lists.counts.AppCount} + apps_here;
+            if (!std::in_range<std::int32_t>(count)) throw Error(errors::kOverflow);
+            lists.counts.AppCount = static_cast<std::int32_t>(count);
             lists.AddOU({parent, path, name, class_name, apps_here, child_count, child_apps});
         }
         if (lists.OUList.empty()) throw Error(errors::kSubscript).With("the cache holds no container");
