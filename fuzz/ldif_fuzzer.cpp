@@ -2,19 +2,17 @@
 // object is found by its path and whose every value has a text.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "directory/tree_loader.h"
 #include "directory/value_texts.h"
-#include "platform/error.h"
-#include "support/temp_folder.h"
+#include "fuzz_input.h"
 
+namespace zorvel::fuzz {
 namespace {
-
-using namespace zorvel;
 
 // The schema of inputs that hold none: an attribute of each syntax with a text of its own.
 constexpr std::string_view kSchema =
@@ -26,10 +24,6 @@ constexpr std::string_view kSchema =
     "attributeTypes: ( 1.3 NAME 'aCL' SYNTAX 2.16.840.1.113719.1.1.5.1.17 )\n"
     "attributeTypes: ( 1.4 NAME 's' SYNTAX 1.3.6.1.4.1.1466.115.121.1.5 )\n"
     "objectClasses: ( 2.5.6.4 NAME 'organization' X-NDS_NAME 'Organization' )\n";
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 void ReadEveryValue(const MemoryTree& tree, EntryIndex entry) {
     EntryAttributes attributes;
@@ -48,37 +42,32 @@ void ReadEveryValue(const MemoryTree& tree, EntryIndex entry) {
     Require(count == attributes.values.size());
 }
 
-}  // namespace
-
-// libldap loses some bytes of a schema definition that it refuses.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:liblber\n";
-}
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const test::TempFolder folder;
-    static const Files files(folder.path());
-    static const bool has_schema = [] {
-        folder.Write("Trees/nds-schema.ldif", kSchema);
-        return true;
-    }();
-    Require(has_schema);
-
-    folder.Write("x.ldif", {reinterpret_cast<const char*>(data), size});
-    std::unique_ptr<MemoryTree> tree;
+std::unique_ptr<MemoryTree> Load(std::string_view input) {
     try {
-        tree = LoadTree(files, files.Path("x.ldif"));
+        return ReadTree(AsFile(input), {}, [] { return AsFile(kSchema); });
     } catch (const Error& error) {
         Require(error.number() == errors::kDirectoryUnreadable);
-        Require(error.detail().starts_with(files.Path("x.ldif") + ", line "));
-        return 0;
+        Require(error.detail().starts_with(std::string(kInputName) + ", line "));
+        return nullptr;
     }
-    for (EntryIndex entry = kRootEntry; tree->Holds(entry); ++entry) {
+}
+
+}  // namespace
+
+void TestOneInput(std::string_view input) {
+    const std::unique_ptr<MemoryTree> tree = Load(input);
+    for (EntryIndex entry = kRootEntry; tree && tree->Holds(entry); ++entry) {
         Require(tree->FindPath(tree->Components(entry)) != kNoEntry);
         Require(!tree->FullName(entry).empty());
         tree->FindFullName(tree->FullName(entry));
         ReadEveryValue(*tree, entry);
     }
-    return 0;
+}
+
+}  // namespace zorvel::fuzz
+
+// libldap loses some bytes of a schema definition that it refuses.
+extern "C" const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:liblber\n";
 }

@@ -2,22 +2,16 @@
 // log line reads as it stands in the log.
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "fuzz_input.h"
 #include "platform/code_page.h"
 #include "viewers/log_rtf.h"
 #include "viewers/rich_text.h"
 
+namespace zorvel::fuzz {
 namespace {
-
-using namespace zorvel;
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 bool IsControl(char character) {
     return (static_cast<unsigned char>(character) < 0x20 && character != '\t') || character == 0x7F;
@@ -75,9 +69,9 @@ void ReadAsLog(std::string_view bytes) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    ReadAsDocument(bytes);
-    ReadAsLog(bytes);
-    return 0;
+void TestOneInput(std::string_view input) {
+    ReadAsDocument(input);
+    ReadAsLog(input);
 }
+
+}  // namespace zorvel::fuzz

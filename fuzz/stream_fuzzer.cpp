@@ -1,33 +1,26 @@
 // Feeds arbitrary records to ParseAOT: it must end, report at most one faulty record, and keep to the
 // stream's bytes.
-#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
+#include <string_view>
 
+#include "fuzz_input.h"
 #include "support/streams_fakes.h"
 
-namespace {
+namespace zorvel::fuzz {
 
-using namespace zorvel;
 using namespace zorvel::test;
 
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void TestOneInput(std::string_view input) {
     static TestParser parser;
     static OutputFile rows("/dev/null", "rows", OutputFile::Mode::kTruncate);
     static FakeFinder finder;
 
     // The first byte chooses between an analysis run and a Find run, and whether the signature is right.
-    const std::uint8_t choice = size == 0 ? 0 : data[0];
+    const std::uint8_t choice = input.empty() ? 0 : static_cast<std::uint8_t>(input[0]);
     const bool sound = (choice & 1U) == 0;
     std::string stream = sound ? "AOT FILE" : "";
-    if (size > 0) stream.append(reinterpret_cast<const char*>(data) + 1, size - 1);
+    if (!input.empty()) stream += input.substr(1);
 
     parser.shell.log.Close();  // it would grow without end
     parser.shell.ui.boxes.clear();
@@ -44,5 +37,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(result == (stream.starts_with("AOT FILE") ? ParseResult::kParsed : ParseResult::kRejected));
     Require(parser.context.parse_errors <= 2);
     Require(signature >= 0);
-    return 0;
 }
+
+}  // namespace zorvel::fuzz

@@ -7,8 +7,7 @@
 namespace zorvel {
 namespace {
 
-std::variant<FieldReader, LineReader> MakeReader(const Files& files, const DataFile& layout) {
-    InputFile file = files.Open(files.Path(layout.name));
+std::variant<FieldReader, LineReader> MakeReader(InputFile file, const DataFile& layout) {
     if (layout.style == RecordStyle::kLines) return LineReader(std::move(file), LineEnd::kCarriageReturn);
     return FieldReader(std::move(file), {.doubled_quotes = true, .drop_trailing_blanks = true});
 }
@@ -22,7 +21,10 @@ std::string CaptureField(std::string_view field) {
 }  // namespace
 
 DataFileReader::DataFileReader(const Files& files, const DataFile& layout)
-    : fields_(layout.fields), reader_(MakeReader(files, layout)) {}
+    : DataFileReader(files.Open(files.Path(layout.name)), layout) {}
+
+DataFileReader::DataFileReader(InputFile file, const DataFile& layout)
+    : fields_(layout.fields), reader_(MakeReader(std::move(file), layout)) {}
 
 bool DataFileReader::Next(std::vector<std::string>& record) {
     record.resize(fields_);
@@ -64,8 +66,13 @@ std::string DataFileReader::Place() const {
 }
 
 std::optional<CaptureRecord> ReadCaptureRecord(const Files& files) {
-    if (!files.Exists(files.Path(data_files::kCaptureDetails.name))) return std::nullopt;
-    DataFileReader reader(files, data_files::kCaptureDetails);
+    const std::string path = files.Path(data_files::kCaptureDetails.name);
+    if (!files.Exists(path)) return std::nullopt;
+    return ReadCaptureRecord(files.Open(path));
+}
+
+CaptureRecord ReadCaptureRecord(InputFile file) {
+    DataFileReader reader(std::move(file), data_files::kCaptureDetails);
     std::vector<std::string> fields;
     if (!reader.Next(fields))
         throw Error(errors::kPastEndOfFile).With(reader.Place() + ": the file is empty");
@@ -91,14 +98,17 @@ std::string CapturedOrWritten(const Files& files) {
     }
 }
 
-void WriteCaptureRecord(const Files& files, const CaptureRecord& record) {
+std::string CaptureLine(const CaptureRecord& record) {
     std::string line = record.captured + ',' + CaptureField(record.tree) + ',' +
                        CaptureField(record.container) + ',' + record.app_count + ',';
     for (const std::string& total : record.totals)
         line += total + ',';
-    line += record.mode + "\r\n";
+    return line + record.mode + "\r\n";
+}
+
+void WriteCaptureRecord(const Files& files, const CaptureRecord& record) {
     files.WriteInPlace(files.Path(data_files::kCaptureDetails.name),
-                       [&](OutputFile& file) { file.Write(line); });
+                       [&](OutputFile& file) { file.Write(CaptureLine(record)); });
 }
 
 void RemoveCaptureRecord(const Files& files) {

@@ -59,6 +59,8 @@ class DataFileReader {
   public:
     // Opens the file. Raises error 53 when it is missing, or another file error.
     DataFileReader(const Files& files, const DataFile& layout);
+    // Reads what lies in `file` in the layout.
+    DataFileReader(InputFile file, const DataFile& layout);
 
     // Reads the next record, one text a field; false at the end of the file.
     // Raises error 62 when the file ends within a record, or without the line end of its last one; error 5
@@ -89,9 +91,12 @@ struct CaptureRecord {
 // The capture record, or nothing when the last run did not finish. Raises a file error, or 5 or 62 for a
 // record that is not whole.
 std::optional<CaptureRecord> ReadCaptureRecord(const Files& files);
+CaptureRecord ReadCaptureRecord(InputFile file);
 // When the run of a capture record ended, as far as the file tells: its first field or, when that is no date,
 // the time at which the file was written. Raises error 53 when there is no capture record.
 std::string CapturedOrWritten(const Files& files);
+// The line that holds a capture record in its file.
+std::string CaptureLine(const CaptureRecord& record);
 // Writes the capture record, whole at every moment, or raises an OutputError.
 void WriteCaptureRecord(const Files& files, const CaptureRecord& record);
 // Deletes the capture record, if there is one. Raises an OutputError.

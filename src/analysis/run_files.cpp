@@ -27,8 +27,7 @@ std::vector<OutputFile> CreateStreamFiles(const Files& files) {
 }  // namespace
 
 RunFiles::RunFiles(const Files& files)
-    : files_(files),
-      stream_files_(CreateStreamFiles(files)),
+    : stream_files_(CreateStreamFiles(files)),
       issues_(CreateDataFile(files, data_files::kIssues)),
       attributes_(CreateDataFile(files, data_files::kAppDetails)),
       app_associations_(CreateDataFile(files, data_files::kAppAssociations)),

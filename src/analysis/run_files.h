@@ -47,7 +47,6 @@ class RunFiles final : public IssueWriter {
   private:
     void QuoteRow(std::initializer_list<std::string_view> fields);
 
-    const Files& files_;
     std::vector<OutputFile> stream_files_;  // in the order of kStreamTable
     OutputFile issues_;
     OutputFile attributes_;

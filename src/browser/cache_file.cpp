@@ -12,6 +12,12 @@ std::string CacheHead(std::string_view heading, const DateTime& today, std::size
            PlainNumber(static_cast<std::int64_t>(count)) + "\r\n";
 }
 
+std::string ContainerLine(const OURecord& container) {
+    return PlainNumber(container.AppsHere) + ',' + Quoted(container.Path) + ',' + Quoted(container.Class) +
+           ',' + Quoted(container.Parent) + ',' + Quoted(container.Name) + ',' +
+           PlainNumber(container.ChildCount) + ',' + PlainNumber(container.ChildApps) + "\r\n";
+}
+
 std::string ApplicationLine(const AppRecord& application) {
     return Quoted(application.Name) + ',' + Quoted(application.Container) + "\r\n";
 }

@@ -14,6 +14,9 @@ namespace zorvel {
 // The head of such a file: `heading`, and the date of `today` with `count`; two lines.
 std::string CacheHead(std::string_view heading, const DateTime& today, std::size_t count);
 
+// The record of one container: its counts and its texts, each quoted as it stands; a line.
+std::string ContainerLine(const OURecord& container);
+
 // The record of one application: its name and its container, each quoted as it stands; a line.
 std::string ApplicationLine(const AppRecord& application);
 

@@ -32,13 +32,6 @@ std::string MarkPath(const Files& files, std::string_view tree) {
 }
 
 // A mark is a line: both digests, the state's word, and the object, with TABs between them.
-std::string LineOf(const CacheMark& mark) {
-    const auto* const word = std::find_if(kStateWords.begin(), kStateWords.end(),
-                                          [&](const StateWord& known) { return known.state == mark.state; });
-    return mark.digests.tree + '\t' + mark.digests.applications + '\t' + std::string(word->word) + '\t' +
-           mark.object + "\r\n";
-}
-
 std::optional<CacheMark> MarkOf(std::string_view line) {
     std::array<std::string, 4> fields;
     for (std::string& field : fields) {
@@ -92,13 +85,25 @@ std::string CacheDigest::Text() const {
     return text;
 }
 
+std::vector<CacheMark> ReadCacheMarks(InputFile file) {
+    std::vector<CacheMark> marks;
+    LineReader reader(std::move(file), LineEnd::kAny);
+    for (std::string line; reader.Next(line);) {
+        if (std::optional<CacheMark> mark = MarkOf(line)) marks.push_back(*std::move(mark));
+    }
+    return marks;
+}
+
+std::string CacheMarkLine(const CacheMark& mark) {
+    const auto* const word = std::find_if(kStateWords.begin(), kStateWords.end(),
+                                          [&](const StateWord& known) { return known.state == mark.state; });
+    return mark.digests.tree + '\t' + mark.digests.applications + '\t' + std::string(word->word) + '\t' +
+           mark.object + "\r\n";
+}
+
 CacheMarks::CacheMarks(const Files& files, std::string_view tree) : files_(files), tree_(tree) {
     const std::string path = MarkPath(files, tree);
-    if (!files.Exists(path)) return;
-    LineReader reader(files.Open(path), LineEnd::kAny);
-    for (std::string line; reader.Next(line);) {
-        if (std::optional<CacheMark> mark = MarkOf(line)) marks_.push_back(*std::move(mark));
-    }
+    if (files.Exists(path)) marks_ = ReadCacheMarks(files.Open(path));
 }
 
 CacheState CacheMarks::StateOf(const CacheDigests& digests) const {
@@ -139,7 +144,7 @@ void CacheMarks::Write() const {
     files_.WriteInPlace(MarkPath(files_, tree_), [this](OutputFile& file) {
         file.Write(std::string(kHeading) + "\r\n");
         for (const CacheMark& mark : marks_)
-            file.Write(LineOf(mark));
+            file.Write(CacheMarkLine(mark));
     });
 }
 

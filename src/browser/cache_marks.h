@@ -54,7 +54,14 @@ struct CacheMark {
     CacheDigests digests;
     CacheState state = CacheState::kWhole;
     std::string object{};  // the path of the object whose name cannot be carried
+
+    bool operator==(const CacheMark&) const = default;
 };
+
+// The marks of a file, in its order. What is damaged in it is passed over. Raises error 75 on a read error.
+std::vector<CacheMark> ReadCacheMarks(InputFile file);
+// The line that holds a mark in its file.
+std::string CacheMarkLine(const CacheMark& mark);
 
 class CacheMarks {
   public:

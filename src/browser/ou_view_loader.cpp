@@ -74,7 +74,7 @@ OUViewLoader::CacheLoad OUViewLoader::LoadFromCache(std::string_view tree) {
     services_.log.WriteLog("Reading Tree Cache, '" + TreeCachePath(files, tree) + "'");
     CacheDigests digests;
     {
-        TreeCacheReader cache(files, tree);
+        TreeCacheReader cache(files.Open(TreeCachePath(files, tree)));
         if (CacheIsTooOld(tree, cache.date())) return CacheLoad::kTooOld;
         lists_.counts.StatusPrefix = "Using cached Tree from " + ShortDate(cache.date());
         cache.ReadContainers(lists_);
@@ -83,7 +83,7 @@ OUViewLoader::CacheLoad OUViewLoader::LoadFromCache(std::string_view tree) {
     for (std::size_t number = 1; number <= lists_.OUList.size(); ++number)
         display_.AddNode(number, number == 1);
     services_.log.WriteLog("Reading Application Cache, '" + AppCachePath(files, tree) + "'");
-    digests.applications = ReadAppCache(files, tree, lists_);
+    digests.applications = ReadAppCache(files.Open(AppCachePath(files, tree)), lists_);
     if (!CachesFit(tree, marks.StateOf(digests))) {
         Clear();
         return CacheLoad::kUnfit;

@@ -1,6 +1,6 @@
 #include "browser/tree_cache.h"
 
-#include <limits>
+#include <utility>
 
 #include "browser/cache_file.h"
 #include "platform/error.h"
@@ -69,8 +69,7 @@ std::string AppCachePath(const Files& files, std::string_view tree) {
     return files.Path("TempData\\" + std::string(tree) + ".AppCache");
 }
 
-TreeCacheReader::TreeCacheReader(const Files& files, std::string_view tree)
-    : reader_(Observed(files.Open(TreeCachePath(files, tree)), digest_)) {
+TreeCacheReader::TreeCacheReader(InputFile file) : reader_(Observed(std::move(file), digest_)) {
     AtPlace(reader_, [&] {
         reader_.NextLine();
         date_ = ParseDateAndTime(reader_.Next());
@@ -93,19 +92,18 @@ void TreeCacheReader::ReadContainers(TreeLists& lists) {
                 throw Error(errors::kSubscript)
                     .With("the parent '" + parent + "' does not stand before its child");
             }
-            if (apps_here > std::numeric_limits<std::int32_t>::max() - lists.counts.AppCount) {
-                throw Error(errors::kOverflow);
-            }
-            lists.counts.AppCount += apps_here;
+            const std::int64_t count = std::int64_t{lists.counts.AppCount} + apps_here;
+            if (!std::in_range<std::int32_t>(count)) throw Error(errors::kOverflow);
+            lists.counts.AppCount = static_cast<std::int32_t>(count);
             lists.AddOU({parent, path, name, class_name, apps_here, child_count, child_apps});
         }
         if (lists.OUList.empty()) throw Error(errors::kSubscript).With("the cache holds no container");
     });
 }
 
-std::string ReadAppCache(const Files& files, std::string_view tree, TreeLists& lists) {
+std::string ReadAppCache(InputFile file, TreeLists& lists) {
     CacheDigest digest;
-    FieldReader reader(Observed(files.Open(AppCachePath(files, tree)), digest));
+    FieldReader reader(Observed(std::move(file), digest));
     AtPlace(reader, [&] {
         reader.NextLine();
         ParseDateAndTime(reader.Next());
@@ -154,9 +152,7 @@ void TreeCacheWriter::WriteTreeCache() {
     for (const OURecord& record : lists_.OUList) {
         if (unreadable_object_.empty() && !(IsCarried(record.Name) && IsCarried(record.Class)))
             unreadable_object_ = OneLine(record.Path);
-        file.Write(PlainNumber(record.AppsHere) + ',' + Quoted(record.Path) + ',' + Quoted(record.Class) +
-                   ',' + Quoted(record.Parent) + ',' + Quoted(record.Name) + ',' +
-                   PlainNumber(record.ChildCount) + ',' + PlainNumber(record.ChildApps) + "\r\n");
+        file.Write(ContainerLine(record));
     }
     digests_.tree = file.Close();
 }

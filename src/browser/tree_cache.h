@@ -20,7 +20,7 @@ std::string AppCachePath(const Files& files, std::string_view tree);
 // All operations raise error 6, 9, 13 or 62, or a file error; the detail names file and line.
 class TreeCacheReader {
   public:
-    TreeCacheReader(const Files& files, std::string_view tree);
+    explicit TreeCacheReader(InputFile file);
 
     // The day on which the cache was written.
     const DateTime& date() const { return date_; }
@@ -38,7 +38,7 @@ class TreeCacheReader {
 
 // Appends the cached applications to `lists`; AppCount becomes their number. Returns the file's digest.
 // Raises what TreeCacheReader raises.
-std::string ReadAppCache(const Files& files, std::string_view tree, TreeLists& lists);
+std::string ReadAppCache(InputFile file, TreeLists& lists);
 
 // True when each container holds as many applications as its record says.
 bool ApplicationsFit(const TreeLists& lists);

@@ -163,7 +163,7 @@ void MainController::OpenMasterCatalogue() {
 std::vector<std::string> MainController::LoadRuleList(std::string_view name) {
     const std::string path = files_.Path(name);
     log_.WriteLog("Reading " + path + " file...");
-    std::vector<std::string> entries = ReadRuleList(files_, path);
+    std::vector<std::string> entries = ReadRuleList(files_.Open(path));
     log_.WriteLog(std::to_string(entries.size()) + " entry(s) were read");
     return entries;
 }

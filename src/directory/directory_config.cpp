@@ -17,8 +17,7 @@ class ConfigReader {
   public:
     explicit ConfigReader(const Files& files) : files_(files), path_(files.Path(kDirectoryConfigFile)) {}
 
-    DirectoryConfig Read() {
-        const std::string text = files_.Read(path_);
+    DirectoryConfig Read(std::string_view text) const {
         try {
             const toml::table document = toml::parse(text);
             return Take(document);
@@ -99,7 +98,11 @@ class ConfigReader {
 }  // namespace
 
 DirectoryConfig ReadDirectoryConfig(const Files& files) {
-    return ConfigReader(files).Read();
+    return ParseDirectoryConfig(files, files.Read(files.Path(kDirectoryConfigFile)));
+}
+
+DirectoryConfig ParseDirectoryConfig(const Files& files, std::string_view text) {
+    return ConfigReader(files).Read(text);
 }
 
 }  // namespace zorvel

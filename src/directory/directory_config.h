@@ -26,4 +26,8 @@ struct DirectoryConfig {
 // content is at fault; the detail is "file, line N, column M: " and the reason.
 DirectoryConfig ReadDirectoryConfig(const Files& files);
 
+// The trees of `text`, the content of Directory.toml in the program folder of `files`. Raises error 5 as
+// ReadDirectoryConfig does.
+DirectoryConfig ParseDirectoryConfig(const Files& files, std::string_view text);
+
 }  // namespace zorvel

@@ -15,8 +15,8 @@ constexpr std::string_view kPathPrefix = R"(NDS:\\)";
 // The characters that make a relative DN more than a type, "=" and a text that stands for itself.
 constexpr std::array<bool, 256> kSpecial = [] {
     std::array<bool, 256> special{};
-    for (const unsigned char character : {'\\', '"', '+', ';', '#', '<', '>', '=', '\0'})
-        special[character] = true;
+    for (const char character : {'\\', '"', '+', ';', '#', '<', '>', '=', '\0'})
+        special[static_cast<unsigned char>(character)] = true;
     return special;
 }();
 

@@ -37,13 +37,12 @@ bool IsSchema(const NamingComponent& only_component) {
 
 class TreeLoader {
   public:
-    TreeLoader(const Files& files, std::string_view path)
-        : files_(files), reader_(files.Open(path), files.Resolve(path)) {}
+    TreeLoader(InputFile file, std::filesystem::path path) : reader_(std::move(file), std::move(path)) {}
 
-    std::unique_ptr<MemoryTree> Load() {
+    std::unique_ptr<MemoryTree> Load(const std::function<InputFile()>& open_schema) {
         while (reader_.NextRecord())
             ReadRecord();
-        if (!has_schema_) LoadBundledSchema();
+        if (!has_schema_) LoadSchema(open_schema());
         return std::make_unique<MemoryTree>(std::move(store_), std::move(schema_), attribute_names_);
     }
 
@@ -145,8 +144,8 @@ class TreeLoader {
         return number;
     }
 
-    void LoadBundledSchema() {
-        LdifReader reader(files_.Open(files_.Path(kBundledSchema)));
+    void LoadSchema(InputFile file) {
+        LdifReader reader(std::move(file));
         std::vector<NamingComponent> components;
         while (reader.NextRecord()) {
             if (ParseDN(reader.dn(), components) && components.size() == 1 && IsSchema(components.front())) {
@@ -155,7 +154,6 @@ class TreeLoader {
         }
     }
 
-    const Files& files_;
     LdifReader reader_;
     EntryStore store_;
     Schema schema_;
@@ -170,9 +168,15 @@ class TreeLoader {
 
 }  // namespace
 
+std::unique_ptr<MemoryTree> ReadTree(InputFile file, std::filesystem::path path,
+                                     const std::function<InputFile()>& open_schema) {
+    return TreeLoader(std::move(file), std::move(path)).Load(open_schema);
+}
+
 std::unique_ptr<MemoryTree> LoadTree(const Files& files, std::string_view path) {
     try {
-        return TreeLoader(files, path).Load();
+        return ReadTree(files.Open(path), files.Resolve(path),
+                        [&] { return files.Open(files.Path(kBundledSchema)); });
     } catch (const Error& error) {
         if (error.number() == errors::kDirectoryUnreadable) throw;
         const Error told = error.detail().empty() ? error.At(std::string(path)) : error;

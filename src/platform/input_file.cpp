@@ -27,17 +27,30 @@ InputFile::InputFile(const std::filesystem::path& path, std::string name)
     std::setvbuf(file_.get(), nullptr, _IONBF, 0);
 }
 
+InputFile InputFile::OfBytes(std::string_view bytes, std::string name) {
+    InputFile file;
+    file.name_ = std::move(name);
+    file.in_memory_ = bytes;
+    return file;
+}
+
 bool InputFile::Fill() {
     at_ = 0;
-    end_ = std::fread(buffer_.data(), 1, buffer_.size(), file_.get());
-    if (end_ == 0 && std::ferror(file_.get()) != 0) throw FileError(errno, name_);
-    if (observer_) observer_({buffer_.data(), end_});
+    if (file_) {
+        bytes_ = buffer_.data();
+        end_ = std::fread(buffer_.data(), 1, buffer_.size(), file_.get());
+        if (end_ == 0 && std::ferror(file_.get()) != 0) throw FileError(errno, name_);
+    } else {
+        bytes_ = in_memory_.data();
+        end_ = std::exchange(in_memory_, {}).size();
+    }
+    if (observer_) observer_({bytes_, end_});
     return end_ > 0;
 }
 
 std::string_view InputFile::Available() {
     if (at_ == end_ && !Fill()) return {};
-    return {buffer_.data() + at_, end_ - at_};
+    return {bytes_ + at_, end_ - at_};
 }
 
 std::string InputFile::Rest() {

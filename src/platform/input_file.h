@@ -1,4 +1,4 @@
-// A file read front to back through one buffer.
+// Bytes read front to back: those of a file, through one buffer, or those of a text in memory.
 #pragma once
 
 #include <cstdio>
@@ -20,15 +20,18 @@ class InputFile {
     // cannot be opened, and 75 for a folder, a pipe or a device.
     InputFile(const std::filesystem::path& path, std::string name);
 
+    // Reads `bytes`, which must outlive the object, as if they stood in a file that errors call `name`.
+    static InputFile OfBytes(std::string_view bytes, std::string name);
+
     // The next byte as 0 to 255, or -1 at the end of the file; Peek does not move on. Raises error 75 on a
     // read error.
-    int Peek() { return at_ < end_ || Fill() ? static_cast<unsigned char>(buffer_[at_]) : -1; }
+    int Peek() { return at_ < end_ || Fill() ? static_cast<unsigned char>(bytes_[at_]) : -1; }
     int Get() {
         const int byte = Peek();
         if (byte >= 0) ++at_;
         return byte;
     }
-    // The bytes in the buffer that were not yet taken, refilled when there are none; empty at the end of the
+    // The bytes at hand that were not yet taken, refilled when there are none; empty at the end of the
     // file.
     std::string_view Available();
     // Moves past `count` bytes of what Available gave.
@@ -43,6 +46,8 @@ class InputFile {
     const std::string& name() const { return name_; }
 
   private:
+    InputFile() = default;
+
     bool Fill();
 
     struct Closer {
@@ -51,7 +56,9 @@ class InputFile {
 
     std::string name_;
     std::unique_ptr<std::FILE, Closer> file_;
-    std::vector<char> buffer_;
+    std::vector<char> buffer_;     // of a file
+    std::string_view in_memory_;   // without a file: the bytes that are still to come
+    const char* bytes_ = nullptr;  // at hand, from at_ to end_
     std::size_t at_ = 0;
     std::size_t end_ = 0;
     std::function<void(std::string_view)> observer_;

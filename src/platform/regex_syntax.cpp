@@ -205,7 +205,7 @@ double Translator::WaysToRepeat(std::string_view quantifier) const {
     const std::size_t digits = quantifier.size() - comma - 2;
     constexpr std::size_t kMostDigits = 5;  // the engine takes no more
     if (digits == 0 || digits > kMostDigits) return kEndless;
-    return std::stod(std::string(quantifier.substr(comma + 1, digits)));
+    return std::max(1.0, std::stod(std::string(quantifier.substr(comma + 1, digits))));
 }
 
 // The size of the "{m}", "{m,}" or "{m,n}" that comes next; 0 when the brace is a character like any other.

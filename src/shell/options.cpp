@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <utility>
 #include <variant>
 
 #include "platform/code_page.h"
@@ -69,6 +70,15 @@ std::string_view KeyOf(NumberText box) {
     return std::find_if(kSettings.begin(), kSettings.end(), holds)->key;
 }
 
+void Apply(std::string_view key, const std::string& value, bool flag, OptionControls& controls) {
+    for (const Setting& setting : kSettings) {
+        if (!EqualIgnoringCase(setting.key, key)) continue;
+        Visit(
+            setting, controls, [&](int& box) { box = flag ? 1 : 0; },
+            [&](std::string& text) { text = value; });
+    }
+}
+
 }  // namespace
 
 std::string Chk2Text(int check_state) {
@@ -86,6 +96,36 @@ std::string Spin(std::string_view text, int steps, const SpinnerRange& range) {
     return std::to_string(std::clamp<std::int64_t>(value + steps, range.minimum, range.maximum));
 }
 
+void ReadControls(InputFile file, OptionControls& controls) {
+    FieldReader reader(std::move(file));
+    std::string key;
+    bool flag = false;
+    while (!reader.AtEnd()) {
+        const std::string record = reader.Next();
+        const std::size_t equals = record.find('=');
+        std::string value = UpperCase(record);
+        if (equals != std::string::npos) {
+            key = value.substr(0, equals);
+            value.erase(0, equals + 1);
+        }
+        if (value == "TRUE") flag = true;
+        if (value == "FALSE") flag = false;
+        Apply(key, value, flag, controls);
+    }
+}
+
+std::string OptionsText(const OptionControls& controls) {
+    std::string text;
+    for (const Setting& setting : kSettings) {
+        text.append(setting.key) += '=';
+        Visit(
+            setting, controls, [&](int box) { text += Chk2Text(box); },
+            [&](const std::string& value) { text += value; });
+        text += "\r\n";
+    }
+    return text;
+}
+
 Options::Options(const Files& files, UserInterface& ui, Log& log, WriterLock& writers)
     : files_(files), ui_(ui), log_(log), writers_(writers) {}
 
@@ -96,21 +136,7 @@ std::string Options::FileName() const {
 bool Options::ReadOptions() {
     bool complete = false;
     try {
-        FieldReader reader(files_.Open(FileName()));
-        std::string key;
-        bool flag = false;
-        while (!reader.AtEnd()) {
-            const std::string record = reader.Next();
-            const std::size_t equals = record.find('=');
-            std::string value = UpperCase(record);
-            if (equals != std::string::npos) {
-                key = value.substr(0, equals);
-                value.erase(0, equals + 1);
-            }
-            if (value == "TRUE") flag = true;
-            if (value == "FALSE") flag = false;
-            Apply(key, value, flag);
-        }
+        ReadControls(files_.Open(FileName()), controls);
         complete = true;
     } catch (...) {
         const Error error = CurrentError();
@@ -120,15 +146,6 @@ bool Options::ReadOptions() {
     }
     RefreshOptions();
     return complete;
-}
-
-void Options::Apply(std::string_view key, const std::string& value, bool flag) {
-    for (const Setting& setting : kSettings) {
-        if (UpperCase(setting.key) != key) continue;
-        Visit(
-            setting, controls, [&](int& box) { box = flag ? 1 : 0; },
-            [&](std::string& text) { text = value; });
-    }
 }
 
 std::optional<double> Options::Number(NumberText box) {
@@ -155,16 +172,7 @@ bool Options::WriteOptions() {
     const auto hold = writers_.Acquire();
     if (!hold) return false;
     try {
-        files_.WriteInPlace(FileName(), [this](OutputFile& file) {
-            for (const Setting& setting : kSettings) {
-                std::string line(setting.key);
-                line += '=';
-                Visit(
-                    setting, controls, [&](int box) { line += Chk2Text(box); },
-                    [&](const std::string& text) { line += text; });
-                file.Write(line + "\r\n");
-            }
-        });
+        files_.WriteInPlace(FileName(), [this](OutputFile& file) { file.Write(OptionsText(controls)); });
     } catch (...) {
         const Error error = CurrentError();
         ui_.Tell("Error" + ErrorText(error) + " occurred during Options File Write.", MessageIcon::kCritical,

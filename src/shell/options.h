@@ -94,6 +94,12 @@ inline constexpr std::array<NumberBox, 5> kNumberBoxes = {{
 // the text held before, moved, and kept within the range.
 std::string Spin(std::string_view text, int steps, const SpinnerRange& range);
 
+// Reads an options file into the controls. Keys that it does not hold keep their values, and so do those that
+// stand behind an error. Raises error 75 on a read error.
+void ReadControls(InputFile file, OptionControls& controls);
+// The options file of the controls: all 17 keys, a line each.
+std::string OptionsText(const OptionControls& controls);
+
 class Options {
   public:
     Options(const Files& files, UserInterface& ui, Log& log, WriterLock& writers);
@@ -121,7 +127,6 @@ class Options {
 
   private:
     std::string FileName() const;
-    void Apply(std::string_view key, const std::string& value, bool flag);
     void TellBadNumber(NumberText box);
 
     const Files& files_;

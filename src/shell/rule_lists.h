@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/files.h"
+#include "platform/input_file.h"
 
 namespace zorvel {
 
@@ -18,7 +18,7 @@ struct RuleLists {
 };
 
 // The entries of a rule list: every line that does not begin with ";" and is not blank, in upper case.
-// Raises error 53 when the file is missing, or another file error.
-std::vector<std::string> ReadRuleList(const Files& files, std::string_view path);
+// Raises error 75 on a read error.
+std::vector<std::string> ReadRuleList(InputFile file);
 
 }  // namespace zorvel

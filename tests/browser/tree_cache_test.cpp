@@ -166,6 +166,10 @@ TEST_F(TreeCache, ABrokenCacheIsToldWithFileAndLine) {
           Case{"orphan", "x\r\n16/11/2026, 5\r\n" + root + " 1,\"p\",\"c\",\"gone\",\"n\", 0, 0\r\n", apps, 9,
                "TreeCache, line 4: the parent 'gone' does not stand before its child"},
           Case{"twice", "x\r\n16/11/2026, 5\r\n" + root + root, apps, 9, "line 4: the parent '' does"},
+          Case{"far below none",
+               "x\r\n16/11/2026, 5\r\n-2147483648" + root.substr(2) +
+                   "-1,\"p\",\"c\",\"NDS:\\\\T1\\[Root]\",\"n\", 0, 0\r\n",
+               apps, 6, "TreeCache, line 4: Overflow"},
           Case{"empty", "", apps, 62, "TreeCache, line 1: the file ends before its first record"},
           Case{"no root", "x\r\n16/11/2026, 0\r\n", apps, 9, "the cache holds no container"},
           Case{"huge", "x\r\n16/11/2026, 99999999999\r\n", apps, 6,

@@ -9,6 +9,7 @@
 
 #include "platform/code_page.h"
 #include "platform/hex.h"
+#include "platform/regex_syntax.h"
 #include "platform/regex_tables.h"
 #include "support/errors.h"
 
@@ -98,6 +99,15 @@ TEST(Regex, TablesThatAreNotAsKnownAreNoEngine) {
     EXPECT_EQ(RaisedBy([&] { CharacterTables(tables); }).number(), errors::kNoAutomation) << "another size";
     tables.push_back(0);
     EXPECT_EQ(RaisedBy([&] { CharacterTables(tables); }).number(), errors::kNoAutomation) << "another order";
+}
+
+// What would be machine code, which does not count them all, if nothing were left of their number.
+TEST(Regex, ARepetitionOfNothingLeavesTheWaysToMatchAsTheyAre) {
+    for (const char* nothing : {"x{0,0}", "x{0}", "(?:x){0,0}"}) {
+        EXPECT_GE(TranslateExpression(std::string("(a*)*(b*)*c") + nothing).ways,
+                  TranslateExpression("(a*)*(b*)*c").ways)
+            << nothing;
+    }
 }
 
 TEST(Regex, TellsWhatIsWrongWithAnExpressionAndWhere) {

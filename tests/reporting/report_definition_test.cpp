@@ -64,6 +64,11 @@ TEST(ReportDefinition, NamesFileLineAndWhatWasExpected) {
          "line 5: \"heading\": expected the name of a field and"},
         {kHead + "[[group]]\nby = \"a\"\nheading = \"{}\"\n",
          "line 5: \"heading\": expected the name of a field and"},
+        // Letters and signs beyond ASCII, and what is no character, stand between quotes only.
+        {kHead + "\xC3\xA4 = 1\n" + kColumn, "Reports\\x.rpt, line 3: "},
+        {kHead + "\xE3\x80\x82\n" + kColumn, "Reports\\x.rpt, line 3: "},
+        {kHead + "\xEF\xB5\xBF = 1\n" + kColumn, "Reports\\x.rpt, line 3: "},
+        {kHead + "explanation = \"\"\"\\\n  \xC3\xA4\xE3\x80\x82\"\"\"\n" + kColumn, "no fault"},
         {kHead + "[[total]]\nheading = \"n\"\n", "line 3: [[total]]: expected either count = true"},
         {kHead + "[[total]]\nheading = \"n\"\ncount = true\nsum = \"a\"\n", "expected either count = true"},
         {kHead + "[[total]]\nheading = \"n\"\ncount = true\nlevels = 1\n",

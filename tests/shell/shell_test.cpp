@@ -145,7 +145,8 @@ TEST(RuleLists, KeepEveryLineThatSaysSomethingInUpperCase) {
     for (int i = 0; i < 51; ++i)
         lines += "entry" + std::to_string(i) + "\r\n";
     shell.folder.Write("FileIssue.dat", lines);
-    const std::vector<std::string> entries = ReadRuleList(shell.files, shell.files.Path("fileissue.DAT"));
+    const std::vector<std::string> entries =
+        ReadRuleList(shell.files.Open(shell.files.Path("fileissue.DAT")));
     ASSERT_EQ(entries.size(), 53U);
     EXPECT_EQ(entries[0], "  LEAD\xC9 ");
     EXPECT_EQ(entries[1], "X ; Y");
