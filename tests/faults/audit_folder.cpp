@@ -150,6 +150,12 @@ std::string AuditFolder::Digest(const std::string& dataset) const {
     return std::to_string(std::hash<std::string>{}(text));
 }
 
+// A cache without its heading and its date.
+std::string AuditFolder::Records(const std::string& cache) const {
+    const std::string text = ReadFile(path_ / "TempData" / ("T." + cache));
+    return text.substr(std::min(text.find('\n', text.find('\n') + 1), text.size()));
+}
+
 FolderState AuditFolder::State() const {
     FolderState state;
     std::istringstream datasets(Need({"datasets"}));
@@ -163,7 +169,8 @@ FolderState AuditFolder::State() const {
     for (const char* name : kWholeFiles) {
         if (fs::exists(path_ / name)) state.files[name] = WithoutTime(ReadFile(path_ / name));
     }
-    state.containers = Need({"containers"});
+    state.tree = Need({"containers"});
+    state.tree += Records("TreeCache") + Records("AppCache");  // of the tree that was listed now
     return state;
 }
 

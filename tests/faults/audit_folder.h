@@ -15,7 +15,7 @@ inline const std::string kNotCompleted = "not completed";
 
 // What a user can see of a program folder.
 struct FolderState {
-    std::string containers;                       // the tree, as it is listed
+    std::string tree;                             // as it is listed, and its caches
     std::map<std::string, std::string> datasets;  // by file name: a digest of the rows, or kNotCompleted
     std::map<std::string, std::string> files;     // those that are written as a whole, by name
     bool operator==(const FolderState&) const = default;
@@ -51,6 +51,7 @@ class AuditFolder {
     FolderState State() const;
 
   private:
+    std::string Records(const std::string& cache) const;
     std::string Digest(const std::string& dataset) const;
 
     std::filesystem::path path_;

@@ -48,7 +48,7 @@ class Trial {
         if (outcome.status != 0) return Expect(!outcome.errors.empty(), "it failed without a word");
         const FolderState state = folder_.State();
         // Without caches the tree was read all the same; then that is told.
-        Expect(state.containers == reference_.after.containers || !outcome.errors.empty(),
+        Expect(state.tree == reference_.after.tree || !outcome.errors.empty(),
                "it succeeded with another tree");
         Expect(state.files == reference_.after.files, "it succeeded with other files");
         Expect(Digests(state) == Digests(reference_.after), "it succeeded with other datasets");
@@ -56,8 +56,7 @@ class Trial {
 
     void CheckLeftOvers() {
         const FolderState state = folder_.State();
-        Expect(state.containers == reference_.before.containers ||
-                   state.containers == reference_.after.containers,
+        Expect(state.tree == reference_.before.tree || state.tree == reference_.after.tree,
                "the tree is neither the old nor the new");
         for (const auto& [name, bytes] : reference_.after.files)
             CheckFile(name, state);
@@ -92,7 +91,7 @@ class Trial {
         folder_.Need(kNextRun);
         folder_.Run(kRepair);
         const FolderState state = folder_.State();
-        Expect(state.containers == reference_.final.containers, "the next run reads another tree");
+        Expect(state.tree == reference_.final.tree, "the next run reads another tree");
         Expect(reference_.next_runs.contains(state.datasets.rbegin()->second), "the next run is another one");
         for (const auto& [name, digest] : state.datasets)
             Expect(digest != kNotCompleted || Named(name), name + " is not completed, and nobody says so");
