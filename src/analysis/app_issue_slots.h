@@ -30,9 +30,9 @@ struct AppIssueSlots {
 
     // Gives the slots their codes, at start-up.
     void Fill() {
-        constexpr std::array<Issue, 6> kIssues = {Issue::kNoDescription, Issue::kNoAdminNotes,
+        constexpr std::array<Issue, 6> kIssues = {Issue::kNoDescription,  Issue::kNoAdminNotes,
                                                   Issue::kNoAssociations, Issue::kComplexIni,
-                                                  Issue::kComplexText,   Issue::kComplexRegistry};
+                                                  Issue::kComplexText,    Issue::kComplexRegistry};
         for (std::size_t i = 0; i < kIssues.size(); ++i)
             slots[i].code = CodeOf(kIssues[i]);
     }
