@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "browser/ou_view_loader.h"
+#include "browser/tree_refresh.h"
 #include "directory/memory_directory.h"
 #include "sample_tree_writer.h"
 #include "support/fake_window.h"
@@ -44,7 +44,7 @@ struct Tree {
                       shell.options, shell.activity, shell.writers};
     MemoryDirectory directory{shell.files, shell.log};
     test::FakeOUViewDisplay display;
-    OUViewLoader loader{services, directory, lists, display, 0};
+    TreeRefresh loader{services, directory, lists, display, 0};
     std::uintmax_t ldif_size = 0;
 
     Tree(std::size_t containers, std::size_t applications, std::size_t entries) {

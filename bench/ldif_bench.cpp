@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "directory/tree_loader.h"
+#include "directory/ldif_tree.h"
 #include "support/temp_folder.h"
 
 namespace zorvel {
@@ -32,7 +32,7 @@ void Load(benchmark::State& state, const std::string& ldif, int applications) {
     const Files files(folder.path());
     const std::string path = files.Path("x.ldif");
     for ([[maybe_unused]] const auto round : state)
-        benchmark::DoNotOptimize(LoadTree(files, path));
+        benchmark::DoNotOptimize(LoadLdifTree(files, path));
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(ldif.size()));
     state.SetItemsProcessed(state.iterations() * applications);
 }

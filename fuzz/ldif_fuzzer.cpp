@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "directory/tree_loader.h"
+#include "directory/ldif_tree.h"
 #include "directory/value_texts.h"
 #include "fuzz_input.h"
 
@@ -44,7 +44,7 @@ void ReadEveryValue(const MemoryTree& tree, EntryIndex entry) {
 
 std::unique_ptr<MemoryTree> Load(std::string_view input) {
     try {
-        return ReadTree(AsFile(input), {}, [] { return AsFile(kSchema); });
+        return ReadLdifTree(AsFile(input), {}, [] { return AsFile(kSchema); });
     } catch (const Error& error) {
         Require(error.number() == errors::kDirectoryUnreadable);
         Require(error.detail().starts_with(std::string(kInputName) + ", line "));

@@ -17,15 +17,15 @@ class RunDisplay {
   public:
     virtual ~RunDisplay() = default;
 
-    virtual void EnableGenerate(bool enabled) = 0;
-    virtual void ShowStatusTab() = 0;
-    virtual void ShowSelectedCount(std::string_view text) = 0;
-    virtual void ShowCurrentApplication(std::string_view count, std::string_view name) = 0;
+    virtual void EnableGenerate(bool /*enabled*/) {}
+    virtual void ShowStatusTab() {}
+    virtual void ShowSelectedCount(std::string_view /*text*/) {}
+    virtual void ShowCurrentApplication(std::string_view /*count*/, std::string_view /*name*/) {}
     // The counters and times changed; `status` gives their texts. Called often: a display may skip some.
-    virtual void ShowStatusCounts(const RunStatus& status) = 0;
+    virtual void ShowStatusCounts(const RunStatus& /*status*/) {}
     // The two progress bars, 0 to 100.
-    virtual void ShowStreamProgress(double value) = 0;
-    virtual void ShowOverallProgress(double value) = 0;
+    virtual void ShowStreamProgress(double /*value*/) {}
+    virtual void ShowOverallProgress(double /*value*/) {}
     // Shows the closing summary and asks whether to import the data at once; `question` is both in one text.
     virtual bool OfferImport(const std::string& summary, const std::string& question) = 0;
 };

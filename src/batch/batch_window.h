@@ -52,35 +52,6 @@ class BatchWindow final : public UserInterface, public MainWindow, public RunDis
     void Status(std::string_view application, std::string_view section, std::string_view activity,
                 std::string_view count) override;
 
-    // What only a window has.
-    void ShowStatusFrame() override {}
-    void Progress(int /*value*/, int /*maximum*/) override {}
-    void ShowStatusTab() override {}
-    void ShowStatusCounts(const RunStatus& /*status*/) override {}
-    void ShowStreamProgress(double /*value*/) override {}
-    void ShowOverallProgress(double /*value*/) override {}
-    void ClearBrowser() override {}
-    void AddNode(std::size_t /*ou_number*/, bool /*expanded*/) override {}
-    void RedrawBrowser() override {}
-    void ShowCacheTree(std::string_view /*title*/) override {}
-    void SetLabOU(std::string_view /*text*/) override {}
-    void SetLabOUCount(std::string_view /*text*/) override {}
-    void SetLabApps(std::string_view /*text*/) override {}
-    void SetLabElapsed(std::string_view /*text*/) override {}
-    void CloseCacheTree() override {}
-    void SetCaption(std::string_view /*caption*/) override {}
-    void LayOut() override {}
-    void Show() override {}
-    bool ShowWelcome() override { return false; }
-    void EnableReenableWelcome(bool /*enabled*/) override {}
-    void LoadClassIcons() override {}
-    void AddTree(std::string_view /*name*/) override {}
-    void SelectTree(std::size_t /*index*/) override {}
-    void AllowDirectory(DirectoryAccess /*access*/) override {}
-    void SetCurrentOU(std::string_view /*text*/) override {}
-    void RefreshAppTitle() override {}
-    void EnableGenerate(bool /*enabled*/) override {}
-
   private:
     bool ProgressIsDue();
     void ShowProgress(const std::string& line);

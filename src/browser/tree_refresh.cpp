@@ -1,4 +1,4 @@
-#include "browser/ou_view_loader.h"
+#include "browser/tree_refresh.h"
 
 #include <optional>
 #include <utility>
@@ -9,15 +9,15 @@
 #include "shell/report_error.h"
 
 namespace zorvel {
-OUViewLoader::OUViewLoader(Services& services, Directory& directory, TreeLists& lists, OUViewDisplay& display,
-                           int countdown)
+TreeRefresh::TreeRefresh(Services& services, Directory& directory, TreeLists& lists, OUViewDisplay& display,
+                         int countdown)
     : services_(services), directory_(directory), lists_(lists), display_(display), countdown_(countdown) {}
 
-bool OUViewLoader::ReadsDirectory(std::string_view tree, bool force) const {
+bool TreeRefresh::ReadsDirectory(std::string_view tree, bool force) const {
     return force || !services_.files.Exists(TreeCachePath(services_.files, tree));
 }
 
-bool OUViewLoader::RefreshOUView(std::string_view tree, bool force) {
+bool TreeRefresh::RefreshOUView(std::string_view tree, bool force) {
     bool loaded = false;
     unreadable_object_.clear();
     services_.activity.Busy = true;
@@ -34,23 +34,23 @@ bool OUViewLoader::RefreshOUView(std::string_view tree, bool force) {
     return loaded;
 }
 
-void OUViewLoader::Clear() {
+void TreeRefresh::Clear() {
     lists_.Clear();
     display_.ClearBrowser();
 }
 
-void OUViewLoader::WarnUnreadable(std::string_view tree, const std::string& object) {
+void TreeRefresh::WarnUnreadable(std::string_view tree, const std::string& object) {
     if (std::exchange(unreadable_object_, object) == object) return;
     services_.log.WriteWarning("The cache files of '" + std::string(tree) + "' cannot hold the name of '" +
                                object + "' - the Tree is read from the directory each time");
 }
 
-void OUViewLoader::Report(const Error& error) {
+void TreeRefresh::Report(const Error& error) {
     TellUnexpectedError(services_.ui, services_.log, error, "RefreshOUView");
     display_.CloseCacheTree();
 }
 
-bool OUViewLoader::CacheIsTooOld(std::string_view tree, const DateTime& written) const {
+bool TreeRefresh::CacheIsTooOld(std::string_view tree, const DateTime& written) const {
     Options& options = services_.options;
     if (!options.controls.Checked(CheckGeneral::kAutoTreeCacheRefresh)) return false;
     const std::optional<double> limit = options.Number(&OptionControls::txtCache);
@@ -64,7 +64,7 @@ bool OUViewLoader::CacheIsTooOld(std::string_view tree, const DateTime& written)
         MessageIcon::kQuestion, Answer::kYes);
 }
 
-OUViewLoader::CacheLoad OUViewLoader::LoadFromCache(std::string_view tree) {
+TreeRefresh::CacheLoad TreeRefresh::LoadFromCache(std::string_view tree) {
     const Files& files = services_.files;
     const CacheMarks marks(files, tree);
     if (const std::string object = marks.UnreadableObject(); !object.empty()) {
@@ -92,7 +92,7 @@ OUViewLoader::CacheLoad OUViewLoader::LoadFromCache(std::string_view tree) {
     return CacheLoad::kLoaded;
 }
 
-bool OUViewLoader::CachesFit(std::string_view tree, CacheState state) {
+bool TreeRefresh::CachesFit(std::string_view tree, CacheState state) {
     const std::string name = "'" + std::string(tree) + "'";
     if (state == CacheState::kMixed || (state == CacheState::kUnknown && !ApplicationsFit(lists_))) {
         services_.log.WriteWarning("The cache files of " + name +
@@ -107,7 +107,7 @@ bool OUViewLoader::CachesFit(std::string_view tree, CacheState state) {
     return true;
 }
 
-bool OUViewLoader::ReadTree(std::string_view tree, CacheLoad cache) {
+bool TreeRefresh::ReadTree(std::string_view tree, CacheLoad cache) {
     if (services_.activity.Closing) return false;
     const auto hold = services_.writers.Acquire();
     if (!hold) return false;
@@ -135,7 +135,7 @@ bool OUViewLoader::ReadTree(std::string_view tree, CacheLoad cache) {
     return true;
 }
 
-void OUViewLoader::WalkTree(std::string_view tree) {
+void TreeRefresh::WalkTree(std::string_view tree) {
     started_ = services_.clock.Timer();
     examined_ = 0;
     services_.log.WriteLog("Reading physical Tree, '" + std::string(tree) + "'");
@@ -150,7 +150,7 @@ void OUViewLoader::WalkTree(std::string_view tree) {
     RecurseDirectory(root_number);
 }
 
-void OUViewLoader::WriteCaches(std::string_view tree) {
+void TreeRefresh::WriteCaches(std::string_view tree) {
     const Files& files = services_.files;
     const bool interrupted = services_.activity.UserInterrupt;
     if (interrupted) {
@@ -168,7 +168,7 @@ void OUViewLoader::WriteCaches(std::string_view tree) {
     caches.Replace(interrupted);
 }
 
-void OUViewLoader::RecurseDirectory(std::size_t root_number) {
+void TreeRefresh::RecurseDirectory(std::size_t root_number) {
     // The containers on the way down and what is still to be read of each; trees can be deeper than a call
     // stack.
     struct Level {
@@ -192,7 +192,7 @@ void OUViewLoader::RecurseDirectory(std::size_t root_number) {
     }
 }
 
-std::vector<Entry> OUViewLoader::EnterContainer(std::size_t number) {
+std::vector<Entry> TreeRefresh::EnterContainer(std::size_t number) {
     const std::string path(lists_.OUList[number - 1].Path);
     services_.status.SetStatus('Y', "Reading " + path + "...");
     ++examined_;
@@ -205,7 +205,7 @@ std::vector<Entry> OUViewLoader::EnterContainer(std::size_t number) {
     return directory_.Entries();
 }
 
-std::size_t OUViewLoader::ReadContainer(const Entry& container, std::size_t parent_number) {
+std::size_t TreeRefresh::ReadContainer(const Entry& container, std::size_t parent_number) {
     const std::string remembered = directory_.CurrentObject();
     directory_.SetCurrentObject(container.path);
     directory_.SetClassFilter(kApplicationClass);

@@ -21,24 +21,24 @@ class OUViewDisplay {
     virtual ~OUViewDisplay() = default;
 
     // The browser. Nodes come parents first; a node's text is NodeText, its colour follows AppsHere.
-    virtual void ClearBrowser() = 0;
-    virtual void AddNode(std::size_t ou_number, bool expanded) = 0;
-    virtual void RedrawBrowser() = 0;
+    virtual void ClearBrowser() {}
+    virtual void AddNode(std::size_t /*ou_number*/, bool /*expanded*/) {}
+    virtual void RedrawBrowser() {}
 
     // The progress window: shown without blocking, with its value labels.
-    virtual void ShowCacheTree(std::string_view title) = 0;
-    virtual void SetLabOU(std::string_view text) = 0;
-    virtual void SetLabOUCount(std::string_view text) = 0;
-    virtual void SetLabApps(std::string_view text) = 0;
-    virtual void SetLabElapsed(std::string_view text) = 0;
-    virtual void CloseCacheTree() = 0;
+    virtual void ShowCacheTree(std::string_view /*title*/) {}
+    virtual void SetLabOU(std::string_view /*text*/) {}
+    virtual void SetLabOUCount(std::string_view /*text*/) {}
+    virtual void SetLabApps(std::string_view /*text*/) {}
+    virtual void SetLabElapsed(std::string_view /*text*/) {}
+    virtual void CloseCacheTree() {}
 };
 
-class OUViewLoader {
+class TreeRefresh {
   public:
     // `countdown` is the number of seconds to wait before the directory is read.
-    OUViewLoader(Services& services, Directory& directory, TreeLists& lists, OUViewDisplay& display,
-                 int countdown = 5);
+    TreeRefresh(Services& services, Directory& directory, TreeLists& lists, OUViewDisplay& display,
+                int countdown = 5);
 
     // Loads `tree`; from the directory when `force` is set, or when there is no cache of it that tells it.
     // True when it is loaded: errors are logged and shown, never raised, and what was loaded before one

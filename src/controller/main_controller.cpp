@@ -20,7 +20,7 @@ MainController::MainController(const Files& files, Clock& clock, UserInterface& 
       sounds_(files, ui, options_.session.SoundsEnabled),
       services_{files, clock, ui, log_, status_, sounds_, options_, session_.activity, writers_},
       directory_(make_directory(files, log_)),
-      ou_view_loader_(services_, *directory_, session_.tree, window, settings.tree_read_countdown) {
+      tree_refresh_(services_, *directory_, session_.tree, window, settings.tree_read_countdown) {
     directory_->on_unreadable = [this] { AllowDirectory(DirectoryAccess::kRetry); };
 }
 
@@ -57,11 +57,11 @@ void MainController::RefreshTree() {
 void MainController::LoadTree(bool force) {
     session_.tree_loaded = false;
     const bool readable = session_.directory_access == DirectoryAccess::kFull;
-    if (readable || !ou_view_loader_.ReadsDirectory(session_.current_tree, force)) {
-        session_.tree_loaded = ou_view_loader_.RefreshOUView(session_.current_tree, force);
+    if (readable || !tree_refresh_.ReadsDirectory(session_.current_tree, force)) {
+        session_.tree_loaded = tree_refresh_.RefreshOUView(session_.current_tree, force);
         return;
     }
-    ou_view_loader_.Clear();
+    tree_refresh_.Clear();
     session_.tree.counts.StatusPrefix.clear();
 }
 

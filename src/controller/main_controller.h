@@ -104,7 +104,7 @@ class MainController {
     EventSounds sounds_;
     Services services_;
     std::unique_ptr<Directory> directory_;
-    OUViewLoader ou_view_loader_;
+    TreeRefresh tree_refresh_;
 };
 
 }  // namespace zorvel

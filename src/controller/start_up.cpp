@@ -142,7 +142,6 @@ void MainController::ListTrees() {
         log_.WriteLog("WARNING: No Trees were found");
         ui_.Tell(NotAuthenticatedText(" didn't find any Trees."), MessageIcon::kExclamation);
     }
-    Step(13, [&] { window_.LoadClassIcons(); });
     for (int i = 0; i < count; ++i) {
         Step(14, [&] {
             const std::string name = directory_->TreeName(i);

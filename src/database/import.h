@@ -21,12 +21,12 @@ class ImportDisplay {
     virtual ~ImportDisplay() = default;
 
     // Takes the place of the buttons; called once, before the others.
-    virtual void ShowStatusFrame() = 0;
+    virtual void ShowStatusFrame() {}
     // Shows the four texts at once.
     virtual void Status(std::string_view application, std::string_view section, std::string_view activity,
                         std::string_view count) = 0;
     // Sets the progress bar; `value` is 0 to `maximum`.
-    virtual void Progress(int value, int maximum) = 0;
+    virtual void Progress(int /*value*/, int /*maximum*/) {}
 };
 
 enum class ImportResult {

@@ -1,4 +1,4 @@
-#include "directory/tree_loader.h"
+#include "directory/ldif_tree.h"
 
 #include <cstdint>
 #include <string>
@@ -35,9 +35,9 @@ bool IsSchema(const NamingComponent& only_component) {
     return EqualIgnoringCase(only_component.type, "cn") && EqualIgnoringCase(only_component.name, "schema");
 }
 
-class TreeLoader {
+class LdifTreeReader {
   public:
-    TreeLoader(InputFile file, std::filesystem::path path) : reader_(std::move(file), std::move(path)) {}
+    LdifTreeReader(InputFile file, std::filesystem::path path) : reader_(std::move(file), std::move(path)) {}
 
     std::unique_ptr<MemoryTree> Load(const std::function<InputFile()>& open_schema) {
         while (reader_.NextRecord())
@@ -168,15 +168,15 @@ class TreeLoader {
 
 }  // namespace
 
-std::unique_ptr<MemoryTree> ReadTree(InputFile file, std::filesystem::path path,
-                                     const std::function<InputFile()>& open_schema) {
-    return TreeLoader(std::move(file), std::move(path)).Load(open_schema);
+std::unique_ptr<MemoryTree> ReadLdifTree(InputFile file, std::filesystem::path path,
+                                         const std::function<InputFile()>& open_schema) {
+    return LdifTreeReader(std::move(file), std::move(path)).Load(open_schema);
 }
 
-std::unique_ptr<MemoryTree> LoadTree(const Files& files, std::string_view path) {
+std::unique_ptr<MemoryTree> LoadLdifTree(const Files& files, std::string_view path) {
     try {
-        return ReadTree(files.Open(path), files.Resolve(path),
-                        [&] { return files.Open(files.Path(kBundledSchema)); });
+        return ReadLdifTree(files.Open(path), files.Resolve(path),
+                            [&] { return files.Open(files.Path(kBundledSchema)); });
     } catch (const Error& error) {
         if (error.number() == errors::kDirectoryUnreadable) throw;
         const Error told = error.detail().empty() ? error.At(std::string(path)) : error;

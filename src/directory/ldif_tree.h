@@ -16,12 +16,12 @@ inline constexpr std::string_view kBundledSchema = R"(Trees\nds-schema.ldif)";
 
 // Reads the LDIF file `path` (a path text). Raises error 600 when it, or the schema it needs, cannot be read;
 // the detail says where ("file, line N: ...") and why.
-std::unique_ptr<MemoryTree> LoadTree(const Files& files, std::string_view path);
+std::unique_ptr<MemoryTree> LoadLdifTree(const Files& files, std::string_view path);
 
 // Reads the tree of an LDIF export; what its URLs name must lie in the folder of `path`, where it lies
 // itself, or below it. `open_schema` opens the schema for a tree that holds none. Raises error 600 with the
 // place and the reason for what is no tree, and the file errors of both.
-std::unique_ptr<MemoryTree> ReadTree(InputFile file, std::filesystem::path path,
-                                     const std::function<InputFile()>& open_schema);
+std::unique_ptr<MemoryTree> ReadLdifTree(InputFile file, std::filesystem::path path,
+                                         const std::function<InputFile()>& open_schema);
 
 }  // namespace zorvel

@@ -5,8 +5,8 @@
 #include <system_error>
 #include <utility>
 
+#include "directory/ldif_tree.h"
 #include "directory/names.h"
-#include "directory/tree_loader.h"
 #include "platform/code_page.h"
 #include "platform/error.h"
 #include "shell/report_error.h"
@@ -126,7 +126,7 @@ const MemoryDirectory::Tree& MemoryDirectory::Loaded(Tree& tree) {
     if (tree.failure) RaiseUnreadable(*tree.failure);
     try {
         tree.stamp = StampOf(tree);
-        tree.objects = LoadTree(files_, tree.config.ldif);
+        tree.objects = LoadLdifTree(files_, tree.config.ldif);
         tree.serial = ++last_serial_;
     } catch (const Error& error) {
         FailTree(tree, error);

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "analysis/analysis_run.h"
-#include "browser/ou_view_loader.h"
+#include "browser/tree_refresh.h"
 #include "directory/memory_directory.h"
 #include "shell/formats.h"
 #include "stream_builder.h"
@@ -62,7 +62,7 @@ class Run : public testing::Test {
         directory_.NWCallsInit();
         directory_.NWDSCreateContextHandle(context_handle_);
         test::FakeOUViewDisplay display;
-        ASSERT_TRUE(OUViewLoader(shell_.services, directory_, lists_, display, 0).RefreshOUView("T1", true));
+        ASSERT_TRUE(TreeRefresh(shell_.services, directory_, lists_, display, 0).RefreshOUView("T1", true));
         for (AppRecord& application : lists_.AppList)
             lists_.Select(application, true);
         slots_.Fill();
@@ -364,7 +364,7 @@ TEST_F(Run, WhatInterruptedARunDoesNotReachTheTreeReadBehindIt) {
         shell_.ui.on_events = {};
         directory_.faults.error_600_everywhere = false;
         test::FakeOUViewDisplay display;
-        EXPECT_TRUE(OUViewLoader(shell_.services, directory_, lists_, display, 0).RefreshOUView("T1", true));
+        EXPECT_TRUE(TreeRefresh(shell_.services, directory_, lists_, display, 0).RefreshOUView("T1", true));
         ASSERT_EQ(shell_.folder.Read("TempData/T1.TreeCache"), cache) << "after " << c.what;
         lists_.Select(lists_.AppList[0], true);
     }

@@ -1,8 +1,8 @@
 // The cached tree: walk, cache files and the lists.
 #include <gmock/gmock.h>
 
-#include "browser/ou_view_loader.h"
 #include "browser/tree_cache.h"
+#include "browser/tree_refresh.h"
 #include "directory/memory_directory.h"
 #include "platform/error.h"
 #include "support/fake_window.h"
@@ -53,7 +53,7 @@ class TreeCache : public testing::Test {
     MemoryDirectory directory_{shell_.files, shell_.log};
     TreeLists lists_;
     test::FakeOUViewDisplay display_;
-    OUViewLoader loader_{shell_.services, directory_, lists_, display_};
+    TreeRefresh loader_{shell_.services, directory_, lists_, display_};
 };
 
 TEST_F(TreeCache, AFreshReadWritesBothCachesAsTheyAreDocumented) {

@@ -25,7 +25,6 @@ class FakeRunDisplay : public RunDisplay {
     bool import_answer = false;
 
     void EnableGenerate(bool enabled) override { generate_enabled.push_back(enabled); }
-    void ShowStatusTab() override {}
     void ShowSelectedCount(std::string_view text) override { selected_count = text; }
     void ShowCurrentApplication(std::string_view count, std::string_view name) override {
         applications.push_back(std::string(count) + " " + std::string(name));
@@ -57,7 +56,6 @@ class FakeOUViewDisplay : public OUViewDisplay {
 
     void ClearBrowser() override { nodes.clear(); }
     void AddNode(std::size_t ou_number, bool expanded) override { nodes.emplace_back(ou_number, expanded); }
-    void RedrawBrowser() override {}
     void ShowCacheTree(std::string_view title) override {
         cache_tree_title = title;
         cache_tree_open = true;
@@ -65,7 +63,6 @@ class FakeOUViewDisplay : public OUViewDisplay {
     void SetLabOU(std::string_view text) override { ou_texts.emplace_back(text); }
     void SetLabOUCount(std::string_view text) override { ou_count = text; }
     void SetLabApps(std::string_view text) override { app_count = text; }
-    void SetLabElapsed(std::string_view /*text*/) override {}
     void CloseCacheTree() override { cache_tree_open = false; }
 };
 
@@ -83,29 +80,18 @@ class FakeMainWindow final : public MainWindow {
     std::vector<bool> generate_enabled;
 
     void SetCaption(std::string_view text) override { caption = text; }
-    void LayOut() override {}
-    void Show() override {}
     bool ShowWelcome() override {
         welcome_shown = true;
         return suppress_welcome;
     }
     void EnableReenableWelcome(bool enabled) override { reenable_welcome_enabled = enabled; }
-    void LoadClassIcons() override {}
     void AddTree(std::string_view name) override { trees.emplace_back(name); }
     void SelectTree(std::size_t index) override { selected_tree = static_cast<int>(index); }
     void AllowDirectory(DirectoryAccess access) override { directory_access = access; }
     void SetCurrentOU(std::string_view text) override { current_ou = text; }
-    void RefreshAppTitle() override {}
     void EnableGenerate(bool enabled) override { generate_enabled.push_back(enabled); }
     void ClearBrowser() override { nodes = 0; }
     void AddNode(std::size_t /*ou_number*/, bool /*expanded*/) override { ++nodes; }
-    void RedrawBrowser() override {}
-    void ShowCacheTree(std::string_view /*title*/) override {}
-    void SetLabOU(std::string_view /*text*/) override {}
-    void SetLabOUCount(std::string_view /*text*/) override {}
-    void SetLabApps(std::string_view /*text*/) override {}
-    void SetLabElapsed(std::string_view /*text*/) override {}
-    void CloseCacheTree() override {}
 };
 
 }  // namespace zorvel::test

@@ -57,7 +57,6 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     void Show() override;
     bool ShowWelcome() override;
     void EnableReenableWelcome(bool enabled) override;
-    void LoadClassIcons() override {}  // they are a part of the program
     void AddTree(std::string_view name) override;
     void SelectTree(std::size_t index) override;
     void AllowDirectory(DirectoryAccess access) override;
