@@ -1,8 +1,11 @@
 #include "platform/folder_lock.h"
 
+#include <signal.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
+#include <charconv>
 #include <utility>
 
 #include "platform/error.h"
@@ -23,6 +26,14 @@ std::string TakeField(std::string_view& text) {
     std::string field(text.substr(0, end));
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     return field;
+}
+
+// Whether a process of this host has ended, so that what it wrote is no longer so.
+bool HasEnded(const std::string& process) {
+    pid_t id = 0;
+    const char* const end = process.data() + process.size();
+    const bool is_number = std::from_chars(process.data(), end, id).ptr == end;
+    return is_number && id > 0 && ::kill(id, 0) != 0 && errno == ESRCH;
 }
 
 }  // namespace
@@ -47,6 +58,12 @@ bool FolderLock::TryAcquire(std::string_view command) {
 }
 
 void FolderLock::Release() {
+    if (!lock_) return;
+    try {
+        lock_->Write({});
+    } catch (const Error&) {
+        // Whoever takes it next writes its own.
+    }
     lock_.reset();
 }
 
@@ -58,7 +75,7 @@ LockHolder FolderLock::Holder() const {
     holder.process = TakeField(rest);
     holder.host = TakeField(rest);
     holder.command = rest;
-    return holder;
+    return holder.host == HostName() && HasEnded(holder.process) ? LockHolder() : holder;
 }
 
 }  // namespace zorvel

@@ -31,7 +31,8 @@ class FolderLock {
     // opened.
     bool TryAcquire(std::string_view command);
     void Release();
-    // Who holds the lock, after TryAcquire gave false.
+    // Who holds the lock, after TryAcquire gave false; empty while a process that has just taken it has not
+    // said so.
     LockHolder Holder() const;
 
   private:

@@ -8,6 +8,8 @@ namespace {
 
 constexpr const char* kLockFile = "Zorvel.lock";
 constexpr double kAttemptInterval = 0.1;  // seconds
+// How long a program that has just taken the lock may need to say who it is.
+constexpr double kIntroduction = 1;
 
 }  // namespace
 
@@ -33,7 +35,8 @@ std::optional<WriterLock::Hold> WriterLock::Acquire() {
 // True when the lock was taken before the patience was at its end.
 bool WriterLock::Wait() {
     for (double waited = 0; !lock_.TryAcquire(command); waited += kAttemptInterval) {
-        if (waited >= patience || (stop_waiting && stop_waiting())) return false;
+        const bool unknown = lock_.Holder().process.empty() && waited < kIntroduction;
+        if ((waited >= patience && !unknown) || (stop_waiting && stop_waiting())) return false;
         Pause(clock_, ui_, kAttemptInterval);
     }
     return true;

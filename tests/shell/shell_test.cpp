@@ -79,6 +79,14 @@ TEST(WriterLock, OneProgramWritesAndTheOtherIsToldWhich) {
         shell.writers.patience = 30;
         EXPECT_FALSE(shell.writers.Acquire());
         EXPECT_NEAR(shell.clock.slept, 30, 0.2);
+        // Who has just taken it is given the time to say so.
+        const std::string holder = shell.folder.Read("Zorvel.lock");
+        shell.folder.Write("Zorvel.lock", "");
+        shell.ui.boxes.clear();
+        shell.ui.on_events = [&] { shell.folder.Write("Zorvel.lock", holder); };
+        shell.writers.patience = 0;
+        EXPECT_FALSE(shell.writers.Acquire());
+        EXPECT_THAT(shell.OnlyBox(), testing::HasSubstr("'zorvel-batch analyse --all'"));
     }
     EXPECT_TRUE(shell.options.WriteOptions());
     EXPECT_THAT(shell.folder.Read("Zorvel.ini"), testing::HasSubstr("AutoTreeCacheRefresh=77\r\n"));
