@@ -25,9 +25,12 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-// An application that has nothing to complain about.
-const std::string kHealthy = "appDescription: d\naCL: 3#entry#cn=Bob,o=SITE#[All Attributes Rights]\n" +
-                             StreamLine("appAdministratorNotes", "n");
+// An application that has nothing to complain about, described by an attribute.
+std::string Healthy(const std::string& description) {
+    return description + ": d\naCL: 3#entry#cn=Bob,o=SITE#[All Attributes Rights]\n" +
+           StreamLine("appAdministratorNotes", "n");
+}
+const std::string kHealthy = Healthy("appDescription");
 const std::string kBob = "dn: cn=Bob,o=SITE\nobjectClass: inetOrgPerson\ncn: Bob\n\n";
 
 // Notes what a Find run asks of its search.
@@ -183,7 +186,8 @@ TEST_F(Run, IconOrdersAndThresholdsHoldAtTheirLimits) {
     for (std::size_t i = 0; i < cases.size(); ++i) {
         ldif += test::LdifApplication(
             "A" + std::to_string(i), "o=SITE",
-            kHealthy + "appIconOrder: " + cases[i].order + "\n" +
+            Healthy(i % 2 == 0 ? "appDescription" : "zENAppPackageDescription") +
+                "appIconOrder: " + cases[i].order + "\n" +
                 StreamLine("appINISettings", StreamBuilder().IniValue("a", "b", "c", "d").bytes()));
     }
     shell_.options.controls.checkGeneral[1] = 1;

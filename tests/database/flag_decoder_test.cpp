@@ -48,7 +48,8 @@ TEST(FlagDecoder, ReadsTheNumberThatATextBeginsWith) {
          {Case{"", ""}, Case{"0", ""}, Case{"none", ""}, Case{"8", ""}, Case{"&h", ""}, Case{"&hG1", ""},
           Case{"8388608", "AFDisconnectable=0"}, Case{"  256 or so", "AFRunOnce=1"},
           Case{"&h805", "AFRebootType='Never',AFRunOption='Maximized',AFRunOption='Minimized'"},
-          Case{" &H100x", "AFRunOnce=1"}, Case{"2147483647", ParseAppFlags("-1")}})
+          Case{" &H100x", "AFRunOnce=1"}, Case{"&h 1 00", "AFRunOnce=1"},
+          Case{"2147483647", ParseAppFlags("-1")}})
         EXPECT_EQ(ParseAppFlags(text), list) << text;
 }
 

@@ -22,6 +22,10 @@ TEST(Log, WarningsAndErrorsStandOut) {
     EXPECT_THAT(shell.LogLines(), ElementsAre("    Reading", "    ", " WARNING: a", " Warning: b",
                                               " ERROR: c", " ERRORS", "    WARN"));
     EXPECT_EQ(shell.folder.Read("Zorvel.log").substr(0, 19), "16/11/2026 17:28:05");
+    shell.clock.now.second = 6;
+    shell.log.WriteLog("a second later");
+    EXPECT_THAT(shell.folder.Read("Zorvel.log"),
+                testing::EndsWith("16/11/2026 17:28:06    a second later\r\n"));
 }
 
 TEST(Log, IsSilentWhileClosedAndGoesOnWhereItStopped) {

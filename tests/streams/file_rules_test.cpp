@@ -64,6 +64,8 @@ TEST(FileRules, NameTheFirstIssueOfATarget) {
         {R"(C:\A.BAK)", "FILEBAK"},
         {R"(C:\A.B~K)", "FILEBAK"},
         {R"(C:\A.BK9)", "FILEBAK"},
+        {R"(C:\A.BK3)", "FILEBAK"},
+        {R"(C:\A.U96)", "FILETEMP"},
         {R"(C:\A.BK)", "OK"},
         {R"(C:\386SPART.PAR)", "FILEPART"},
         {R"(C:\SPART.PAR)", "OK"},
