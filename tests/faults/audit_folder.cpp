@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <regex>
 #include <sstream>
 #include <stdexcept>
 
@@ -30,10 +29,13 @@ std::vector<std::string> Fields(const std::string& line) {
     return fields;
 }
 
-// A report without the moment at which it was made.
-std::string WithoutTime(const std::string& report) {
-    static const std::regex generated(R"((enerated\W+)[0-9/]+ [0-9:]+)");
-    return std::regex_replace(report, generated, "$1");
+// A report without the moment at which it was made, "dd/mm/yyyy hh:mm:ss".
+std::string WithoutTime(std::string report) {
+    constexpr std::size_t kLength = 19;
+    const std::size_t generated = report.find("enerated");
+    const std::size_t moment = report.find_first_of("0123456789", generated);
+    if (generated != std::string::npos && moment != std::string::npos) report.erase(moment, kLength);
+    return report;
 }
 
 }  // namespace
