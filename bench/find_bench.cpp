@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "analysis/analysis_run.h"
-#include "analysis/stream_finder.h"
 #include "analysis/stream_table.h"
 #include "bench_tree.h"
+#include "find/predefined_searches.h"
+#include "find/stream_finder.h"
 #include "platform/regex.h"
 #include "search_streams.h"
-#include "streams/predefined_searches.h"
 
 namespace zorvel {
 namespace {

@@ -8,12 +8,12 @@
 #include <string_view>
 #include <vector>
 
+#include "find/predefined_searches.h"
 #include "platform/error.h"
 #include "platform/input_file.h"
 #include "platform/output_file.h"
 #include "platform/regex.h"
 #include "search_streams.h"
-#include "streams/predefined_searches.h"
 
 namespace zorvel {
 namespace {

@@ -12,13 +12,13 @@
 
 #include "analysis/app_issue_slots.h"
 #include "analysis/associations.h"
-#include "analysis/find_run.h"
 #include "analysis/fingerprint.h"
 #include "analysis/run_display.h"
 #include "analysis/run_errors.h"
 #include "analysis/run_files.h"
 #include "browser/tree_lists.h"
 #include "directory/directory.h"
+#include "find/find_run.h"
 #include "shell/services.h"
 
 namespace zorvel {

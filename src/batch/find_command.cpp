@@ -6,13 +6,13 @@
 #include <string_view>
 #include <vector>
 
-#include "analysis/stream_finder.h"
 #include "batch/application_choice.h"
 #include "batch/command.h"
 #include "batch/field.h"
+#include "find/predefined_searches.h"
+#include "find/stream_finder.h"
 #include "platform/code_page.h"
 #include "shell/formats.h"
-#include "streams/predefined_searches.h"
 
 namespace zorvel {
 namespace {

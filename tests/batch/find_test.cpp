@@ -7,9 +7,9 @@
 
 #include "analysis/data_files.h"
 #include "batch/batch_run.h"
+#include "find/predefined_searches.h"
 #include "platform/files.h"
 #include "stream_builder.h"
-#include "streams/predefined_searches.h"
 #include "support/program_folder.h"
 
 namespace zorvel {

@@ -7,10 +7,10 @@
 #include <QMimeData>
 #include <QTextEdit>
 
+#include "find/predefined_searches.h"
 #include "gui/main_window.h"
 #include "gui/text/line_view.h"
 #include "stream_builder.h"
-#include "streams/predefined_searches.h"
 
 namespace zorvel::test {
 namespace {

@@ -5,9 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/regex.h"
 #include "stream_builder.h"
-#include "streams/predefined_searches.h"
 #include "support/streams_fakes.h"
 
 namespace zorvel::test {
@@ -109,26 +107,6 @@ TEST(StreamParse, EndsAtTheNextRecordAfterEscAndTellsItOnce) {
     }
     EXPECT_THAT(parser.shell.LogLines(),
                 ElementsAre("    ParseAOT: User interrupted Zorvelrun with ESC key"));
-}
-
-TEST(PredefinedSearches, FindWhatTheyPromise) {
-    const struct {
-        std::string_view text;
-        std::size_t search;
-        bool matches;
-    } cases[] = {
-        {"host 10.1.2.33", 0, true}, {"10.1.2", 0, false},     {"C:\\SETUP.EXE", 1, true},
-        {"a.exec", 1, false},        {"run.vbs -x", 1, true},  {"x.reg", 1, false},
-        {"x.reg", 2, true},          {"x.wsf", 2, true},       {"Letter.DOC", 3, true},
-        {"Letter.docx", 3, false},   {"HTTP://site", 4, true}, {"www.site", 4, true},
-        {"wwwsite", 4, false},
-    };
-    for (const auto& row : cases) {
-        const PredefinedSearch& search = PredefinedSearches.at(row.search);
-        EXPECT_EQ(Regex(search.expression).Matches(row.text), row.matches) << search.name << ": " << row.text;
-    }
-    EXPECT_EQ(PredefinedSearches[2].description.substr(0, 60),
-              "Extended executable file search - as well as 'normal' execut");
 }
 
 }  // namespace

@@ -5,10 +5,10 @@
 #include <memory>
 #include <string_view>
 
-#include "analysis/stream_finder.h"
+#include "find/find_box.h"
+#include "find/find_display.h"
 #include "platform/files.h"
 #include "platform/user_interface.h"
-#include "streams/find_box.h"
 
 class QKeyEvent;
 namespace Ui {

@@ -10,10 +10,10 @@
 #include <utility>
 
 #include "analysis/analysis_run.h"
-#include "analysis/stream_finder.h"
 #include "browser/saved_selections.h"
 #include "database/capture_details.h"
 #include "database/maintenance.h"
+#include "find/stream_finder.h"
 #include "gui/dialogs/close_dialogs.h"
 #include "gui/dialogs/frm_cache_tree.h"
 #include "gui/dialogs/frm_capture_details.h"

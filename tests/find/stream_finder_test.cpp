@@ -1,5 +1,5 @@
 // The search of a Find run: what it counts, lists and hands on, and what it says when it fails.
-#include "analysis/stream_finder.h"
+#include "find/stream_finder.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "streams/find_results.h"
+#include "find/find_results.h"
 
 #include <array>
 

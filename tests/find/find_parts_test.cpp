@@ -1,8 +1,10 @@
-// The Find box and the results file.
+// The Find box, its predefined searches and the results file.
 #include <gtest/gtest.h>
 
-#include "streams/find_box.h"
-#include "streams/find_results.h"
+#include "find/find_box.h"
+#include "find/find_results.h"
+#include "find/predefined_searches.h"
+#include "platform/regex.h"
 #include "support/fakes.h"
 
 namespace zorvel::test {
@@ -58,6 +60,26 @@ TEST(FindBox, ShowsTheTotalOfTheRunThatHasEnded) {
     box.ShowLabInfo("Total of 3 match(es) found");
     EXPECT_EQ(box.labInfo(), "Total of 3 match(es) found");
     EXPECT_TRUE(box.labInfo_shown());
+}
+
+TEST(PredefinedSearches, FindWhatTheyPromise) {
+    const struct {
+        std::string_view text;
+        std::size_t search;
+        bool matches;
+    } cases[] = {
+        {"host 10.1.2.33", 0, true}, {"10.1.2", 0, false},     {"C:\\SETUP.EXE", 1, true},
+        {"a.exec", 1, false},        {"run.vbs -x", 1, true},  {"x.reg", 1, false},
+        {"x.reg", 2, true},          {"x.wsf", 2, true},       {"Letter.DOC", 3, true},
+        {"Letter.docx", 3, false},   {"HTTP://site", 4, true}, {"www.site", 4, true},
+        {"wwwsite", 4, false},
+    };
+    for (const auto& row : cases) {
+        const PredefinedSearch& search = PredefinedSearches.at(row.search);
+        EXPECT_EQ(Regex(search.expression).Matches(row.text), row.matches) << search.name << ": " << row.text;
+    }
+    EXPECT_EQ(PredefinedSearches[2].description.substr(0, 60),
+              "Extended executable file search - as well as 'normal' execut");
 }
 
 TEST(FindResults, ListEntriesUnderTheHeadingOfTheirStream) {

@@ -8,34 +8,15 @@
 #include <string>
 #include <string_view>
 
-#include "analysis/find_run.h"
-#include "analysis/search_budget.h"
+#include "find/find_display.h"
+#include "find/find_listener.h"
+#include "find/find_results.h"
+#include "find/find_run.h"
+#include "find/search_budget.h"
 #include "platform/error.h"
 #include "shell/services.h"
-#include "streams/find_results.h"
 
 namespace zorvel {
-
-// Where a Find run's results are shown: the Find tab.
-class FindDisplay {
-  public:
-    virtual ~FindDisplay() = default;
-    // A run begins: the label labInfo disappears.
-    virtual void HideLabInfo() = 0;
-    // A run has ended: the rich-text file `path` is loaded into rtfDetail, on the Find tab.
-    virtual void LoadResults(std::string_view path) = 0;
-    // The label labInfo shows the total.
-    virtual void ShowLabInfo(std::string_view text) = 0;
-};
-
-// Is handed every match when it is found.
-class FindListener {
-  public:
-    virtual ~FindListener() = default;
-    // `entry_text` is an entry of the stream `stream_label` of the application `full_name`.
-    virtual void AddMatch(std::string_view full_name, std::string_view stream_label,
-                          std::string_view entry_text) = 0;
-};
 
 class StreamFinder final : public FindRun {
   public:

@@ -1,4 +1,4 @@
-#include "streams/find_box.h"
+#include "find/find_box.h"
 
 namespace zorvel {
 void FindBox::Choose(std::optional<std::size_t> search) {

@@ -1,4 +1,4 @@
-#include "analysis/stream_finder.h"
+#include "find/stream_finder.h"
 
 #include <utility>
 

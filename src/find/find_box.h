@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "streams/predefined_searches.h"
+#include "find/predefined_searches.h"
 
 namespace zorvel {
 
