@@ -4,6 +4,8 @@
 #include <functional>
 #include <string>
 
+#include "analysis/stream_failure_reports.h"
+#include "analysis/stream_progress.h"
 #include "stream_builder.h"
 #include "streams/parse_aot.h"
 #include "support/fakes.h"
@@ -21,12 +23,10 @@ class NullIssueWriter final : public IssueWriter {
     }
 };
 
-class NullProgress final : public ParseProgress {
-  public:
-    void RefreshStatusCounts() override {}
-    double StreamProgress() const override { return 0; }
-    void SetStreamProgress(double) override {}
-    void SetOverallProgress(double) override {}
+class NullDisplay final : public RunDisplay {
+    bool OfferImport(const std::string& /*summary*/, const std::string& /*question*/) override {
+        return false;
+    }
 };
 
 void ParseStream(benchmark::State& state,
@@ -46,17 +46,22 @@ void ParseStream(benchmark::State& state,
                                        std::to_string(entry));
     }
     NullIssueWriter issues;
-    NullProgress progress;
-    RunCounters counters;
-    ParseContext context{
-        .services = services, .rules = rules, .issues = issues, .counters = counters, .progress = progress};
+    NullDisplay display;
+    RunStatus status(clock, shell.ui, display);
+    StreamProgress progress(services, status, 1, false);
+    StreamFailureReports failures(services, 0);
+    const ParseContext context{.rules = rules,
+                               .issues = issues,
+                               .counters = status.counters,
+                               .progress = progress,
+                               .failures = failures};
     OutputFile rows("/dev/null", "rows", OutputFile::Mode::kTruncate);
     std::int32_t signature = 0;
     for ([[maybe_unused]] const auto round : state) {
         ParseAOT(context, rows, "Office Suite.APPLICATIONS.SITE", builder.bytes(), signature);
         benchmark::DoNotOptimize(signature);
     }
-    if (context.parse_errors != 0) state.SkipWithError("the stream has faults");
+    if (failures.count() != 0) state.SkipWithError("the stream has faults");
     state.SetItemsProcessed(state.iterations() * kEntries);
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(builder.bytes().size()));
 }

@@ -22,20 +22,15 @@ void TestOneInput(std::string_view input) {
     std::string stream = sound ? "AOT FILE" : "";
     if (!input.empty()) stream += input.substr(1);
 
-    parser.shell.log.Close();  // it would grow without end
-    parser.shell.ui.boxes.clear();
     parser.issues.issues.clear();
-    parser.progress.stream_values.clear();
+    parser.failures.noted.clear();
     finder.entries.clear();
-    parser.context.error_wait = 0;
-    parser.context.parse_errors = 0;
     parser.context.finder = (choice & 2U) == 0 ? nullptr : &finder;
-    parser.shell.options.warning_boxes = true;
 
     std::int32_t signature = 0;
     const ParseResult result = ParseAOT(parser.context, rows, TestParser::kFullName, stream, signature);
     Require(result == (stream.starts_with("AOT FILE") ? ParseResult::kParsed : ParseResult::kRejected));
-    Require(parser.context.parse_errors <= 2);
+    Require(parser.failures.noted.size() <= 2);
     Require(signature >= 0);
 }
 

@@ -80,16 +80,14 @@ ApplicationReader::ApplicationReader(const RunInputs& inputs, RunFiles& files, R
       association_reader_(
           services_, inputs.directory, files, status,
           [&errors](const Error& error) { errors.Report(error, kReadApplicationsStep, " - continuing"); }),
-      parse_{.services = services_,
-             .rules = inputs.rules,
+      progress_(services_, status, kProgressStep, inputs.tree.counts.SelectedCount == 1),
+      failures_(services_, inputs.pace.after_parse_error),
+      parse_{.rules = inputs.rules,
              .issues = files,
              .counters = status.counters,
-             .progress = status,
-             .finder = find,
-             .error_wait = inputs.pace.after_parse_error,
-             .application_name = {},
-             .only_application = inputs.tree.counts.SelectedCount == 1,
-             .progress_share = kProgressStep} {
+             .progress = progress_,
+             .failures = failures_,
+             .finder = find} {
     for (const StreamRow& stream : kStreamTable)
         stream_lines_.push_back(Text({"Zorvelling Stream '", stream.label, "'..."}));
 }
@@ -98,7 +96,7 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
     constexpr int kLine = kReadApplicationsStep;
     Directory& directory = inputs_.directory;
     name_ = application.Name;
-    parse_.application_name = application.Name;
+    progress_.BeginApplication(name_);
     signatures_ = {};
     associations_ = {};
     held_streams_.fill(false);
@@ -247,14 +245,14 @@ bool ApplicationReader::OpenAndRead(const StreamRow& stream, std::string& bytes)
 }
 
 bool ApplicationReader::ParseStream(const StreamRow& stream) {
-    const std::int32_t errors_before = parse_.parse_errors;
+    const std::int32_t errors_before = failures_.count();
     std::int32_t signature = 0;
     const ParseResult result = ParseAOT(parse_, files_.StreamFile(stream), full_name_, bytes_, signature);
-    if (result == ParseResult::kRejected || parse_.parse_errors != errors_before) {
+    if (result == ParseResult::kRejected || failures_.count() != errors_before) {
         services_.log.WriteLog(Text(
             {"WARNING: Stream '", stream.label, "' of '", full_name_, "' could not be read to its end"}));
     }
-    if (parse_.stream_cut) {
+    if (result == ParseResult::kCut) {
         cut_stream_ = Text({"Stream '", stream.label, "' of '", full_name_, "'"});
         services_.log.WriteLog(Text({"WARNING: ", cut_stream_, " was cut by the user's interruption"}));
     }

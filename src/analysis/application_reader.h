@@ -16,6 +16,8 @@
 #include "analysis/run_display.h"
 #include "analysis/run_errors.h"
 #include "analysis/run_files.h"
+#include "analysis/stream_failure_reports.h"
+#include "analysis/stream_progress.h"
 #include "browser/tree_lists.h"
 #include "directory/directory.h"
 #include "find/find_run.h"
@@ -62,7 +64,7 @@ class ApplicationReader {
     const std::string& tree_name() const { return tree_name_; }
     const std::string& container_name() const { return container_name_; }
     // Handled stream parsing errors of the run so far.
-    std::int32_t parse_errors() const { return parse_.parse_errors; }
+    std::int32_t parse_errors() const { return failures_.count(); }
     // The stream that the user interrupted while it had records left, as log lines name it; empty when none.
     const std::string& cut_stream() const { return cut_stream_; }
 
@@ -90,6 +92,8 @@ class ApplicationReader {
     RunErrors& errors_;
     FindRun* find_;
     AssociationReader association_reader_;
+    StreamProgress progress_;
+    StreamFailureReports failures_;
     ParseContext parse_;
 
     // The application at hand.

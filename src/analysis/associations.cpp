@@ -9,12 +9,8 @@
 namespace zorvel {
 
 AssociationReader::AssociationReader(Services& services, Directory& directory, RunFiles& files,
-                                     ParseProgress& progress, std::function<void(const Error&)> report)
-    : services_(services),
-      trustees_(directory),
-      files_(files),
-      progress_(progress),
-      report_(std::move(report)) {}
+                                     RunStatus& status, std::function<void(const Error&)> report)
+    : services_(services), trustees_(directory), files_(files), status_(status), report_(std::move(report)) {}
 
 void AssociationReader::Read(std::string_view full_name, const std::vector<std::string>& values,
                              AssociationLists& lists) {
@@ -72,7 +68,7 @@ void AssociationReader::ShowProgress(const AssociationLists& lists) {
     services_.status.SetStatus('Y',
                                "Determining Application Associations.  Users:" + GroupedOrZero(lists.users) +
                                    ", Groups: " + GroupedCount(lists.groups.size()));
-    progress_.RefreshStatusCounts();
+    status_.RefreshStatusCounts();
 }
 
 }  // namespace zorvel

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/run_display.h"
 #include "analysis/run_files.h"
 #include "analysis/trustees.h"
 #include "directory/directory.h"
@@ -27,7 +28,7 @@ struct AssociationLists {
 class AssociationReader {
   public:
     // `report` is told of a value that cannot be read; the next one follows.
-    AssociationReader(Services& services, Directory& directory, RunFiles& files, ParseProgress& progress,
+    AssociationReader(Services& services, Directory& directory, RunFiles& files, RunStatus& status,
                       std::function<void(const Error&)> report);
 
     // Adds the associations of one access control list to `lists` and writes a row for each. `values` begin
@@ -43,7 +44,7 @@ class AssociationReader {
     Services& services_;
     Trustees trustees_;
     RunFiles& files_;
-    ParseProgress& progress_;
+    RunStatus& status_;
     std::function<void(const Error&)> report_;
 };
 

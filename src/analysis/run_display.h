@@ -7,7 +7,7 @@
 
 #include "platform/clock.h"
 #include "platform/user_interface.h"
-#include "streams/parse_context.h"
+#include "streams/run_counters.h"
 
 namespace zorvel {
 
@@ -31,7 +31,7 @@ class RunDisplay {
 };
 
 // The counters, times and progress of a run.
-class RunStatus final : public ParseProgress {
+class RunStatus {
   public:
     RunStatus(const Clock& clock, UserInterface& ui, RunDisplay& display);
 
@@ -42,10 +42,11 @@ class RunStatus final : public ParseProgress {
     void StartApplication();
 
     // Also lets pending events run: it is called often enough for ESC to be noticed in time.
-    void RefreshStatusCounts() override;
-    double StreamProgress() const override { return stream_progress_; }
-    void SetStreamProgress(double value) override;
-    void SetOverallProgress(double value) override;
+    void RefreshStatusCounts();
+    // The progress bar of the current application's streams, and that of the whole run: 0 to 100.
+    double stream_progress() const { return stream_progress_; }
+    void SetStreamProgress(double value);
+    void SetOverallProgress(double value);
 
     // A counter as its label shows it: thousands separators, "-" for zero.
     static std::string CounterText(std::int32_t count);

@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "find/engine_failure.h"
 #include "platform/regex.h"
 #include "shell/report_error.h"
-#include "streams/engine_failure.h"
 
 namespace zorvel {
 namespace {

@@ -6,7 +6,7 @@
 
 namespace zorvel {
 
-EntryOutput::EntryOutput(ParseContext& context, OutputFile& rows, std::string_view full_name,
+EntryOutput::EntryOutput(const ParseContext& context, OutputFile& rows, std::string_view full_name,
                          std::int32_t& signature_total)
     : context_(context),
       rows_(rows),

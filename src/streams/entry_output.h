@@ -14,7 +14,7 @@ namespace zorvel {
 class EntryOutput {
   public:
     // All are used until the stream is parsed; `signature_total` takes the sum of the entries' signatures.
-    EntryOutput(ParseContext& context, OutputFile& rows, std::string_view full_name,
+    EntryOutput(const ParseContext& context, OutputFile& rows, std::string_view full_name,
                 std::int32_t& signature_total);
 
     const RuleLists& rules() const { return context_.rules; }
@@ -42,7 +42,7 @@ class EntryOutput {
   private:
     const std::string& Join(std::initializer_list<std::string_view> parts);
 
-    ParseContext& context_;
+    const ParseContext& context_;
     OutputFile& rows_;
     std::string_view full_name_;
     std::string name_line_;  // the line that begins each row

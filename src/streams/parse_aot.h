@@ -9,16 +9,16 @@
 
 namespace zorvel {
 
-enum class ParseResult : int {
-    kParsed =
-        0,  // parsed to the end, stopped by the user or by a record without progress, or nothing to find
-    kRejected = -1,  // not a stream of this format, or error 430
+enum class ParseResult {
+    kParsed,    // to its end or to a record without progress, or there was nothing to find in it
+    kCut,       // ended by `progress` with records left
+    kRejected,  // not a stream of this format, or error 430
 };
 
 // Decodes `stream` of the application `full_name`: writes its rows to `rows`, its issues, and sets
-// `signature_total` to the sum of its entries' signatures. Decoding errors are reported and counted, never
+// `signature_total` to the sum of its entries' signatures. Decoding errors go to `failures` and are never
 // raised; an OutputError is raised, and in a Find run whatever else the search of the whole stream raises.
-ParseResult ParseAOT(ParseContext& context, OutputFile& rows, std::string_view full_name,
+ParseResult ParseAOT(const ParseContext& context, OutputFile& rows, std::string_view full_name,
                      std::string_view stream, std::int32_t& signature_total);
 
 }  // namespace zorvel

@@ -2,14 +2,12 @@
 // it.
 #pragma once
 
-#include <cstdint>
-#include <string>
+#include <cstddef>
 #include <string_view>
-#include <unordered_map>
 
 #include "shell/rule_lists.h"
-#include "shell/services.h"
 #include "streams/run_counters.h"
+#include "streams/stream_failures.h"
 
 namespace zorvel {
 
@@ -23,17 +21,17 @@ class IssueWriter {
                             std::string_view issue_code) = 0;
 };
 
-// The run's displays that a long stream keeps up to date.
+// Who follows a stream through its records, and may end it early.
 class ParseProgress {
   public:
     virtual ~ParseProgress() = default;
-    // Shows the counters and times.
-    virtual void RefreshStatusCounts() = 0;
-    // The progress bar of the current application's streams, 0 to 100.
-    virtual double StreamProgress() const = 0;
-    virtual void SetStreamProgress(double value) = 0;
-    // The progress bar of the whole run, 0 to 100.
-    virtual void SetOverallProgress(double value) = 0;
+    // The first record is about to be decoded.
+    virtual void Begin() = 0;
+    // A record is done and others follow; the next one is at `position`, counted from 1, of the `size` bytes
+    // of the stream. False when the stream shall end here.
+    virtual bool GoOn(std::size_t position, std::size_t size) = 0;
+    // No further record will be decoded. Not called for a stream that is rejected.
+    virtual void End() = 0;
 };
 
 // The search of a Find run, as the parser uses it.
@@ -47,21 +45,12 @@ class Finder {
 };
 
 struct ParseContext {
-    Services& services;
     const RuleLists& rules;
     IssueWriter& issues;
     RunCounters& counters;
     ParseProgress& progress;
-    Finder* finder = nullptr;                      // set in a Find run only
-    double error_wait = 1.0;                       // seconds to wait after a decoding error
-    std::unordered_map<std::string, int> dumps{};  // how many dump files the run made, by their second
-    bool lost_dump_told = false;                   // the user knows that dump files cannot be written
-    std::int32_t parse_errors = 0;                 // handled decoding errors of the run
-    bool interruption_logged = false;              // the log tells of the user's interruption of the run
-    bool stream_cut = false;         // the user interrupted the stream parsed last, which had records left
-    std::string application_name{};  // for the status line
-    bool only_application = false;   // exactly one application is selected: the overall bar follows, too
-    double progress_share = 0;       // the part of the progress bar that belongs to this stream
+    StreamFailures& failures;
+    Finder* finder = nullptr;  // set in a Find run only
 };
 
 }  // namespace zorvel

@@ -13,7 +13,7 @@
 #include "streams/macro_rules.h"
 #include "streams/portable_paths.h"
 #include "streams/registry_rules.h"
-#include "streams/stream_failure.h"
+#include "streams/stream_failures.h"
 #include "streams/text_helpers.h"
 
 namespace zorvel {

@@ -1,6 +1,7 @@
 // Stand-ins for what the stream parser reaches of a run, and one call that parses a stream with them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -10,7 +11,7 @@
 
 #include "platform/error.h"
 #include "streams/parse_aot.h"
-#include "support/fakes.h"
+#include "support/temp_folder.h"
 
 namespace zorvel::test {
 
@@ -32,20 +33,32 @@ class FakeIssueWriter final : public IssueWriter {
     }
 };
 
+// Notes the place behind each record that others follow, and ends the stream behind `cut_after` of them.
 class FakeParseProgress final : public ParseProgress {
   public:
-    int refreshes = 0;
-    double stream_progress = 0;
-    std::vector<double> stream_values;
-    std::vector<double> overall_values;
+    std::vector<std::string> places;
+    std::size_t cut_after = 0;
+    int ended = 0;
 
-    void RefreshStatusCounts() override { ++refreshes; }
-    double StreamProgress() const override { return stream_progress; }
-    void SetStreamProgress(double value) override {
-        stream_progress = value;
-        stream_values.push_back(value);
+    void Begin() override { places.clear(); }
+    bool GoOn(std::size_t position, std::size_t size) override {
+        places.push_back(std::to_string(position) + " of " + std::to_string(size));
+        return places.size() != cut_after;
     }
-    void SetOverallProgress(double value) override { overall_values.push_back(value); }
+    void End() override { ++ended; }
+};
+
+// Notes each error as its number + "|" + the step it struck at; error 430 ends the stream.
+class FakeFailures final : public StreamFailures {
+  public:
+    std::vector<std::string> noted;
+
+    void RefuseStream() override { noted.emplace_back("refused"); }
+    bool Handle(const Error& error, const ParsePlace& place) override {
+        const int step = static_cast<int>(place.phase);
+        noted.push_back(std::to_string(error.number()) + "|" + std::to_string(step));
+        return error.number() != errors::kNoAutomation;
+    }
 };
 
 // Notes each entry as kind + ":" + text. The numbers are errors to raise; 0 raises none.
@@ -66,29 +79,27 @@ class FakeFinder final : public Finder {
     }
 };
 
-// A run as the parser sees it, for the application Word.APPS.SITE.
+// A run as the parser sees it, in memory, for the application Word.APPS.SITE.
 struct TestParser {
     static constexpr std::string_view kFullName = "Word.APPS.SITE";
 
-    TestShell shell;
     RuleLists rules;
     FakeIssueWriter issues;
     RunCounters counters;
     FakeParseProgress progress;
-    ParseContext context{.services = shell.services,
-                         .rules = rules,
-                         .issues = issues,
-                         .counters = counters,
-                         .progress = progress,
-                         .application_name = "Word"};
+    FakeFailures failures;
+    ParseContext context{
+        .rules = rules, .issues = issues, .counters = counters, .progress = progress, .failures = failures};
     std::int32_t signature = -1;  // of the stream parsed last
     std::string rows;             // of the stream parsed last
 
     ParseResult Parse(std::string_view stream) {
-        OutputFile file = shell.files.Create(shell.files.Path("TempData\\rows"));
+        failures.noted.clear();
+        const TempFolder folder;
+        OutputFile file(folder.path() / "rows", "rows", OutputFile::Mode::kTruncate);
         const ParseResult result = ParseAOT(context, file, kFullName, stream, signature);
         file.Close();
-        rows = shell.folder.Read("TempData/rows");
+        rows = folder.Read("rows");
         return result;
     }
 };

@@ -1,4 +1,4 @@
-#include "streams/engine_failure.h"
+#include "find/engine_failure.h"
 
 #include <string>
 

@@ -1,20 +1,24 @@
-#include "streams/stream_failure.h"
+#include "analysis/stream_failure_reports.h"
 
 #include <array>
 #include <string>
 #include <utility>
 
+#include "find/engine_failure.h"
 #include "shell/formats.h"
 #include "shell/pause.h"
 #include "shell/report_error.h"
-#include "streams/engine_failure.h"
 
 namespace zorvel {
 
-StreamFailure::StreamFailure(ParseContext& context, std::string_view full_name, std::string_view stream)
-    : context_(context), services_(context.services), full_name_(full_name), stream_(stream) {}
+StreamFailureReports::StreamFailureReports(Services& services, double wait)
+    : services_(services), wait_(wait) {}
 
-bool StreamFailure::Handle(const Error& error, const ParsePlace& place) {
+void StreamFailureReports::RefuseStream() {
+    services_.log.WriteLog("WARNING: ParseAOT: string passed to routine doesn't have an AOT ID");
+}
+
+bool StreamFailureReports::Handle(const Error& error, const ParsePlace& place) {
     services_.sounds.PlayEventSound(services_.options.session.WarningSound);
     if (error.number() == errors::kNoAutomation) {
         services_.activity.UserInterrupt = true;
@@ -22,13 +26,13 @@ bool StreamFailure::Handle(const Error& error, const ParsePlace& place) {
         services_.log.WriteLog("ERROR: Error #" + ErrorText(error) + " occurred in ParseAOT");
         return false;
     }
-    Pause(services_.clock, services_.ui, context_.error_wait);
+    Pause(services_.clock, services_.ui, wait_);
     Report(error, place, Advice(CreateDump(place)));
-    ++context_.parse_errors;
+    ++count_;
     return true;
 }
 
-std::string StreamFailure::CreateDump(const ParsePlace& place) {
+std::string StreamFailureReports::CreateDump(const ParsePlace& place) {
     if (!services_.options.session.CreateDMPFileOnError) return {};
     std::string dump_file = NewDumpPath();
     try {
@@ -41,23 +45,23 @@ std::string StreamFailure::CreateDump(const ParsePlace& place) {
 }
 
 // Named after the second; a second of many dump files numbers them from the second one on.
-std::string StreamFailure::NewDumpPath() {
+std::string StreamFailureReports::NewDumpPath() {
     std::string name = "Tempdata\\Zorvel_" + TimeStamp(services_.clock.Now());
-    const int number = ++context_.dumps[name];
+    const int number = ++dumps_[name];
     if (number > 1) name += '_' + std::to_string(number);
     return services_.files.Path(name + ".dmp");
 }
 
-void StreamFailure::ReportLostDump(const std::string& dump_file, const Error& error) {
+void StreamFailureReports::ReportLostDump(const std::string& dump_file, const Error& error) {
     const std::string text =
         "Error" + ErrorText(error) + " occurred while the .DMP file (" + dump_file + ") was written";
     services_.log.WriteLog("WARNING: ParseAOT: " + text);
     LogDetail(services_.log, error);
-    if (std::exchange(context_.lost_dump_told, true)) return;
+    if (std::exchange(lost_dump_told_, true)) return;
     services_.ui.Tell(text + " - the run goes on without it", MessageIcon::kExclamation);
 }
 
-std::string StreamFailure::Advice(const std::string& dump_file) const {
+std::string StreamFailureReports::Advice(const std::string& dump_file) const {
     std::string advice = " - to aid diagnosis of this problem, please send the ";
     if (!dump_file.empty()) advice += "created .DMP file (" + dump_file + ") and the ";
     advice += "Zorvel log file (" + services_.log.LogFileName() +
@@ -65,7 +69,7 @@ std::string StreamFailure::Advice(const std::string& dump_file) const {
     return advice;
 }
 
-void StreamFailure::Report(const Error& error, const ParsePlace& place, const std::string& advice) {
+void StreamFailureReports::Report(const Error& error, const ParsePlace& place, const std::string& advice) {
     if (error.number() == kUnrecognisedType) {
         Warn(advice);
         services_.log.WriteLog("WARNING: ParseAOT: Unrecognised data type" + PlainNumber(place.record.type) +
@@ -84,7 +88,7 @@ void StreamFailure::Report(const Error& error, const ParsePlace& place, const st
     LogDetail(services_.log, error);
 }
 
-void StreamFailure::Warn(const std::string& advice) {
+void StreamFailureReports::Warn(const std::string& advice) {
     if (!services_.options.warning_boxes) return;
     services_.options.warning_boxes = services_.ui.Ask(
         "Zorvel is unable to correctly interpret this application stream file" + advice +
@@ -93,7 +97,7 @@ void StreamFailure::Warn(const std::string& advice) {
 }
 
 // Three lines: the application, eight numbers that say where and at what the parser stood, and the stream.
-void StreamFailure::WriteDump(const std::string& dump_file, const ParsePlace& place) const {
+void StreamFailureReports::WriteDump(const std::string& dump_file, const ParsePlace& place) const {
     const Record& record = place.record;
     const std::array<std::int64_t, 8> numbers = {
         static_cast<int>(place.phase), record.type,   static_cast<std::int64_t>(place.position),
@@ -105,7 +109,7 @@ void StreamFailure::WriteDump(const std::string& dump_file, const ParsePlace& pl
         line += PlainNumber(number) + ' ';
     }
     services_.files.WriteInPlace(dump_file, [&](OutputFile& file) {
-        for (const std::string_view text : {full_name_, std::string_view(line), stream_}) {
+        for (const std::string_view text : {place.full_name, std::string_view(line), place.stream}) {
             file.Write(text);
             file.Write("\r\n");
         }
