@@ -7,6 +7,7 @@
 #include "database/attribute_loader.h"
 #include "database/import_record.h"
 #include "database/set_aside.h"
+#include "platform/store_files.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
 

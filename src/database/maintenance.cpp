@@ -6,6 +6,7 @@
 #include "database/set_aside.h"
 #include "platform/code_page.h"
 #include "platform/store.h"
+#include "platform/store_files.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
 
