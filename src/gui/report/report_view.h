@@ -10,11 +10,11 @@
 #include <memory>
 #include <optional>
 
-#include "gui/report/report_search.h"
 #include "gui/text/find_bar.h"
 #include "paper/report_fonts.h"
 #include "paper/report_painter.h"
 #include "reporting/page_layout.h"
+#include "reporting/report_search.h"
 
 namespace zorvel {
 
