@@ -50,8 +50,6 @@ class ReportView final : public QAbstractScrollArea, public FindTarget {
 
     // What the search found last.
     const std::optional<MarkedText>& mark() const { return mark_; }
-    // Where that is drawn on the viewport; nothing when it is on no page in sight.
-    std::optional<QRectF> MarkRect() const;
 
     // What stands at a point of the viewport; nothing where there is no value, heading or note.
     std::optional<TextPlace> PlaceAt(QPoint point) const;
