@@ -59,8 +59,7 @@ void DatabaseMaintenance::Fill() {
         services_.log.WriteLog("No Zorvel DBs in Master found to maintain...");
         services_.ui.Tell(
             "There are no Zorvel databases to maintain - please try again after Zorvelling and importing at "
-            "least one NAL "
-            "object",
+            "least one NAL object",
             MessageIcon::kExclamation);
         return;
     }
@@ -165,8 +164,7 @@ void DatabaseMaintenance::ReportCompactFailure(const Error& error) {
             "WARNING: Attempt to Compact DB failed, possibly opened exclusively elsewhere...");
         services_.ui.Tell(
             "An error occurred when attempting to compact the Zorvel database - this may be because the "
-            "database is "
-            "already opened exclusively elsewhere.",
+            "database is already opened exclusively elsewhere.",
             MessageIcon::kExclamation, error.detail());
     } else {
         const std::string text = "Unexpected error";
