@@ -10,7 +10,7 @@
 
 #include "platform/interruption.h"
 #include "platform/store.h"
-#include "support/databases.h"
+#include "reporting/report_fixture.h"
 
 namespace zorvel::fuzz {
 
@@ -20,16 +20,15 @@ class ReportDataset {
         // A query may ask for any memory: the engine refuses what is too much, before libFuzzer does.
         constexpr sqlite3_int64 kMostMemory = 64 * 1024 * 1024;
         sqlite3_hard_heap_limit64(kMostMemory);
-        test::AddDatabases(folder_);
-        test::AddDataset(folder_, kName);
-        Database(Path(), kName).ExecuteScript(kRows);
+        folder_.Fill(std::string(kRows));
         before_ = State();
     }
 
     // Opens the dataset. Queries end, with Interrupted, after some ten thousand steps.
     Database Open() const {
         constexpr int kMostQuestions = 100;
-        Database database(Path(), kName, Database::Access::kSelect);
+        const std::filesystem::path path = folder_.folder.path() / "Databases" / folder_.dataset;
+        Database database(path, folder_.dataset, Database::Access::kSelect);
         database.EndWhen([asked = 0]() mutable { return ++asked > kMostQuestions; });
         return database;
     }
@@ -37,7 +36,6 @@ class ReportDataset {
     bool IsUnchanged() const { return State() == before_; }
 
   private:
-    static constexpr const char* kName = "Zorvel_261116172805.MDB";
     static constexpr std::string_view kRows =
         "INSERT INTO Zorvel_Apps (AppUniqueRef,AppName,AppOU) VALUES "
         "(1,'Word','APPS.SITE'),(2,'\xC4','APPS');"
@@ -46,12 +44,10 @@ class ReportDataset {
         "INSERT INTO Zorvel_CopyFiles VALUES (1,'C:\\A.EXE','Z:\\A.EXE','Copy always'),(2,'','','');"
         "INSERT INTO Zorvel_Macros VALUES (1,'M','%WINDIR%',9,'Where?');";
 
-    std::filesystem::path Path() const { return folder_.path() / "Databases" / kName; }
-
     // The files of the folder with their sizes and times.
     std::string State() const {
         std::string state;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_.path())) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_.folder.path())) {
             state += entry.path().string();
             if (!entry.is_regular_file()) continue;
             state += ' ' + std::to_string(entry.file_size()) + ' ' +
@@ -60,7 +56,7 @@ class ReportDataset {
         return state;
     }
 
-    test::TempFolder folder_;
+    test::ReportFolder folder_;
     std::string before_;
 };
 

@@ -13,17 +13,6 @@
 namespace zorvel::fuzz {
 namespace {
 
-// Fonts whose every character is half as wide as it is high.
-ReportFonts SquareFonts() {
-    ReportFonts fonts;
-    for (FontFace* face : {&fonts.regular, &fonts.bold}) {
-        face->advances.fill(0.5);
-        face->ascent = 0.8;
-        face->descent = 0.2;
-    }
-    return fonts;
-}
-
 void CheckRanges(const ReportDefinition& definition) {
     const ReportPage& page = definition.page;
     Require(page.margin >= 0 && 2 * page.margin < page.width && 2 * page.margin < page.height);
@@ -51,7 +40,7 @@ void CheckReport(const Report& report) {
     for (std::size_t chart = 0; chart < rows.charts().size(); ++chart)
         Require(rows.charts()[chart].size() <= report.definition().charts[chart].limit + 1);
 
-    static const ReportFonts fonts = SquareFonts();
+    static const ReportFonts fonts = test::SquareFonts();
     const PageLayout layout(report, fonts);
     Require(layout.page_count() >= 1);
     for (std::size_t row = 0; row < rows.size(); ++row)

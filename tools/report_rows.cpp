@@ -8,6 +8,7 @@
 #include "database/import_record.h"
 #include "platform/error.h"
 #include "platform/files.h"
+#include "platform/store_files.h"
 #include "report_data.h"
 
 namespace {

@@ -166,8 +166,7 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
     log.WriteLog("WARNING: Stream '(Copy Files)' of 'Reader.APPS.CORP' could not be read to its end");
     log.WriteLog(
         "ERROR: DS error 601 returned during Node click on 'NDS:\\\\CORP_TREE\\CORP\\OLD' - cached version "
-        "of "
-        "Tree likely out of date");
+        "of Tree likely out of date");
     TakeModal(photographer, "log", menu("mnuHelpItem_2"), [](QWidget& viewer) {
         viewer.resize(kLogSize);
         auto* text = viewer.findChild<QWidget*>("RichTextBox1");

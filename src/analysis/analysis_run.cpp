@@ -32,10 +32,8 @@ std::string SummaryText(std::int32_t parse_errors, std::int32_t not_found) {
         text += parse_errors == 0 ? "\r\rHowever, " : "\r\rAlso, ";
         text += "Zorvel encountered " + Grouped(not_found) +
                 " application(s) which couldn't be Zorvelled as it wasn't physically found in the NDS - this "
-                "may be "
-                "due to the cached version of the Tree not accurately reflecting the current physical "
-                "version and you "
-                "are advised to refresh the cache as soon as possible.";
+                "may be due to the cached version of the Tree not accurately reflecting the current physical "
+                "version and you are advised to refresh the cache as soon as possible.";
     }
     return text;
 }

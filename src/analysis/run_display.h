@@ -17,6 +17,7 @@ class RunDisplay {
   public:
     virtual ~RunDisplay() = default;
 
+    // Enables the start of a run, which is disabled while one works.
     virtual void EnableGenerate(bool /*enabled*/) {}
     virtual void ShowStatusTab() {}
     virtual void ShowSelectedCount(std::string_view /*text*/) {}

@@ -26,7 +26,7 @@ class AnalyseCommand final : public BatchCommand {
         ExitStatus status = applications_.Start(session);
         if (status != kDone) return status;
         session.window().import_wanted = import_;
-        AnalysisRun run(session.controller().MakeRunInputs(session.window()));
+        AnalysisRun run(session.controller().MakeRunInputs());
         status = DoRun(session, run);
         if (status != kDone) return status;
         if (run.import_wanted()) status = ImportLastRun(session, comment_);

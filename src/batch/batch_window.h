@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "analysis/run_display.h"
 #include "controller/main_window.h"
 #include "database/import.h"
 #include "platform/user_interface.h"
@@ -20,7 +19,7 @@ struct BatchManners {
     bool show_progress = false;  // standard error is a terminal
 };
 
-class BatchWindow final : public UserInterface, public MainWindow, public RunDisplay, public ImportDisplay {
+class BatchWindow final : public UserInterface, public MainWindow, public ImportDisplay {
   public:
     // Results go to `out`, messages and progress to `err`; both get UTF-8.
     BatchWindow(std::ostream& out, std::ostream& err, BatchManners manners);

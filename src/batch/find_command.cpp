@@ -73,7 +73,7 @@ class FindCommand final : public BatchCommand {
         MatchPrinter printer(session.window());
         StreamFinder finder(controller.services(), printer, &printer);
         if (!finder.Prepare(expression)) return kFailed;
-        AnalysisRun run(controller.MakeRunInputs(session.window()), &finder);
+        AnalysisRun run(controller.MakeRunInputs(), &finder);
         status = DoRun(session, run);
         if (status != kDone) return status;
         if (finder.failed_entries() > 0) {

@@ -97,11 +97,10 @@ void OUBrowser::ClickNode(std::size_t number) {
 
 void OUBrowser::ListApplications(const std::string& path) {
     services_.status.SetStatus('Y', kReadingText);
-    directory_.SetClassFilter(kApplicationClass);
     const Entry container = directory_.FindEntry(path);
     std::string full_name = directory_.FullNameOf(container);
     directory_.SetCurrentObject(container.path);
-    std::vector<Entry> entries = directory_.Entries();
+    std::vector<Entry> entries = directory_.Entries(container.path, kApplicationClass);
     current_container_ = path;
     labCurrentOU = std::move(full_name);
     ClearList();
@@ -116,7 +115,6 @@ void OUBrowser::ListApplications(const std::string& path) {
         services_.status.SetStatus(
             'Y', std::string(kReadingText) + PlainNumber(static_cast<std::int64_t>(items_.size())));
     }
-    directory_.SetClassFilter(kContainerClasses);
     display_.ShowList();
     RefreshAppTitle();
     // The lines that the cache knows keep their marks; the others are told of once.
@@ -167,8 +165,7 @@ void OUBrowser::CheckNode(std::size_t number, bool checked) {
         SetMark(number, kBold, checked);
         SetMark(nodes_.Parent(number), kChildToggled, true);
         directory_.SetCurrentObject(container.path);
-        directory_.SetClassFilter(kContainerClasses);
-        for (const Entry& entry : directory_.Entries()) {
+        for (const Entry& entry : directory_.Entries(container.path, kContainerClasses)) {
             const std::size_t child = lists_.FindOU(entry.path);
             SetMark(child, kChecked, checked);
             SetMark(child, kBold, checked);

@@ -57,8 +57,12 @@ class OUBrowser final : public SelectionTarget {
     // Shows the nodes added so far, in full mode.
     void ArrangeNodes();
 
-    // Clicks and check boxes of nodes. Errors are shown and logged.
+    // A click on the node of container `number`, which exists: the list shows the container's applications.
+    // When the directory no longer has the container (error 601) the user is asked whether to read the tree
+    // again. All other errors are shown and logged, error 9 for applications that the cache does not know
+    // among them. Raises only what `refresh_tree` raises.
     void ClickNode(std::size_t number);
+    // The check box of a node is set or cleared. All errors are shown and logged.
     void CheckNode(std::size_t number, bool checked);
 
     // The tree buttons that do more than expand and collapse.

@@ -1,7 +1,6 @@
 #include "browser/tree_lists.h"
 
 #include <algorithm>
-#include <bit>
 #include <functional>
 
 #include "platform/error.h"
@@ -9,27 +8,20 @@
 namespace zorvel {
 namespace {
 
-std::size_t HashOf(std::string_view text) {
-    return std::hash<std::string_view>{}(text);
+std::uint32_t HashOf(std::string_view text) {
+    return static_cast<std::uint32_t>(std::hash<std::string_view>{}(text));
 }
 
-std::size_t HashOf(const AppRecord& application) {
-    return HashOf(application.Container) * 31 + HashOf(application.Name);
+std::uint32_t HashOf(std::string_view container, std::string_view name) {
+    return HashOf(container) * 31 + HashOf(name);
+}
+
+// What a table found as a record number, 0 for nothing.
+std::size_t RecordNumber(std::uint32_t found) {
+    return found == NumberTable::kNone ? 0 : found;
 }
 
 }  // namespace
-
-void RecordIndex::Reserve(std::size_t records) {
-    constexpr std::size_t kSmallest = 64;
-    slots_.assign(std::bit_ceil(std::max(records * 2, kSmallest)), 0);
-}
-
-void RecordIndex::Insert(std::size_t hash, std::size_t number) {
-    std::size_t at = hash & (slots_.size() - 1);
-    while (slots_[at] != 0)
-        at = (at + 1) & (slots_.size() - 1);
-    slots_[at] = static_cast<std::uint32_t>(number);
-}
 
 void TreeLists::Clear() {
     OUList.clear();
@@ -57,14 +49,8 @@ std::size_t TreeLists::AddOU(const OURecord& record) {
     kept.Class = known != classes_.end() ? *known : classes_.emplace_back(texts_.Keep(record.Class));
     OUList.push_back(kept);
 
-    const std::size_t number = OUList.size();
-    if (number > containers_.capacity()) {
-        containers_.Reserve(number * 2);
-        for (std::size_t i = 1; i < number; ++i)
-            containers_.Insert(HashOf(OUList[i - 1].Path), i);
-    }
-    containers_.Insert(HashOf(kept.Path), number);
-    return number;
+    containers_.Insert(HashOf(kept.Path), static_cast<std::uint32_t>(OUList.size()));
+    return OUList.size();
 }
 
 std::size_t TreeLists::AddApp(std::string_view container, std::string_view name) {
@@ -81,21 +67,19 @@ std::string_view TreeLists::ShareContainer(std::string_view path) {
 }
 
 std::size_t TreeLists::FindOU(std::string_view path) const {
-    return containers_.Find(HashOf(path),
-                            [&](std::size_t number) { return OUList[number - 1].Path == path; });
+    return RecordNumber(containers_.Find(
+        HashOf(path), [&](std::uint32_t number) { return OUList[number - 1].Path == path; }));
 }
 
 std::size_t TreeLists::FindApp(std::string_view container, std::string_view name) const {
-    if (applications_.empty() && !AppList.empty()) {
-        applications_.Reserve(AppList.size());
-        for (std::size_t i = 0; i < AppList.size(); ++i)
-            applications_.Insert(HashOf(AppList[i]), i + 1);
+    if (applications_.empty()) {
+        std::uint32_t number = 0;
+        for (const AppRecord& application : AppList)
+            applications_.Insert(HashOf(application.Container, application.Name), ++number);
     }
-    const AppRecord wanted{container, name, false};
-    // Records of one key are inserted in list order, so the first of a chain is the first of the list.
-    return applications_.Find(HashOf(wanted), [&](std::size_t number) {
+    return RecordNumber(applications_.Find(HashOf(container, name), [&](std::uint32_t number) {
         return AppList[number - 1].Name == name && AppList[number - 1].Container == container;
-    });
+    }));
 }
 
 void TreeLists::Select(AppRecord& application, bool selected) {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/number_table.h"
 #include "platform/text_pool.h"
 #include "shell/status_line.h"
 
@@ -28,31 +29,6 @@ struct AppRecord {
     std::string_view Container;  // path of the container that holds it
     std::string_view Name;       // short name
     bool Selected = false;
-};
-
-// A set of records found by a key. It holds record numbers only; the lists hold the keys.
-class RecordIndex {
-  public:
-    void Clear() { slots_.clear(); }
-    bool empty() const { return slots_.empty(); }
-    // Makes room for `records` records, so that half of the slots stay free.
-    void Reserve(std::size_t records);
-    std::size_t capacity() const { return slots_.size() / 2; }
-
-    // The first number (1-based) in the chain of `hash` for which `same` answers true, or 0.
-    template <typename Same>
-    std::size_t Find(std::size_t hash, Same same) const {
-        if (slots_.empty()) return 0;
-        for (std::size_t at = hash & (slots_.size() - 1); slots_[at] != 0;
-             at = (at + 1) & (slots_.size() - 1)) {
-            if (same(slots_[at])) return slots_[at];
-        }
-        return 0;
-    }
-    void Insert(std::size_t hash, std::size_t number);
-
-  private:
-    std::vector<std::uint32_t> slots_;
 };
 
 // OUList and AppList. Record numbers are 1-based: number n is element n - 1.
@@ -82,8 +58,8 @@ class TreeLists {
     std::string_view ShareContainer(std::string_view path);
 
     TextPool texts_;
-    RecordIndex containers_;
-    mutable RecordIndex applications_;       // built at the first FindApp: a run over a whole tree never asks
+    NumberTable containers_;                 // record numbers by path
+    mutable NumberTable applications_;       // built at the first FindApp: a run over a whole tree never asks
     std::vector<std::string_view> classes_;  // the few class names, each kept once
 };
 

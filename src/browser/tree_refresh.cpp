@@ -198,18 +198,14 @@ std::vector<Entry> TreeRefresh::EnterContainer(std::size_t number) {
     ++examined_;
     display_.SetLabOU(directory_.FullName(path));
     display_.SetLabOUCount(Grouped(examined_));
-    directory_.SetClassFilter(kContainerClasses);
     directory_.SetCurrentObject(path);
     display_.RedrawBrowser();
     services_.ui.ProcessEvents();
-    return directory_.Entries();
+    return directory_.Entries(path, kContainerClasses);
 }
 
 std::size_t TreeRefresh::ReadContainer(const Entry& container, std::size_t parent_number) {
-    const std::string remembered = directory_.CurrentObject();
-    directory_.SetCurrentObject(container.path);
-    directory_.SetClassFilter(kApplicationClass);
-    const std::vector<Entry> applications = directory_.Entries();
+    const std::vector<Entry> applications = directory_.Entries(container.path, kApplicationClass);
 
     OURecord record;
     record.Parent = lists_.OUList[parent_number - 1].Path;
@@ -228,8 +224,6 @@ std::size_t TreeRefresh::ReadContainer(const Entry& container, std::size_t paren
     ++parent.ChildCount;
     parent.ChildApps += record.AppsHere;
     display_.AddNode(number, parent.Name == kRootName);
-    directory_.SetCurrentObject(remembered);
-    directory_.SetClassFilter(kContainerClasses);
     return number;
 }
 

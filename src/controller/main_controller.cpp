@@ -89,13 +89,13 @@ void MainController::EditRuleList(RuleListFile list) {
     const std::string label = registry ? "Registry Issue List" : "Custom File Issue List";
     const bool confirmed = ui_.Ask("Warning! - Incorrectly altering the " + label +
                                        " may cause unexpected Zorvel behaviour.\r\rAlso, please note that "
-                                       "Zorvel must be restarted for any "
-                                       "alterations to take effect.\r\rAre you sure you wish to continue?",
+                                       "Zorvel must be restarted for any alterations to take effect.\r\rAre "
+                                       "you sure you wish to continue?",
                                    MessageIcon::kExclamation, Answer::kNo);
     if (confirmed) ui_.EditTextFile(files_.Path(registry ? kRegExcludeFile : kFileIssueFile));
 }
 
-RunInputs MainController::MakeRunInputs(RunDisplay& display) {
+RunInputs MainController::MakeRunInputs() {
     return {
         services_,
         *directory_,
@@ -103,7 +103,7 @@ RunInputs MainController::MakeRunInputs(RunDisplay& display) {
         session_.rule_lists,
         session_.app_issue_slots,
         session_.ContextHandle,
-        display,
+        window_,
         settings_.pace,
         [this](const std::string& path) { return ImportStateOf(files_, path) == ImportState::kCompleted; }};
 }

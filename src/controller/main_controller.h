@@ -58,7 +58,7 @@ class MainController {
     void EditRuleList(RuleListFile list);
 
     // What a run over this session works with.
-    RunInputs MakeRunInputs(RunDisplay& display);
+    RunInputs MakeRunInputs();
 
     Session& session() { return session_; }
     Services& services() { return services_; }

@@ -1,14 +1,16 @@
-// What the main controller shows in the main window; what a program without one leaves out does nothing.
+// What the main controller, and the runs that it makes, show in the main window; what a program without one
+// leaves out does nothing.
 #pragma once
 
 #include <string_view>
 
+#include "analysis/run_display.h"
 #include "browser/tree_refresh.h"
 #include "controller/session.h"
 
 namespace zorvel {
 
-class MainWindow : public OUViewDisplay {
+class MainWindow : public OUViewDisplay, public RunDisplay {
   public:
     virtual void SetCaption(std::string_view /*caption*/) {}
     // Puts the controls into their first state: the first tab, the predefined searches, counters at "-".
@@ -27,7 +29,6 @@ class MainWindow : public OUViewDisplay {
     virtual void SetCurrentOU(std::string_view /*text*/) {}
     // Brings the marks, counts and title of the application list up to date.
     virtual void RefreshAppTitle() {}
-    virtual void EnableGenerate(bool /*enabled*/) {}
 };
 
 }  // namespace zorvel

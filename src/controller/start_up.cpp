@@ -20,9 +20,8 @@ std::string NotAuthenticatedText(std::string_view what_happened) {
     text += what_happened;
     text += kSeparator;
     text +=
-        "Your machine may not be correctly authenticated to the NDS.  "
-        "While eDirectory analysis functions will be disabled, other functions - such as reporting - should "
-        "be fine.";
+        "Your machine may not be correctly authenticated to the NDS.  While eDirectory analysis functions "
+        "will be disabled, other functions - such as reporting - should be fine.";
     return text;
 }
 

@@ -17,8 +17,7 @@ bool CaptureDetails::Open() {
     if (!services_.files.Exists(services_.files.Path(data_files::kCaptureDetails.name))) {
         services_.ui.Tell(
             "There is no record of a successful Zorvelrun having been done. Please retry the import once a "
-            "successful "
-            "analysis of at least one NAL object has been completed.",
+            "successful analysis of at least one NAL object has been completed.",
             MessageIcon::kExclamation);
         return false;
     }

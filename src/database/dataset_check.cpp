@@ -13,6 +13,7 @@
 #include "platform/error.h"
 #include "platform/new_file.h"
 #include "platform/store.h"
+#include "platform/store_files.h"
 #include "shell/formats.h"
 
 namespace zorvel {

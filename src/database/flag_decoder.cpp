@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "platform/code_page.h"
@@ -50,20 +51,14 @@ constexpr std::array<FlagRow, 7> kDefaultAssociationFlagTable = {{
     {0x1, "DAFAppLaunch=1,"},
 }};
 
-// The value of a hexadecimal digit, or 16 for any other character.
-std::uint32_t HexDigit(char character) {
-    const std::size_t digit = kHexDigits.find(UpperChar(character));
-    return digit == std::string_view::npos ? 16 : static_cast<std::uint32_t>(digit);
-}
-
 // Digits up to the first character that is none, as 32 bits.
 std::uint32_t HexValue(std::string_view digits) {
     std::uint64_t bits = 0;
     for (const char character : digits) {
         if (character == ' ') continue;
-        const std::uint32_t digit = HexDigit(character);
-        if (digit > 15) break;
-        bits = bits << 4 | digit;
+        const std::optional<unsigned> digit = HexDigitValue(character);
+        if (!digit) break;
+        bits = bits << 4 | *digit;
         if (bits > 0xFFFFFFFF) throw Error(errors::kOverflow).With("flags '&h" + std::string(digits) + "'");
     }
     return static_cast<std::uint32_t>(bits);

@@ -7,6 +7,7 @@
 #include "database/attribute_loader.h"
 #include "database/import_record.h"
 #include "database/set_aside.h"
+#include "platform/store_files.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
 
@@ -99,8 +100,7 @@ ImportResult Import::Run(CatalogueRow details) {
         services_.sounds.PlayEventSound(services_.options.session.FinishedSound);
         services_.ui.Tell(
             "Captured data from the last Zorvelrun has been successfully imported into the Zorvel database - "
-            "you can now "
-            "generate reports against the Zorvelrun!",
+            "you can now generate reports against the Zorvelrun!",
             MessageIcon::kInformation);
         dataset_.reset();
         return ImportResult::kDone;
@@ -115,8 +115,7 @@ bool Import::MakeRoom(const std::string& path) {
     if (!services_.files.Exists(path)) return true;
     const bool overwrite = services_.ui.Ask(
         "The last Zorvelrun data already appears to have been imported into a database. Do you really want "
-        "to overwrite "
-        "the existing database?",
+        "to overwrite the existing database?",
         MessageIcon::kQuestion, Answer::kNo);
     if (!overwrite) {
         services_.log.WriteLog("Data already appears to have been imported, user choose to abandon import");

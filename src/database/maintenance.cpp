@@ -6,6 +6,7 @@
 #include "database/set_aside.h"
 #include "platform/code_page.h"
 #include "platform/store.h"
+#include "platform/store_files.h"
 #include "shell/formats.h"
 #include "shell/report_error.h"
 
@@ -58,8 +59,7 @@ void DatabaseMaintenance::Fill() {
         services_.log.WriteLog("No Zorvel DBs in Master found to maintain...");
         services_.ui.Tell(
             "There are no Zorvel databases to maintain - please try again after Zorvelling and importing at "
-            "least one NAL "
-            "object",
+            "least one NAL object",
             MessageIcon::kExclamation);
         return;
     }
@@ -164,8 +164,7 @@ void DatabaseMaintenance::ReportCompactFailure(const Error& error) {
             "WARNING: Attempt to Compact DB failed, possibly opened exclusively elsewhere...");
         services_.ui.Tell(
             "An error occurred when attempting to compact the Zorvel database - this may be because the "
-            "database is "
-            "already opened exclusively elsewhere.",
+            "database is already opened exclusively elsewhere.",
             MessageIcon::kExclamation, error.detail());
     } else {
         const std::string text = "Unexpected error";

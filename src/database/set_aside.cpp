@@ -1,7 +1,7 @@
 #include "database/set_aside.h"
 
 #include "database/import_record.h"
-#include "platform/store.h"
+#include "platform/store_files.h"
 
 namespace zorvel {
 

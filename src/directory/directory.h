@@ -11,7 +11,7 @@
 
 namespace zorvel {
 
-// The class filters that the program sets.
+// The classes of whose objects the program asks for lists.
 inline constexpr std::string_view kContainerClasses = "Organizational Unit,Organization,Country,Locality";
 inline constexpr std::string_view kApplicationClass = "App:Application";
 
@@ -73,14 +73,14 @@ class Directory {
     virtual int TreeCount() = 0;
     virtual std::string TreeName(int index) = 0;
 
-    // The browser: a current object (a path) and a class filter (class names separated by commas).
+    // The current object (a path): its tree is the one whose full names are looked up. Made of a tree's root,
+    // it also takes notice of what has changed in the tree.
     virtual void SetCurrentObject(std::string_view path) = 0;
-    virtual std::string CurrentObject() const = 0;
-    virtual void SetClassFilter(std::string_view classes) = 0;
     // The current object itself. Raises error 601 when it does not exist.
     virtual Entry CurrentEntry() = 0;
-    // The children of the current object that pass the filter, in the directory's order. Raises error 601.
-    virtual std::vector<Entry> Entries() = 0;
+    // The children of an object that are of one of `classes` (names separated by commas; empty: of any), in
+    // the directory's order. Raises error 601.
+    virtual std::vector<Entry> Entries(std::string_view path, std::string_view classes) = 0;
     // The object with that path. Raises error 601.
     virtual Entry FindEntry(std::string_view path) = 0;
 

@@ -11,9 +11,8 @@ namespace zorvel {
 namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
-constexpr std::size_t kLargeText =
-    kBlockSize / 8;  // what is larger gets a block of its own, so that little is wasted
-constexpr std::size_t kFirstTable = 1024;
+// What is larger gets a block of its own, so that little is wasted.
+constexpr std::size_t kLargeText = kBlockSize / 8;
 constexpr std::size_t kMaxNumberSize = 10;
 
 // A packed text is a number and its bytes, or a number and a pointer to its bytes; the number is twice the
@@ -100,26 +99,6 @@ bool PackedValues::Take(std::string_view& bytes, std::uint32_t& attribute, std::
     value = TakeText(at);
     bytes.remove_prefix(static_cast<std::size_t>(at - bytes.data()));
     return true;
-}
-
-void NumberTable::Insert(std::uint32_t hash, std::uint32_t number) {
-    if ((used_ + 1) * 4 > slots_.size() * 3) {
-        std::vector<Slot> old(std::max(slots_.size() * 2, kFirstTable));
-        old.swap(slots_);
-        for (const Slot& slot : old) {
-            if (slot.number != kNone) Put(slot);
-        }
-    }
-    Put({hash, number});
-    ++used_;
-}
-
-void NumberTable::Put(const Slot& slot) {
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t at = slot.hash & mask;
-    while (slots_[at].number != kNone)
-        at = (at + 1) & mask;
-    slots_[at] = slot;
 }
 
 EntryStore::EntryStore() : entries_(1) {}
@@ -237,6 +216,11 @@ EntryIndex EntryStore::FindChild(EntryIndex parent, std::string_view name, const
     return names_.Find(hash.value(), [&](EntryIndex entry) {
         return entries_[entry].parent == parent && EqualIgnoringCase(this->name(entry), name);
     });
+}
+
+EntryIndex EntryStore::FindChild(EntryIndex parent, const NamingComponent& component) const {
+    return component.utf8_name.empty() ? FindChild(parent, component.name)
+                                       : FindForeign(parent, component.utf8_name);
 }
 
 EntryIndex EntryStore::FindForeign(EntryIndex parent, std::string_view utf8_name) const {

@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "directory/byte_buffer.h"
+#include "directory/names.h"
+#include "platform/number_table.h"
 
 namespace zorvel {
 
@@ -37,37 +39,6 @@ class PackedValues {
 
     ByteBuffer bytes_;
     std::vector<ByteBuffer> large_;
-};
-
-// Numbers by the hash of what they stand for: open addressing over a power of two of slots. The hash stands
-// beside the number, so that searches do not touch the objects that they pass over.
-class NumberTable {
-  public:
-    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
-
-    // The number with this hash for which `matches`, a function of a number, says true; kNone without one.
-    template <typename Matches>
-    std::uint32_t Find(std::uint32_t hash, const Matches& matches) const {
-        if (slots_.empty()) return kNone;
-        const std::size_t mask = slots_.size() - 1;
-        for (std::size_t at = hash & mask; slots_[at].number != kNone; at = (at + 1) & mask) {
-            if (slots_[at].hash == hash && matches(slots_[at].number)) return slots_[at].number;
-        }
-        return kNone;
-    }
-    // Adds a number; Find gives the first added of those that match.
-    void Insert(std::uint32_t hash, std::uint32_t number);
-
-  private:
-    struct Slot {
-        std::uint32_t hash = 0;
-        std::uint32_t number = kNone;
-    };
-
-    void Put(const Slot& slot);
-
-    std::vector<Slot> slots_;
-    std::size_t used_ = 0;
 };
 
 // The hash of a name below an object, for a name that grows at its end.
@@ -118,8 +89,9 @@ class EntryStore {
     EntryIndex FindChild(EntryIndex parent, std::string_view name) const;
     // Likewise, when the name's hash is at hand.
     EntryIndex FindChild(EntryIndex parent, std::string_view name, const NameHash& hash) const;
-    // Likewise by a foreign name in UTF-8; the case of letters that the code page holds does not matter.
-    EntryIndex FindForeign(EntryIndex parent, std::string_view utf8_name) const;
+    // The child that a component of a DN names, be the name foreign or not. In a foreign one, too, the case
+    // of letters that the code page holds does not matter.
+    EntryIndex FindChild(EntryIndex parent, const NamingComponent& component) const;
     // The greatest number of "\" in the name of a child of `parent`.
     std::size_t BackslashesBelow(EntryIndex parent) const;
 
@@ -151,6 +123,7 @@ class EntryStore {
     const char* Store(std::string_view bytes);
     const char* Keep(ByteBuffer bytes);
     ByteBuffer& BlockFor(std::size_t size);
+    EntryIndex FindForeign(EntryIndex parent, std::string_view utf8_name) const;
     EntryIndex AddNameless(EntryIndex parent);
     void SetName(EntryIndex entry, std::string_view name);
 

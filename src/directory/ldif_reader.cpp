@@ -9,6 +9,7 @@
 #include "directory/base64.h"
 #include "platform/code_page.h"
 #include "platform/error.h"
+#include "platform/hex.h"
 
 namespace zorvel {
 namespace {
@@ -45,13 +46,6 @@ std::string_view TrimmedDN(std::string_view text) {
     return escaped ? std::string_view(trimmed.data(), trimmed.size() + 1) : trimmed;
 }
 
-std::optional<int> HexDigit(char character) {
-    if (character >= '0' && character <= '9') return character - '0';
-    if (character >= 'a' && character <= 'f') return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F') return character - 'A' + 10;
-    return std::nullopt;
-}
-
 // The local path that a "file://" URL names; nothing when it is of another form or names another host.
 std::optional<std::string> PathOfUrl(std::string_view url) {
     constexpr std::string_view kScheme = "file://";
@@ -64,11 +58,9 @@ std::optional<std::string> PathOfUrl(std::string_view url) {
     for (std::size_t at = 0; at < url.size(); ++at) {
         char character = url[at];
         if (character == '%') {
-            if (at + 2 >= url.size()) return std::nullopt;
-            const std::optional<int> high = HexDigit(url[at + 1]);
-            const std::optional<int> low = HexDigit(url[at + 2]);
-            if (!high || !low) return std::nullopt;
-            character = static_cast<char>(*high << 4 | *low);
+            const std::optional<unsigned char> byte = HexByte(url.substr(at + 1));
+            if (!byte) return std::nullopt;
+            character = static_cast<char>(*byte);
             at += 2;
         }
         if (character == '\0') return std::nullopt;

@@ -108,7 +108,7 @@ class LdifTreeReader {
         EntryIndex entry = kRootEntry;
         for (std::size_t at = components_.size(); at-- > leaf;) {
             const NamingComponent& component = components_[at];
-            const EntryIndex known = FindChild(entry, component);
+            const EntryIndex known = store_.FindChild(entry, component);
             entry = known != kNoEntry ? known : AddChild(entry, component);
             if (known == kNoEntry) store_.SetClass(entry, MemoryTree::ContainerClassNumber(component.type));
         }
@@ -117,17 +117,12 @@ class LdifTreeReader {
 
     // The object of the current record, added unless an earlier record named it as a parent.
     EntryIndex TakeEntry(EntryIndex parent, const NamingComponent& component) {
-        const EntryIndex known = FindChild(parent, component);
+        const EntryIndex known = store_.FindChild(parent, component);
         if (known == kNoEntry) return AddChild(parent, component);
         // A record that named it as its parent may have spelled it otherwise; its own spelling counts.
         const bool named_before = !store_.IsPlaced(known) && component.utf8_name.empty();
         if (named_before && store_.name(known) != component.name) store_.Respell(known, component.name);
         return known;
-    }
-
-    EntryIndex FindChild(EntryIndex parent, const NamingComponent& component) const {
-        return component.utf8_name.empty() ? store_.FindChild(parent, component.name)
-                                           : store_.FindForeign(parent, component.utf8_name);
     }
 
     EntryIndex AddChild(EntryIndex parent, const NamingComponent& component) {

@@ -34,23 +34,38 @@ constexpr std::array<ClassKind, 10> kKinds = {{{kApplicationClass, kApplicationC
                                                {"Country", "Country"},
                                                {"Locality", "Locality"}}};
 
-std::vector<std::string> SplitAtCommas(std::string_view text) {
-    std::vector<std::string> parts;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find(','), text.size());
-        parts.emplace_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
+// The names of classes separated by commas.
+class ClassFilter {
+  public:
+    explicit ClassFilter(std::string_view classes) : names_(Split(classes)) {
+        const std::vector<std::string_view> containers = Split(kContainerClasses);
+        aliases_pass_ = std::any_of(names_.begin(), names_.end(), [&](std::string_view name) {
+            return std::find(containers.begin(), containers.end(), name) != containers.end();
+        });
     }
-    return parts;
-}
+    bool Passes(std::string_view class_name) const {
+        if (names_.empty() || (aliases_pass_ && class_name == kAliasClass)) return true;
+        return std::find(names_.begin(), names_.end(), class_name) != names_.end();
+    }
+
+  private:
+    static std::vector<std::string_view> Split(std::string_view text) {
+        std::vector<std::string_view> parts;
+        while (!text.empty()) {
+            const std::size_t end = std::min(text.find(','), text.size());
+            parts.push_back(text.substr(0, end));
+            text.remove_prefix(std::min(end + 1, text.size()));
+        }
+        return parts;
+    }
+
+    std::vector<std::string_view> names_;
+    bool aliases_pass_ = false;
+};
 
 }  // namespace
 
 MemoryDirectory::MemoryDirectory(const Files& files, Log& log) : files_(files), log_(log) {}
-
-void MemoryDirectory::CheckFaults() const {
-    if (faults.error_600_everywhere) RaiseUnreadable({});
-}
 
 void MemoryDirectory::RaiseUnreadable(const std::string& reason) const {
     if (on_unreadable) on_unreadable();
@@ -58,7 +73,6 @@ void MemoryDirectory::RaiseUnreadable(const std::string& reason) const {
 }
 
 int MemoryDirectory::NWCallsInit() {
-    if (faults.nw_calls_init != 0) return faults.nw_calls_init;
     trees_.clear();
     preferred_.reset();
     initialisation_failure_.clear();
@@ -76,12 +90,12 @@ int MemoryDirectory::NWCallsInit() {
 }
 
 int MemoryDirectory::NWNetInit() {
-    return faults.nw_net_init;
+    return 0;
 }
 
 int MemoryDirectory::NWDSCreateContextHandle(std::uint32_t& context_handle) {
-    if (faults.create_context_handle == 0) context_handle = kContext;
-    return faults.create_context_handle;
+    context_handle = kContext;
+    return 0;
 }
 
 int MemoryDirectory::NWGetPreferredConnName(std::string& name) {
@@ -91,12 +105,10 @@ int MemoryDirectory::NWGetPreferredConnName(std::string& name) {
 }
 
 int MemoryDirectory::TreeCount() {
-    CheckFaults();
     return static_cast<int>(trees_.size());
 }
 
 std::string MemoryDirectory::TreeName(int index) {
-    CheckFaults();
     if (index < 0 || static_cast<std::size_t>(index) >= trees_.size()) throw Error(errors::kSubscript);
     return trees_[static_cast<std::size_t>(index)].config.name;
 }
@@ -135,7 +147,6 @@ const MemoryDirectory::Tree& MemoryDirectory::Loaded(Tree& tree) {
 }
 
 void MemoryDirectory::SetCurrentObject(std::string_view path) {
-    CheckFaults();
     const std::optional<PathParts> parts = SplitPath(path);
     if (!parts) throw Error(errors::kNoSuchObject).Within(path);
     Tree* const tree = FindTree(parts->tree);
@@ -155,25 +166,6 @@ void MemoryDirectory::SetCurrentObject(std::string_view path) {
     }
     current_object_ = path;
     current_tree_ = parts->tree;
-}
-
-std::string MemoryDirectory::CurrentObject() const {
-    CheckFaults();
-    return current_object_;
-}
-
-void MemoryDirectory::SetClassFilter(std::string_view classes) {
-    CheckFaults();
-    class_filter_ = SplitAtCommas(classes);
-    const std::vector<std::string> containers = SplitAtCommas(kContainerClasses);
-    aliases_pass_ = std::any_of(class_filter_.begin(), class_filter_.end(), [&](const std::string& name) {
-        return std::find(containers.begin(), containers.end(), name) != containers.end();
-    });
-}
-
-bool MemoryDirectory::PassesFilter(std::string_view class_name) const {
-    if (class_filter_.empty() || (aliases_pass_ && class_name == kAliasClass)) return true;
-    return std::find(class_filter_.begin(), class_filter_.end(), class_name) != class_filter_.end();
 }
 
 // The object that a path, or a full name of the current object's tree, names.
@@ -216,38 +208,34 @@ Entry MemoryDirectory::MakeEntry(const Place& place) const {
 }
 
 Entry MemoryDirectory::CurrentEntry() {
-    CheckFaults();
     return MakeEntry(FindOrRaise(current_object_));
 }
 
-std::vector<Entry> MemoryDirectory::Entries() {
-    CheckFaults();
-    const Place current = FindOrRaise(current_object_);
-    const MemoryTree& objects = *current.tree->objects;
-    const std::string parent_path =
-        JoinPath(current.tree->config.name,
-                 current.entry == kRootEntry ? "" : objects.Components(current.entry) + '\\');
+std::vector<Entry> MemoryDirectory::Entries(std::string_view path, std::string_view classes) {
+    const Place parent = FindOrRaise(path);
+    const MemoryTree& objects = *parent.tree->objects;
+    const std::string parent_path = JoinPath(
+        parent.tree->config.name, parent.entry == kRootEntry ? "" : objects.Components(parent.entry) + '\\');
+    const ClassFilter filter(classes);
     std::vector<Entry> entries;
-    for (EntryIndex child = objects.FirstChild(current.entry); child != kNoEntry;
+    for (EntryIndex child = objects.FirstChild(parent.entry); child != kNoEntry;
          child = objects.NextSibling(child)) {
         const std::string& class_name = objects.ClassName(child);
-        if (!PassesFilter(class_name)) continue;
+        if (!filter.Passes(class_name)) continue;
         std::string name(objects.ShortName(child));
-        std::string path = parent_path + name;
-        entries.push_back({static_cast<std::uint64_t>(current.tree->serial) << 32 | child, std::move(name),
-                           std::move(path), class_name});
+        std::string child_path = parent_path + name;
+        entries.push_back({static_cast<std::uint64_t>(parent.tree->serial) << 32 | child, std::move(name),
+                           std::move(child_path), class_name});
     }
     return entries;
 }
 
 Entry MemoryDirectory::FindEntry(std::string_view path) {
-    CheckFaults();
     if (!SplitPath(path)) throw Error(errors::kNoSuchObject).Within(path);
     return MakeEntry(FindOrRaise(path));
 }
 
 std::string MemoryDirectory::FullName(std::string_view path) {
-    CheckFaults();
     if (const std::optional<Place> place = Find(path)) return place->tree->objects->FullName(place->entry);
     const std::optional<PathParts> parts = SplitPath(path);
     if (!parts) return std::string(path);
@@ -261,24 +249,20 @@ std::string MemoryDirectory::FullName(std::string_view path) {
 }
 
 std::string MemoryDirectory::FullNameOf(const Entry& entry) {
-    CheckFaults();
     const Place place = Locate(entry);
     return place.tree->objects->FullName(place.entry);
 }
 
 std::string MemoryDirectory::TreeNameOf(std::string_view path) {
-    CheckFaults();
     const std::optional<PathParts> parts = SplitPath(path);
     return parts ? std::string(parts->tree) : std::string();
 }
 
 Entry MemoryDirectory::LookUp(std::string_view path_or_name) {
-    CheckFaults();
     return MakeEntry(FindOrRaise(path_or_name));
 }
 
 ObjectDescription MemoryDirectory::Describe(const Entry& entry) {
-    CheckFaults();
     const Place place = Locate(entry);
     const std::string& class_name = place.tree->objects->ClassName(place.entry);
     for (const ClassKind& kind : kKinds) {
@@ -298,7 +282,6 @@ std::vector<std::string_view> MemoryDirectory::ValuesOf(const Place& place, std:
 }
 
 std::vector<std::string> MemoryDirectory::AttributeNames(const Entry& entry) {
-    CheckFaults();
     const Place place = Locate(entry);
     if (!IsRead(place)) {
         read_serial_ = 0;  // until it is read whole
@@ -314,7 +297,6 @@ std::vector<std::string> MemoryDirectory::AttributeNames(const Entry& entry) {
 }
 
 std::string_view MemoryDirectory::AttributeSyntax(const Entry& entry, std::string_view attribute) {
-    CheckFaults();
     const MemoryTree& objects = *Locate(entry).tree->objects;
     const std::uint32_t number = objects.FindAttribute(attribute);
     const bool known = number != MemoryTree::kNoAttribute;
@@ -322,7 +304,6 @@ std::string_view MemoryDirectory::AttributeSyntax(const Entry& entry, std::strin
 }
 
 MemoryDirectory::HeldValues MemoryDirectory::ReadValues(const Entry& entry, std::string_view attribute) {
-    CheckFaults();
     const Place place = Locate(entry);
     const MemoryTree& tree = *place.tree->objects;
     const std::uint32_t number = tree.FindAttribute(attribute);
@@ -365,7 +346,6 @@ std::vector<std::string> MemoryDirectory::ReferencedNames(const Entry& entry, st
 
 int MemoryDirectory::NWDSOpenStream(std::uint32_t /*context_handle*/, std::string_view name,
                                     std::string_view attribute, int /*flags*/, int& file_handle) {
-    CheckFaults();
     const std::optional<Place> place = Find(name);
     if (!place) return kFailure;
     const std::shared_ptr<const MemoryTree>& objects = place->tree->objects;
@@ -379,7 +359,6 @@ int MemoryDirectory::NWDSOpenStream(std::uint32_t /*context_handle*/, std::strin
 }
 
 MemoryDirectory::OpenStream& MemoryDirectory::StreamOf(int file_handle) {
-    CheckFaults();
     const auto found = streams_.find(file_handle);
     if (found == streams_.end()) throw Error(errors::kInvalidCall);
     return found->second;

@@ -21,22 +21,12 @@
 
 namespace zorvel {
 
-// Failures that a test can ask for.
-struct DirectoryFaults {
-    int nw_calls_init = 0;  // what the initialisation calls return; 0 lets them work
-    int nw_net_init = 0;
-    int create_context_handle = 0;
-    bool error_600_everywhere = false;  // every operation but the initialisation calls raises error 600
-};
-
 // A tree is read at the first operation that needs its objects. When that fails, error 600 with the reason is
 // raised then and by all that follow, until the tree's root is made the current object again.
 // An Entry of a tree that has since been read anew raises error 601; an unknown file handle raises error 5.
 class MemoryDirectory final : public Directory {
   public:
     MemoryDirectory(const Files& files, Log& log);
-
-    DirectoryFaults faults;
 
     // Reads Directory.toml; the reason why it cannot be used is logged.
     int NWCallsInit() override;
@@ -52,11 +42,9 @@ class MemoryDirectory final : public Directory {
     // Raises error 600 when the LDIF file cannot be opened. On a tree's root, a file that has changed is read
     // anew.
     void SetCurrentObject(std::string_view path) override;
-    std::string CurrentObject() const override;
-    // No filter, or an empty one, lets all pass. Aliases pass a filter for containers.
-    void SetClassFilter(std::string_view classes) override;
     Entry CurrentEntry() override;
-    std::vector<Entry> Entries() override;
+    // Aliases are among the containers.
+    std::vector<Entry> Entries(std::string_view path, std::string_view classes) override;
     Entry FindEntry(std::string_view path) override;
 
     // Also takes a full name of the current object's tree.
@@ -109,7 +97,6 @@ class MemoryDirectory final : public Directory {
         std::size_t size;
     };
 
-    void CheckFaults() const;
     Tree* FindTree(std::string_view name);
     const Tree& Loaded(Tree& tree);
     // Raises error 600, after it was told to on_unreadable.
@@ -120,7 +107,6 @@ class MemoryDirectory final : public Directory {
     Place FindOrRaise(std::string_view path_or_name);
     Place Locate(const Entry& entry) const;
     Entry MakeEntry(const Place& place) const;
-    bool PassesFilter(std::string_view class_name) const;
     bool IsRead(const Place& place) const;
     std::vector<std::string_view> ValuesOf(const Place& place, std::uint32_t attribute) const;
     // An attribute's values as the tree holds them. Raises what AttributeValues raises.
@@ -137,8 +123,6 @@ class MemoryDirectory final : public Directory {
 
     std::string current_object_;
     std::string current_tree_;
-    std::vector<std::string> class_filter_;
-    bool aliases_pass_ = false;
 
     // The text that was last looked up; a run opens all streams of an object under the same one.
     struct {

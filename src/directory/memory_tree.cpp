@@ -245,15 +245,10 @@ std::uint32_t MemoryTree::FindAttribute(std::string_view nds_name) const {
     return found == attribute_names_.end() ? kNoAttribute : found->second;
 }
 
-EntryIndex MemoryTree::FindChild(EntryIndex parent, const NamingComponent& component) const {
-    return component.utf8_name.empty() ? store_.FindChild(parent, component.name)
-                                       : store_.FindForeign(parent, component.utf8_name);
-}
-
 EntryIndex MemoryTree::FindComponents(const std::vector<NamingComponent>& components) const {
     EntryIndex entry = kRootEntry;
     for (auto name = components.rbegin(); name != components.rend() && entry != kNoEntry; ++name) {
-        entry = FindChild(entry, *name);
+        entry = store_.FindChild(entry, *name);
     }
     return entry;
 }
@@ -269,7 +264,7 @@ EntryIndex MemoryTree::FindDN(std::string_view dn, LastContainer& last) const {
         last.dn = container;
         last.entry = ParseDN(container, components) ? FindComponents(components) : kNoEntry;
     }
-    return last.entry == kNoEntry ? kNoEntry : FindChild(last.entry, component);
+    return last.entry == kNoEntry ? kNoEntry : store_.FindChild(last.entry, component);
 }
 
 std::string MemoryTree::FullNameOfDN(std::string_view dn) const {

@@ -86,7 +86,6 @@ class MemoryTree {
         std::uint32_t number;
     };
 
-    EntryIndex FindChild(EntryIndex parent, const NamingComponent& component) const;
     EntryIndex FindComponents(const std::vector<NamingComponent>& components) const;
     std::uint32_t ClassNumber(const std::string& name);
     void NameAttributes(const std::vector<std::string>& ldap_names);

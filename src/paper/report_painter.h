@@ -20,12 +20,6 @@ class QPagedPaintDevice;
 
 namespace zorvel {
 
-// A part of a value as it is displayed: the characters [place.offset, place.offset + length).
-struct MarkedText {
-    TextPlace place;
-    std::size_t length = 0;
-};
-
 class ReportPainter final : public PageCanvas {
   public:
     // `scale` is the number of the painter's units in a point. Painter and fonts must outlive the object.

@@ -32,7 +32,8 @@ class Files {
     // not exist stay as given. Raises error 76 when a name holds "/" or a NUL or is "..".
     std::filesystem::path Resolve(std::string_view path) const;
 
-    // True when `path` is an existing file (not a folder). Raises error 76 as Resolve does.
+    // True when `path` is an existing file (not a folder); false also when that cannot be found out. Raises
+    // error 76 as Resolve does.
     bool Exists(std::string_view path) const;
     // Opens a file. Raises error 53 (no such file), 70, 75 (also for what is no ordinary file) or 76 (no such
     // folder).
@@ -59,12 +60,13 @@ class Files {
     // Puts a file in the place of another of its folder, at once: `to` is one or the other at every moment.
     // Raises error 53, 70, 75 or 76.
     void Replace(std::string_view from, std::string_view to) const;
-    // The size of a file in bytes. Raises error 53, 70, 75 (a folder) or 76.
+    // The size of a file in bytes. Raises error 53, 70, 75 (no ordinary file, a read error) or 76.
     std::uint64_t Size(std::string_view path) const;
-    // The local time at which a file was last modified. Raises error 53, 70 or 76.
+    // The local time at which a file or folder was last modified. Raises error 53, 70, 75 (a read error)
+    // or 76.
     DateTime Modified(std::string_view path) const;
     // The names of the files in `folder` that begin with `prefix` and end with `suffix`, without regard to
-    // case, sorted. A missing folder has none.
+    // case, sorted. A folder that is missing or cannot be read has none. Raises error 76 as Resolve does.
     std::vector<std::string> List(std::string_view folder, std::string_view prefix,
                                   std::string_view suffix) const;
 

@@ -1,6 +1,7 @@
-// Hexadecimal digits, of which a byte has two.
+// Hexadecimal digits, of which a byte has two: written in upper case, read in either.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,23 @@ inline std::string ToHex(std::string_view bytes) {
     for (const char byte : bytes)
         AppendHex(digits, static_cast<unsigned char>(byte));
     return digits;
+}
+
+// The value of a hexadecimal digit; nothing for any other character.
+constexpr std::optional<unsigned> HexDigitValue(char character) {
+    if (character >= '0' && character <= '9') return static_cast<unsigned>(character - '0');
+    if (character >= 'A' && character <= 'F') return static_cast<unsigned>(character - 'A') + 10;
+    if (character >= 'a' && character <= 'f') return static_cast<unsigned>(character - 'a') + 10;
+    return std::nullopt;
+}
+
+// The byte whose two digits `text` begins with; nothing when it does not begin with two.
+constexpr std::optional<unsigned char> HexByte(std::string_view text) {
+    if (text.size() < 2) return std::nullopt;
+    const std::optional<unsigned> high = HexDigitValue(text[0]);
+    const std::optional<unsigned> low = HexDigitValue(text[1]);
+    if (!high || !low) return std::nullopt;
+    return static_cast<unsigned char>(*high << 4U | *low);
 }
 
 }  // namespace zorvel

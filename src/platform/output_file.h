@@ -42,7 +42,6 @@ class OutputFile {
     // Writes out the buffer and closes the file. Does nothing on a closed file.
     void Close();
 
-    bool is_open() const { return descriptor_ >= 0; }
     const std::string& name() const { return name_; }
 
   private:

@@ -357,9 +357,9 @@ Byte Translator::TakeOctal() {
 std::optional<unsigned> Translator::TakeHex(std::size_t digits) {
     unsigned value = 0;
     for (std::size_t i = 0; i < digits; ++i) {
-        const std::size_t digit = kHexDigits.find(UpperChar(Next(i)));
-        if (digit == std::string_view::npos) return std::nullopt;
-        value = value * 16 + static_cast<unsigned>(digit);
+        const std::optional<unsigned> digit = HexDigitValue(Next(i));
+        if (!digit) return std::nullopt;
+        value = value * 16 + *digit;
     }
     at_ += digits;
     return value;

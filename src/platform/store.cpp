@@ -3,7 +3,6 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fcntl.h>
 #include <sqlite3.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,43 +14,15 @@
 
 #include "platform/code_page.h"
 #include "platform/error.h"
+#include "platform/statement_group.h"
+#include "platform/store_engine.h"
 
 namespace zorvel {
 namespace {
 
-// How long a statement waits for another program to finish with the file.
-constexpr int kBusyMilliseconds = 200;
-
-// A group is written when it has reached either size: large enough that the writes hardly count, small enough
-// that it takes little memory and that a program killed in the middle of it loses little.
-constexpr std::size_t kGroupStatements = 50'000;
-constexpr std::size_t kGroupBytes = 8'000'000;
-
-// Keeps every other program out of the file, readers included, whatever way of writing it is set to.
-constexpr const char* kLockOut = "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT";
-
-// The part of an engine's error code that is the same for all its variants.
-constexpr int kPrimaryCode = 0xFF;
-
-Error StoreError(const std::string& name, std::string_view reason) {
-    const std::string text = CutForMessage(reason);
-    return Error(errors::kStore, text).With(name + ": " + text);
-}
-
-// True for what a full disk raises: the engine knows it as such only where it lacks space, not where a quota
-// or a limit of the file's size keeps it from growing.
-bool IsFullDisk(int code, int system_error) {
-    const bool lacks_room = system_error == ENOSPC || system_error == EDQUOT || system_error == EFBIG;
-    return code == SQLITE_FULL || ((code == SQLITE_IOERR || code == SQLITE_CANTOPEN) && lacks_room);
-}
-
-// The store's error for what the engine raised; `system_error` is the system's reason for a failed access.
-Error EngineError(const std::string& name, const SQLite::Exception& error, int system_error) {
-    const std::string reason = FromUtf8(error.what());
-    if (IsFullDisk(error.getErrorCode() & kPrimaryCode, system_error))
-        return Error(errors::kDiskFull).With(name + ": " + reason);
-    return StoreError(name, reason);
-}
+using store_detail::EngineError;
+using store_detail::kBusyMilliseconds;
+using store_detail::StoreError;
 
 // Runs `open`; what the engine raises becomes the store's error.
 template <typename Open>
@@ -61,17 +32,6 @@ auto GuardedOpening(const std::string& name, Open open) {
     } catch (const SQLite::Exception& error) {
         throw EngineError(name, error, 0);
     }
-}
-
-// Makes the empty file `path`, which is an empty database, for its owner alone, whatever the umask. The
-// engine gives the files that it keeps beside a database the mode of the database. One that exists stays as
-// it is; a failure is the engine's to tell.
-void MakeForOwnerAlone(const std::filesystem::path& path) {
-    constexpr mode_t kOwnerAlone = S_IRUSR | S_IWUSR;
-    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerAlone);
-    if (file < 0) return;
-    ::fchmod(file, kOwnerAlone);
-    ::close(file);
 }
 
 // Undoes what a killed program left unfinished in a database, which one that is opened for reading cannot. A
@@ -146,53 +106,6 @@ bool IsPlain(std::string_view text) {
         plain &= static_cast<unsigned char>(character) < 0x80;
     return plain;
 }
-
-// What a group has executed so far, kept flat so that it takes the memory of its texts and little more.
-class GroupLog {
-  public:
-    void Add(std::shared_ptr<SQLite::Statement> statement, std::span<const std::string> values) {
-        entries_.push_back({std::move(statement), lengths_.size(), texts_.size()});
-        for (const std::string& value : values) {
-            lengths_.push_back(value.size());
-            texts_ += value;
-        }
-    }
-    void RemoveLast() {
-        lengths_.resize(entries_.back().first_length);
-        texts_.resize(entries_.back().first_text);
-        entries_.pop_back();
-    }
-    void Clear() {
-        entries_.clear();
-        lengths_.clear();
-        texts_.clear();
-    }
-    std::size_t size() const { return entries_.size(); }
-    bool IsFull() const { return entries_.size() >= kGroupStatements || texts_.size() >= kGroupBytes; }
-
-    SQLite::Statement& StatementAt(std::size_t index) const { return *entries_[index].statement; }
-    std::vector<std::string> ValuesAt(std::size_t index) const {
-        const std::size_t end =
-            index + 1 < entries_.size() ? entries_[index + 1].first_length : lengths_.size();
-        std::vector<std::string> values;
-        std::size_t at = entries_[index].first_text;
-        for (std::size_t i = entries_[index].first_length; i < end; at += lengths_[i++]) {
-            values.push_back(texts_.substr(at, lengths_[i]));
-        }
-        return values;
-    }
-
-  private:
-    struct Entry {
-        std::shared_ptr<SQLite::Statement> statement;
-        std::size_t first_length;  // of its values, in lengths_
-        std::size_t first_text;    // of its values, in texts_
-    };
-
-    std::vector<Entry> entries_;
-    std::vector<std::size_t> lengths_;
-    std::string texts_;
-};
 
 }  // namespace
 
@@ -332,11 +245,11 @@ class Connection {
     // since a write for every statement would take minutes.
     void RunAgain() {
         in_transaction_ = false;
-        const GroupLog log = std::exchange(log_, {});
+        const StatementGroup log = std::exchange(log_, {});
         RunRange(log, 0, log.size());
     }
 
-    void RunRange(const GroupLog& log, std::size_t first, std::size_t last) {
+    void RunRange(const StatementGroup& log, std::size_t first, std::size_t last) {
         if (last - first <= 1) {
             if (first < last) RunAlone(log.StatementAt(first), log.ValuesAt(first));
             return;
@@ -348,7 +261,7 @@ class Connection {
     }
 
     // False when the statements cannot be written as one group; none of them is then.
-    bool RunAtOnce(const GroupLog& log, std::size_t first, std::size_t last) {
+    bool RunAtOnce(const StatementGroup& log, std::size_t first, std::size_t last) {
         Guarded([&] { db_.exec("BEGIN EXCLUSIVE"); });
         try {
             for (std::size_t i = first; i < last; ++i)
@@ -379,13 +292,15 @@ class Connection {
     SQLite::Database db_;
     bool grouping_ = false;
     bool in_transaction_ = false;
-    GroupLog log_;
+    StatementGroup log_;
     std::vector<std::string> converted_;
 };
 
 }  // namespace store_detail
 
 using store_detail::Connection;
+using store_detail::kLockOut;
+using store_detail::MakeForOwnerAlone;
 
 Rows::Rows(std::shared_ptr<Connection> connection, std::unique_ptr<SQLite::Statement> statement)
     : connection_(std::move(connection)), statement_(std::move(statement)) {}
@@ -492,59 +407,6 @@ void Database::Compact(const std::filesystem::path& from, const std::string& nam
     const int error = errno;
     ::close(copy);
     if (result != 0) throw FileError(error, name);
-}
-
-namespace {
-
-// The files that the engine keeps beside a database while it writes, and leaves there when it is killed.
-void RemoveRecoveryFiles(const Files& files, std::string_view path) {
-    for (const char* suffix : {"-journal", "-wal", "-shm"}) {
-        const std::string beside = std::string(path) + suffix;
-        if (files.Exists(beside)) files.Remove(beside);
-    }
-}
-
-}  // namespace
-
-void CopyDatabase(const Files& files, std::string_view from, std::string_view to) {
-    const std::string partial = std::string(to) + ".partial";
-    try {
-        if (files.Exists(partial)) files.Remove(partial);
-        MakeForOwnerAlone(files.Resolve(partial));
-        files.Copy(from, partial);
-        RemoveRecoveryFiles(files, to);
-        files.Rename(partial, to);
-    } catch (...) {
-        if (files.Exists(partial)) files.Remove(partial);
-        throw;
-    }
-}
-
-void RequireUnused(const Files& files, std::string_view path) {
-    try {
-        SQLite::Database db(files.Resolve(path).string(), SQLite::OPEN_READWRITE, kBusyMilliseconds);
-        db.exec(kLockOut);
-    } catch (const SQLite::Exception& error) {
-        const int code = error.getErrorCode();
-        // A file that is no database is nobody's.
-        if (code == SQLITE_BUSY || code == SQLITE_LOCKED) throw EngineError(std::string(path), error, 0);
-    }
-}
-
-void ReplaceDatabase(const Files& files, std::string_view from, std::string_view to) {
-    RemoveRecoveryFiles(files, to);
-    files.Replace(from, to);
-}
-
-void RemoveDatabase(const Files& files, std::string_view path) {
-    if (files.Exists(path)) RequireUnused(files, path);
-    files.Remove(path);
-    RemoveRecoveryFiles(files, path);
-}
-
-void RemoveUnfinished(const Files& files, std::string_view path) {
-    if (files.Exists(path)) files.Remove(path);
-    RemoveRecoveryFiles(files, path);
 }
 
 }  // namespace zorvel

@@ -9,8 +9,7 @@
 namespace zorvel {
 namespace {
 
-// Room around texts, in points.
-constexpr double kCellPadding = 4;
+// Room above and below texts, in points.
 constexpr double kRowAbove = 1.5;
 constexpr double kRowBelow = 1.5;
 constexpr double kHeadingAbove = 2.5;

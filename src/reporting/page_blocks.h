@@ -15,6 +15,10 @@
 
 namespace zorvel {
 
+// The room beside a text in its cell, on either side, points: of the columns' headings and of what stands
+// below them.
+inline constexpr double kCellPadding = 4;
+
 // A text of a block with a width of its own.
 struct BlockCell {
     double x = 0;

@@ -45,6 +45,12 @@ struct TextPlace {
     std::size_t offset = 0;  // of the text's first character in the value as it is displayed
 };
 
+// A part of a value as it is displayed: the characters [place.offset, place.offset + length).
+struct MarkedText {
+    TextPlace place;
+    std::size_t length = 0;
+};
+
 struct PageText {
     double x = 0;         // of the left end of the base line
     double baseline = 0;  // from the top of the page

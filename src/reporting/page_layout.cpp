@@ -15,8 +15,7 @@ constexpr double kFurnitureGap = 6;  // between furniture and blocks, points
 constexpr double kRule = 0.6;        // thickness, points
 constexpr double kGap = 20;          // between two texts of one line, at least
 constexpr double kBarHeight = 0.72;  // of a line
-constexpr double kHeadingPadding = 4;
-constexpr double kTableGap = 10;  // ahead of the columns' headings, when something stands above them
+constexpr double kTableGap = 10;     // ahead of the columns' headings, when something stands above them
 
 // A block is kept in one piece unless it takes more of the page than this.
 constexpr double kKeptTogether = 0.5;
@@ -224,15 +223,15 @@ void PageLayout::DrawColumnHeadings(double top, PageCanvas& canvas) const {
             text.turned = true;
             text.text = heading.text;
             text.x = heading.x + heading.width / 2 + (face.ascent - face.descent) * size / 2;
-            text.baseline = top + all.height - kHeadingPadding;
+            text.baseline = top + all.height - kCellPadding;
             canvas.Draw(text);
             continue;
         }
         double bottom = top + all.height - static_cast<double>(heading.lines.size()) * line_height;
         for (const TextLine& line : heading.lines) {
             text.text = std::string_view(heading.text).substr(line.begin, line.end - line.begin);
-            const double spare = heading.width - 2 * kHeadingPadding - face.Width(text.text, size);
-            text.x = heading.x + kHeadingPadding;
+            const double spare = heading.width - 2 * kCellPadding - face.Width(text.text, size);
+            text.x = heading.x + kCellPadding;
             if (column.alignment == ColumnAlignment::kRight) text.x += spare;
             if (column.alignment == ColumnAlignment::kCentre) text.x += spare / 2;
             text.baseline = bottom + face.ascent * size;

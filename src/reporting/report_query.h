@@ -6,12 +6,14 @@
 
 namespace zorvel {
 
-// The query with `sort` in the place of all that follows its first ORDER BY; as it is when it has none, or
-// begins with it, or when `sort` is empty.
+// Replaces what follows the query's first "ORDER BY", but for the one character behind these words, by
+// `sort`. Returns the query unchanged when `sort` is empty, or when the query has no "ORDER BY" or begins
+// with it.
 std::string ImposeSort(std::string_view query, std::string_view sort);
 
-// The query with `filter` ahead of its first ORDER BY, the character before which then stands on both sides
-// of the filter; as it is when it has none, or begins with it, or when `filter` is empty.
+// Inserts `filter` and a carriage return before the query's first "ORDER BY". The one character in front of
+// these words stays in front of the filter, and is repeated behind the carriage return. Returns the query
+// unchanged when `filter` is empty, or when the query has no "ORDER BY" or begins with it.
 std::string ImposeFilter(std::string_view query, std::string_view filter);
 
 }  // namespace zorvel

@@ -25,7 +25,6 @@ class Log {
     void Open(bool append);
     // Closes the log until it is opened again; others do not empty it meanwhile.
     void Close();
-    bool is_open() const { return file_.has_value(); }
 
     // Appends one line: the local time, and the message indented by three blanks unless it begins with
     // "WARNING" or "ERROR" in any case. Does nothing while the log is closed. The line is in the file when

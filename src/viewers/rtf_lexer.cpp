@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <optional>
+
+#include "platform/hex.h"
 
 namespace zorvel {
 namespace {
@@ -36,14 +39,6 @@ bool IsDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-// The value of a hexadecimal digit, or -1.
-int HexValue(char character) {
-    if (IsDigit(character)) return character - '0';
-    if (character >= 'a' && character <= 'f') return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F') return character - 'A' + 10;
-    return -1;
-}
-
 }  // namespace
 
 RtfLexer::RtfLexer(std::string_view rtf)
@@ -75,11 +70,10 @@ RtfToken RtfLexer::Escape() {
 
 RtfToken RtfLexer::ByteEscape() {
     const std::size_t quote = at_++;
-    const int high = at_ < rtf_.size() ? HexValue(rtf_[at_]) : -1;
-    const int low = at_ + 1 < rtf_.size() ? HexValue(rtf_[at_ + 1]) : -1;
-    if (high < 0 || low < 0) return {Kind::kSymbol, rtf_.substr(quote, 1)};
+    const std::optional<Byte> byte = HexByte(rtf_.substr(at_));
+    if (!byte) return {Kind::kSymbol, rtf_.substr(quote, 1)};
     at_ += 2;
-    return {Kind::kByte, {}, high * 16 + low, true};
+    return {Kind::kByte, {}, *byte, true};
 }
 
 RtfToken RtfLexer::Word() {

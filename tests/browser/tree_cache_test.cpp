@@ -7,6 +7,7 @@
 #include "platform/error.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
+#include "support/faulty_directory.h"
 #include "support/file_size_limit.h"
 #include "support/program_folder.h"
 
@@ -50,7 +51,7 @@ class TreeCache : public testing::Test {
     }
 
     test::TestShell shell_;
-    MemoryDirectory directory_{shell_.files, shell_.log};
+    test::FaultyDirectory directory_{std::make_unique<MemoryDirectory>(shell_.files, shell_.log)};
     TreeLists lists_;
     test::FakeOUViewDisplay display_;
     TreeRefresh loader_{shell_.services, directory_, lists_, display_};
@@ -129,9 +130,8 @@ TEST_F(TreeCache, AnOldCacheIsRereadOnlyWhenTheUserWantsIt) {
         if (c.asked) {
             EXPECT_EQ(shell_.ui.boxes[0].text,
                       "The Zorvel cache files for the 'T1' Tree are over 4 days old and depending on how "
-                      "frequently "
-                      "your Tree changes, may no longer be accurate - Would you like to re-read the Tree "
-                      "structure?");
+                      "frequently your Tree changes, may no longer be accurate - Would you like to re-read "
+                      "the Tree structure?");
         }
     }
 }

@@ -7,6 +7,7 @@
 #include "directory/memory_directory.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
+#include "support/faulty_directory.h"
 #include "support/program_folder.h"
 
 namespace zorvel {
@@ -27,9 +28,8 @@ class StartUp : public testing::Test {
 
     bool Start() {
         controller_.emplace(files_, clock_, ui_, window_, [this](const Files& files, Log& log) {
-            auto directory = std::make_unique<MemoryDirectory>(files, log);
-            directory->faults = faults_;
-            return directory;
+            return std::make_unique<test::FaultyDirectory>(std::make_unique<MemoryDirectory>(files, log),
+                                                           faults_);
         });
         return controller_->StartUp("-x y");
     }
@@ -57,7 +57,7 @@ class StartUp : public testing::Test {
     test::FakeClock clock_;
     test::FakeUserInterface ui_;
     test::FakeMainWindow window_;
-    DirectoryFaults faults_;
+    test::DirectoryFaults faults_;
     std::optional<MainController> controller_;
 };
 
@@ -283,10 +283,8 @@ TEST_F(StartUp, EditingARuleListAsksFirst) {
     EXPECT_THAT(ui_.edited, IsEmpty());
     EXPECT_EQ(ui_.boxes.back().text,
               "Warning! - Incorrectly altering the Registry Issue List may cause unexpected Zorvel "
-              "behaviour.\r\rAlso, "
-              "please note that Zorvel must be restarted for any alterations to take effect.\r\rAre you sure "
-              "you wish "
-              "to continue?");
+              "behaviour.\r\rAlso, please note that Zorvel must be restarted for any alterations to take "
+              "effect.\r\rAre you sure you wish to continue?");
     EXPECT_EQ(ui_.boxes.back().default_answer, Answer::kNo);
     ui_.answers = {Answer::kYes};
     controller_->EditRuleList(RuleListFile::kCustomFileIssues);

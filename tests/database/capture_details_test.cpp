@@ -28,8 +28,7 @@ TEST(CaptureDetails, SaysThatThereIsNoRun) {
     EXPECT_EQ(test.ui.boxes.at(0).icon, MessageIcon::kExclamation);
     EXPECT_EQ(test.OnlyBox(),
               "There is no record of a successful Zorvelrun having been done. Please retry the import once a "
-              "successful "
-              "analysis of at least one NAL object has been completed.");
+              "successful analysis of at least one NAL object has been completed.");
 }
 
 TEST(CaptureDetails, ShowsTheLastRun) {

@@ -46,8 +46,7 @@ TEST_F(CatalogueOfThree, ListsTheNewestRunFirst) {
 TEST_F(CatalogueOfThree, HoldsTheColumnsInTheOrderOfTheTable) {
     EXPECT_EQ(test::DatasetFolder::Select(*folder_.master,
                                           "Captured, Tree, OU, Description, AppCount, DBName, CountFiles, "
-                                          "CountINI, CountText, CountMacros, "
-                                          "CountRegistry, CountIssues",
+                                          "CountINI, CountText, CountMacros, CountRegistry, CountIssues",
                                           "Zorvel_CaptureDetails")[1],
               "2026-02-01 09:00:00|CORP_TREE|APPS.SITE|it's the "
               "\xE9lite's|1234|Zorvel_260201090000.MDB|10|20|30|40|50|"

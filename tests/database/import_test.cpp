@@ -221,8 +221,7 @@ TEST_F(ImportedRun, EndsWithASoundAndAMessage) {
     EXPECT_EQ(folder_.ui.boxes.at(0).icon, MessageIcon::kInformation);
     EXPECT_EQ(folder_.OnlyBox(),
               "Captured data from the last Zorvelrun has been successfully imported into the Zorvel database "
-              "- you can now "
-              "generate reports against the Zorvelrun!");
+              "- you can now generate reports against the Zorvelrun!");
 }
 
 TEST_F(ImportedRun, StaysWhenTheUserDoesNotWantItOverwritten) {
@@ -233,8 +232,7 @@ TEST_F(ImportedRun, StaysWhenTheUserDoesNotWantItOverwritten) {
     ASSERT_EQ(folder_.ui.boxes.size(), 2U);
     EXPECT_EQ(folder_.ui.boxes[0].text,
               "The last Zorvelrun data already appears to have been imported into a database. Do you really "
-              "want to "
-              "overwrite the existing database?");
+              "want to overwrite the existing database?");
     EXPECT_EQ(folder_.ui.boxes[0].icon, MessageIcon::kQuestion);
     EXPECT_EQ(folder_.ui.boxes[0].default_answer, Answer::kNo);
     EXPECT_EQ(folder_.ui.boxes[1].text, "Last Zorvelrun data will not be imported ...");

@@ -150,8 +150,7 @@ TEST_F(Maintenance, LeavesADatasetAsItWasThatAnotherProgramUses) {
     EXPECT_EQ(dialog.Compact(), MaintenanceResult::kFailed);
     EXPECT_EQ(folder_.ui.boxes.back().text,
               "An error occurred when attempting to compact the Zorvel database - this may be because the "
-              "database is "
-              "already opened exclusively elsewhere.");
+              "database is already opened exclusively elsewhere.");
     EXPECT_EQ(folder_.ui.boxes.back().icon, MessageIcon::kExclamation);
     EXPECT_THAT(folder_.LogLines(),
                 Contains(" WARNING: Attempt to Compact DB failed, possibly opened exclusively elsewhere..."));

@@ -42,16 +42,13 @@ struct DirectoryFixture {
         return joined;
     }
 
-    // The paths of all objects below the current one, depth first, each as "path (class)".
-    std::vector<std::string> Walk() {
+    // The paths of all objects below one, depth first, each as "path (class)".
+    std::vector<std::string> Walk(const std::string& path = RootPath("TREE")) {
         std::vector<std::string> found;
-        const std::string here = directory.CurrentObject();
-        for (const Entry& entry : directory.Entries()) {
+        for (const Entry& entry : directory.Entries(path, {})) {
             found.push_back(entry.path + " (" + entry.class_name + ")");
-            directory.SetCurrentObject(entry.path);
-            for (std::string& below : Walk())
+            for (std::string& below : Walk(entry.path))
                 found.push_back(std::move(below));
-            directory.SetCurrentObject(here);
         }
         return found;
     }

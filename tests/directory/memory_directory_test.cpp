@@ -18,9 +18,8 @@ constexpr std::string_view kTree =
     "dn: cn=Joe,o=SITE\nobjectClass: user\n";
 
 std::string ShortNames(MemoryDirectory& directory, std::string_view filter) {
-    directory.SetClassFilter(filter);
     std::string names;
-    for (const Entry& entry : directory.Entries())
+    for (const Entry& entry : directory.Entries(R"(NDS:\\TREE\site)", filter))
         names += entry.short_name + " ";
     return names;
 }
@@ -28,14 +27,12 @@ std::string ShortNames(MemoryDirectory& directory, std::string_view filter) {
 TEST(MemoryDirectory, FiltersChildrenByClass) {
     DirectoryFixture fixture(kTree);
     fixture.directory.SetCurrentObject(R"(NDS:\\TREE\site)");
-    EXPECT_EQ(fixture.directory.CurrentObject(), R"(NDS:\\TREE\site)");
     EXPECT_EQ(ShortNames(fixture.directory, kContainerClasses), "APPS Link ");
     EXPECT_EQ(ShortNames(fixture.directory, kApplicationClass), "Word ");
     EXPECT_EQ(ShortNames(fixture.directory, "User,Country"), "Link Joe ");
     EXPECT_EQ(ShortNames(fixture.directory, ""), "APPS Word Link Joe ");
     EXPECT_EQ(fixture.directory.CurrentEntry().path, R"(NDS:\\TREE\SITE)");
-    fixture.directory.SetCurrentObject(R"(NDS:\\TREE\gone)");
-    EXPECT_EQ(ErrorOf([&] { fixture.directory.Entries(); }), errors::kNoSuchObject);
+    EXPECT_EQ(ErrorOf([&] { fixture.directory.Entries(R"(NDS:\\TREE\gone)", {}); }), errors::kNoSuchObject);
 }
 
 TEST(MemoryDirectory, ReadsSingleValuesOfOtherObjectsInBetween) {
@@ -159,46 +156,6 @@ TEST(MemoryDirectory, SaysWhichSchemaIsMissing) {
     std::filesystem::remove(fixture.shell.folder.path() / "Trees/nds-schema.ldif");
     EXPECT_EQ(RaisedBy([&] { fixture.directory.CurrentEntry(); }).detail(),
               fixture.shell.files.Path(R"(Trees\nds-schema.ldif)") + ": File not found");
-}
-
-TEST(MemoryDirectory, FailsAsATestAsks) {
-    DirectoryFixture fixture(kTree);
-    MemoryDirectory& directory = fixture.directory;
-    const Entry entry = directory.LookUp("Word.SITE");
-    directory.faults = {
-        .nw_calls_init = 1, .nw_net_init = 34, .create_context_handle = 35, .error_600_everywhere = true};
-    std::uint32_t context = 7;
-    std::string name;
-    int handle = 0;
-    EXPECT_EQ(directory.NWCallsInit(), 1);
-    EXPECT_EQ(directory.NWNetInit(), 34);
-    EXPECT_EQ(directory.NWDSCreateContextHandle(context), 35);
-    EXPECT_EQ(context, 7U);
-    EXPECT_EQ(directory.NWGetPreferredConnName(name), 0);
-    EXPECT_EQ(name, "TREE");
-    const std::function<void()> operations[] = {
-        [&] { directory.TreeCount(); },
-        [&] { directory.TreeName(0); },
-        [&] { directory.SetCurrentObject(RootPath("TREE")); },
-        [&] { directory.CurrentObject(); },
-        [&] { directory.SetClassFilter(""); },
-        [&] { directory.CurrentEntry(); },
-        [&] { directory.Entries(); },
-        [&] { directory.FindEntry(entry.path); },
-        [&] { directory.FullName(entry.path); },
-        [&] { directory.FullNameOf(entry); },
-        [&] { directory.TreeNameOf(entry.path); },
-        [&] { directory.LookUp(entry.path); },
-        [&] { directory.Describe(entry); },
-        [&] { directory.AttributeNames(entry); },
-        [&] { directory.AttributeSyntax(entry, "CN"); },
-        [&] { directory.AttributeValues(entry, "CN"); },
-        [&] { directory.ReferencedNames(entry, "CN"); },
-        [&] { directory.NWDSOpenStream(context, ".Word.SITE", "App:Macros", 1, handle); },
-        [&] { directory.GetFileSize(1); },
-    };
-    for (const auto& operation : operations)
-        EXPECT_EQ(ErrorOf(operation), errors::kDirectoryUnreadable);
 }
 
 // The attributes that an analysis reads, under the names it uses.

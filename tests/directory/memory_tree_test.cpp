@@ -207,9 +207,8 @@ TEST(MemoryTree, NumbersNamesThatTheCodePageLacksAroundThoseOfTheirSiblings) {
         "dn: cn=\xD0\x97\xC3\x89,o=T\ndescription: 5\n\n"
         "dn: cn=All,o=S\nmember: cn=\xD0\x96\xC3\x89,o=S\nmember: cn=?\xC3\x89,o=S\n"
         "member: cn=\xD0\x98\xC3\xA9,o=S\nmember: cn=\xD0\x98\xC3\xA9,o=U\n");
-    fixture.directory.SetCurrentObject(R"(NDS:\\TREE\S)");
     std::string names;
-    for (const Entry& entry : fixture.directory.Entries()) {
+    for (const Entry& entry : fixture.directory.Entries(R"(NDS:\\TREE\S)", {})) {
         EXPECT_EQ(fixture.directory.LookUp(entry.path).id, entry.id) << entry.path;
         names += entry.short_name + "|";
     }
@@ -229,8 +228,7 @@ TEST(MemoryTree, FindsEachOfAHundredThousandSiblingsWhoseNamesTheCodePageLacks) 
         ldif += ",o=S\n\n";
     }
     DirectoryFixture fixture(ldif);
-    fixture.directory.SetCurrentObject(R"(NDS:\\TREE\S)");
-    const std::vector<Entry> entries = fixture.directory.Entries();
+    const std::vector<Entry> entries = fixture.directory.Entries(R"(NDS:\\TREE\S)", {});
     ASSERT_EQ(entries.size(), static_cast<std::size_t>(kSiblings));
     EXPECT_EQ(entries.front().short_name, "????");
     EXPECT_EQ(entries.back().short_name, "????~100000");
@@ -271,7 +269,7 @@ TEST(MemoryTree, LoadsATreeAsDeepAsDirectoriesAreAndTellsTheLineOfADeeperDN) {
     EXPECT_EQ(ErrorOf([&] { fixture.directory.FindEntry(path + "\\X"); }), errors::kNoSuchObject);
     for (const std::string deeper : {"ou=x,", "ou=a\\,b,"}) {
         DirectoryFixture too_deep("dn: o=S" + rest + "dn: " + deeper + dn + rest);
-        const Error error = test::RaisedBy([&] { too_deep.directory.Entries(); });
+        const Error error = test::RaisedBy([&] { too_deep.directory.CurrentEntry(); });
         EXPECT_EQ(error.number(), errors::kDirectoryUnreadable);
         EXPECT_EQ(error.detail(), too_deep.LdifPath() + ", line 5: A DN of more than 128 components");
     }
@@ -302,7 +300,7 @@ TEST(MemoryTree, TellsTheLineOfAFault) {
     };
     for (const auto& [ldif, expected] : cases) {
         DirectoryFixture fixture(ldif);
-        const Error error = RaisedBy([&] { fixture.directory.Entries(); });
+        const Error error = RaisedBy([&] { fixture.directory.CurrentEntry(); });
         EXPECT_EQ(error.number(), errors::kDirectoryUnreadable) << ldif;
         EXPECT_EQ(error.detail(), fixture.LdifPath() + expected);
     }

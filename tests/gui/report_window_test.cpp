@@ -37,11 +37,18 @@ class ReportWindow : public test::ReportWindowTest {
         std::string text = std::string(kinds[static_cast<int>(place.kind)]) + ' ' +
                            std::to_string(place.index) + '.' + std::to_string(place.column) + '@' +
                            std::to_string(place.offset) + ' ' + view().SelectedNeedle().toStdString();
-        const auto area = view().MarkRect();
-        if (!area) return text + " out of sight";
-        const QPoint corner = area->toAlignedRect().topLeft() + QPoint(1, 1);
-        const bool marked = Seen().pixelColor(corner) == QColor(255, 224, 112);
-        return text + (marked ? "" : " unmarked");
+        return text + (MarkSeen().isEmpty() ? " out of sight" : "");
+    }
+    // Where the colour of marked text is seen.
+    QRect MarkSeen() {
+        const QImage seen = Seen();
+        QRect area;
+        for (int y = 0; y < seen.height(); ++y) {
+            for (int x = 0; x < seen.width(); ++x) {
+                if (seen.pixelColor(x, y) == QColor(255, 224, 112)) area |= QRect(x, y, 1, 1);
+            }
+        }
+        return area;
     }
     QImage Seen() { return view().viewport()->grab().toImage(); }
     void Search(const char* needle) {
@@ -236,7 +243,7 @@ TEST_F(ReportWindow, CopiesWhatWasFoundAndWhatStandsUnderThePointer) {
         const char* copied;
     } kCases[] = {{Qt::Key_V, "the Caf\xC3\xA9 here"}, {Qt::Key_R, "Key\\5\tthe Caf\xC3\xA9 here\t100"}};
     for (const auto& c : kCases) {
-        Q_EMIT view().customContextMenuRequested(view().MarkRect()->center().toPoint());
+        Q_EMIT view().customContextMenuRequested(MarkSeen().center());
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         ASSERT_NE(menu, nullptr);
         test::PressKey(c.entry);

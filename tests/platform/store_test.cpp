@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/store_files.h"
 #include "support/errors.h"
 #include "support/temp_folder.h"
 

@@ -92,6 +92,9 @@ class FakeMainWindow final : public MainWindow {
     void EnableGenerate(bool enabled) override { generate_enabled.push_back(enabled); }
     void ClearBrowser() override { nodes = 0; }
     void AddNode(std::size_t /*ou_number*/, bool /*expanded*/) override { ++nodes; }
+    bool OfferImport(const std::string& /*summary*/, const std::string& /*question*/) override {
+        return false;
+    }
 };
 
 }  // namespace zorvel::test

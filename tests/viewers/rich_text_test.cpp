@@ -55,8 +55,7 @@ TEST(RichText, FormatsHoldUntilTheyAreEnded) {
                "[Caf\u00E9 12|a][Caf\u00E9 12 b|b][Arial 12 b i|c][Caf\u00E9 12 b|d][Caf\u00E9 12|e]\n"},
           Case{"\\f7 a", "[ 12|a]\n"}, Case{"\\b\\b0 one{\\b}run", "[Caf\u00E9 12|onerun]\n"},
           Case{"\\qc a\\par\\qr b\\par\\ql c\\par\\pard\\li720\\fi-360\\sb60\\sa120 d\\par{\\li0 "
-               "e\\par}f\\par\\pard "
-               "g",
+               "e\\par}f\\par\\pard g",
                "[Caf\u00E9 12|a]<centre>\n[Caf\u00E9 12|b]<right>\n[Caf\u00E9 12|c]\n"
                "[Caf\u00E9 12|d]<left 720><first -360><before 60><after 120>\n"
                "[Caf\u00E9 12|e]<first -360><before 60><after 120>\n"

@@ -291,7 +291,7 @@ void frmZorvel::Generate() {
 }
 
 void frmZorvel::Analyse() {
-    AnalysisRun run(controller_.MakeRunInputs(*this));
+    AnalysisRun run(controller_.MakeRunInputs());
     run.Run();
     status_page_->Flush();
     if (run.import_wanted()) OpenImport();
@@ -302,7 +302,7 @@ void frmZorvel::Find() {
     if (!pattern) return;
     StreamFinder finder(controller_.services(), *find_page_);
     if (!finder.Prepare(*pattern)) return;
-    const RunOutcome outcome = AnalysisRun(controller_.MakeRunInputs(*this), &finder).Run();
+    const RunOutcome outcome = AnalysisRun(controller_.MakeRunInputs(), &finder).Run();
     status_page_->Flush();
     if (outcome == RunOutcome::kFinished) ui_->SSTab1->setCurrentIndex(kFindTab);
     if (outcome == RunOutcome::kFailed) find_page_->ShowLabInfo("Zorvel Find");

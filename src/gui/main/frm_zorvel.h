@@ -30,7 +30,7 @@ class ReportWindows;
 class StatusPage;
 class frmCacheTree;
 
-class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay {
+class frmZorvel final : public QMainWindow, public MainWindow {
     Q_OBJECT
 
   public:
@@ -62,7 +62,6 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     void AllowDirectory(DirectoryAccess access) override;
     void SetCurrentOU(std::string_view text) override;
     void RefreshAppTitle() override;
-    void EnableGenerate(bool enabled) override;
 
     // OUViewDisplay
     void ClearBrowser() override;
@@ -76,6 +75,7 @@ class frmZorvel final : public QMainWindow, public MainWindow, public RunDisplay
     void CloseCacheTree() override;
 
     // RunDisplay
+    void EnableGenerate(bool enabled) override;
     void ShowStatusTab() override;
     void ShowSelectedCount(std::string_view text) override;
     void ShowCurrentApplication(std::string_view count, std::string_view name) override;

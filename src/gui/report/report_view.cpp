@@ -388,15 +388,6 @@ void ReportView::BringIntoSight(std::size_t page, const QRectF& area) {
     SetPage(page);
 }
 
-std::optional<QRectF> ReportView::MarkRect() const {
-    if (!mark_) return {};
-    const auto found = Locate(*mark_);
-    if (!found) return {};
-    const QRectF place(OriginOf(found->first) + found->second.topLeft() * Scale(),
-                       found->second.size() * Scale());
-    return place.intersects(QRectF(viewport()->rect())) ? std::optional(place) : std::nullopt;
-}
-
 FindResult ReportView::Find(const QString& needle, bool match_case, FindStart start) {
     if (report_->rows().size() == 0) return FindResult::kNothing;
     const TextSearch search(NeedleText(needle), match_case);

@@ -10,11 +10,11 @@
 #include <memory>
 #include <optional>
 
-#include "gui/report/report_search.h"
 #include "gui/text/find_bar.h"
 #include "paper/report_fonts.h"
 #include "paper/report_painter.h"
 #include "reporting/page_layout.h"
+#include "reporting/report_search.h"
 
 namespace zorvel {
 
@@ -50,8 +50,6 @@ class ReportView final : public QAbstractScrollArea, public FindTarget {
 
     // What the search found last.
     const std::optional<MarkedText>& mark() const { return mark_; }
-    // Where that is drawn on the viewport; nothing when it is on no page in sight.
-    std::optional<QRectF> MarkRect() const;
 
     // What stands at a point of the viewport; nothing where there is no value, heading or note.
     std::optional<TextPlace> PlaceAt(QPoint point) const;

@@ -1,4 +1,4 @@
-#include "gui/report/report_search.h"
+#include "reporting/report_search.h"
 
 #include <algorithm>
 

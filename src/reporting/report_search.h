@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "paper/report_painter.h"
+#include "reporting/page_canvas.h"
 #include "reporting/report.h"
 #include "viewers/text_search.h"
 
