@@ -63,7 +63,8 @@ TEST_F(DatasetCheck, BringsCatalogueAndFilesTogether) {
         "INSERT INTO Zorvel_Issues VALUES (1,'','','',''), (1,'','','','')");
     Make(13, false);
     List(14);
-    for (const char* name : {"Zorvel_1.MDB.partial", "Zorvel_1.MDB_New.mdb", "Zorvel_1.MDB-journal", "x.new"})
+    for (const char* name : {"Zorvel_1.MDB.partial", "Zorvel_1.MDB_New.mdb", "Zorvel_1.MDB-journal",
+                             "x.mdb-wal", "x.mdb-shm", "x.new"})
         folder_.folder.Write(std::string("Databases/") + name, "left behind");
     for (const char* name : {"Zorvel.ini.new", "TempData/T1.AppCache.new"})
         folder_.folder.Write(name, "left behind");
@@ -75,16 +76,17 @@ TEST_F(DatasetCheck, BringsCatalogueAndFilesTogether) {
                     "dataset without a row|Zorvel_261113080000.MDB|import not completed",
                     "row without a file|Zorvel_261114080000.MDB|", "journal|Zorvel_1.MDB-journal|",
                     "unfinished copy|Zorvel_1.MDB.partial|", "unfinished compaction|Zorvel_1.MDB_New.mdb|",
-                    "temporary file|x.new|", R"(temporary file|.\Zorvel.ini.new|)",
-                    R"(temporary file|TempData\T1.AppCache.new|)"));
+                    "journal|x.mdb-shm|", "journal|x.mdb-wal|", "temporary file|x.new|",
+                    R"(temporary file|.\Zorvel.ini.new|)", R"(temporary file|TempData\T1.AppCache.new|)"));
     EXPECT_EQ(Files(), before);
     EXPECT_THAT(
         Repair(),
         ElementsAre("enter 'Zorvel_261111080000.MDB' in the catalogue",
                     "enter 'Zorvel_261112080000.MDB' in the catalogue", "delete 'Zorvel_261113080000.MDB'",
                     "remove 'Zorvel_261114080000.MDB' from the catalogue", "delete 'Zorvel_1.MDB-journal'",
-                    "delete 'Zorvel_1.MDB.partial'", "delete 'Zorvel_1.MDB_New.mdb'", "delete 'x.new'",
-                    R"(delete '.\Zorvel.ini.new')", R"(delete 'TempData\T1.AppCache.new')"));
+                    "delete 'Zorvel_1.MDB.partial'", "delete 'Zorvel_1.MDB_New.mdb'", "delete 'x.mdb-shm'",
+                    "delete 'x.mdb-wal'", "delete 'x.new'", R"(delete '.\Zorvel.ini.new')",
+                    R"(delete 'TempData\T1.AppCache.new')"));
     EXPECT_THAT(Faults(), IsEmpty());
     EXPECT_THAT(Files(), ElementsAre("ZorvelMaster.mdb", Name(11), Name(12)));
     EXPECT_THAT(

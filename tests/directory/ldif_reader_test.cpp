@@ -91,6 +91,7 @@ const std::vector<Case> kFaults = {
     {"Version", "version: 2\n", "x.ldif, line 1: Not version 1 of LDIF"},
     {"NoColon", "# c\n  c\ndn: o=A\n\r\ndn: o=B\nabc\n", "x.ldif, line 6: A line without a colon"},
     {"NoColonBehindAFold", "dn: o=\n A\nx: y\n z\nabc\n", "x.ldif, line 5: A line without a colon"},
+    {"FaultAtAFold", "dn: o=A\nx\n !: y\n", "x.ldif, line 3: Not the name of an attribute"},
     {"NoName", "dn: o=A\n: x\n", "x.ldif, line 2: Not the name of an attribute"},
     {"NulInAName", "dn: o=A\nx\0: x\n"s, "x.ldif, line 2: Not the name of an attribute"},
     {"TabContinuation", "dn: o=A\nx: y\n\tz\n", "x.ldif, line 3: Not the name of an attribute"},

@@ -62,6 +62,8 @@ TEST_F(InPlace, AnOlderFileIsReplacedAndKeepsItsPermissions) {
         file.Write("ne");
         file.Flush();
         EXPECT_EQ(folder_.Read("Reports/out.csv"), "older");
+        for (const auto& entry : std::filesystem::directory_iterator(path_.parent_path()))
+            EXPECT_EQ(entry.status().permissions(), std::filesystem::perms{0600}) << entry;
         file.Write("w");
     });
     EXPECT_EQ(folder_.Read("Reports/out.csv"), "new");

@@ -274,8 +274,10 @@ TEST_F(PageLayoutTest, AValueThatIsLeftOutStaysSoWhereItsRowGoesOn) {
     const std::string lines = "a\nb\nc\nd\ne\nf\ng\nh\ni\nj\nk\nl\nm\nn\no\np\nq\nr\ns\nt\nu\nv\nw\nx\ny\nz";
     Add(lines, "value");
     Add(lines, std::string(20'000, 'x'));
+    Add(lines, "first to begin on its page");
     LayOut();
     ASSERT_GT(layout_->page_count(), 3U);
+    EXPECT_THAT(Whole(TextPlace::Kind::kCell, 2, 0), testing::StartsWith("a b c"));
     EXPECT_EQ(Whole(TextPlace::Kind::kCell, 1, 0), "");
     EXPECT_EQ(Whole(TextPlace::Kind::kCell, 1, 1), std::string(20'000, 'x'));
 }

@@ -50,6 +50,7 @@ limit = 2
 heading = "D"
 by = ["Container", "Application"]
 label = "{Container}{Application}"
+limit = 4
 )";
 
 class ReportRowsTest : public testing::Test {
@@ -82,6 +83,13 @@ class ReportRowsTest : public testing::Test {
         return lines;
     }
 
+    static std::vector<std::string> Bars(const Report& report, std::size_t chart) {
+        std::vector<std::string> bars;
+        for (const ChartBar& bar : report.rows().charts()[chart])
+            bars.push_back(bar.label + " " + std::to_string(bar.value));
+        return bars;
+    }
+
     test::ReportFolder folder_;
     int added_ = 0;
 };
@@ -110,11 +118,18 @@ TEST_F(ReportRowsTest, ChartsShowTheLongestBarsAndTheRestAsOne) {
     Add("B", "Paint", "1");
     Add("B", "Draw", "2");
     const auto report = folder_.Make(kDefinition);
-    std::vector<std::string> bars;
-    for (const ChartBar& bar : report->rows().charts()[0])
-        bars.push_back(bar.label + " " + std::to_string(bar.value));
-    EXPECT_THAT(bars, ElementsAre("*Word 9", "*Calc 7", "Other (2) 3"));
-    EXPECT_EQ(report->rows().charts()[1].size(), 5U);
+    EXPECT_THAT(Bars(*report, 0), ElementsAre("*Word 9", "*Calc 7", "Other (2) 3"));
+    // One more than the limit would be alone among the others, and is shown.
+    EXPECT_THAT(Bars(*report, 1), ElementsAre("AWord 1", "ACalc 1", "BWord 1", "BPaint 1", "BDraw 1"));
+}
+
+TEST_F(ReportRowsTest, SumsStopAtTheEndOfTheNumbersThatTheyPass) {
+    for (const char* number : {"9223372036854775807", "1"})
+        Add("A", "Word", number);
+    for (const char* number : {"-9223372036854775807", "-2"})
+        Add("A", "Calc", number);
+    EXPECT_THAT(Bars(*folder_.Make(kDefinition), 0),
+                ElementsAre("*Word 9223372036854775807", "*Calc -9223372036854775808"));
 }
 
 TEST_F(ReportRowsTest, ValuesThatOnlyTogetherLookAlikeAreGroupsOfTheirOwn) {
@@ -137,16 +152,16 @@ TEST(DisplayedValues, AreReadableInEveryFormat) {
         ValueFormat format;
         std::string value, shown;
     };
-    for (const auto& test :
-         {Case{ValueFormat::kText, "a\tb\r\nc\rd\ne", "a    b\nc\nd\ne"},
-          Case{ValueFormat::kText, std::string("\0x\x7F\x81", 4), "\xB7x\xB7\xB7"},
-          Case{ValueFormat::kText, "\xE9\x80<&>", "\xE9\x80<&>"},
-          Case{ValueFormat::kNumber, "1234567", "1,234,567"}, Case{ValueFormat::kNumber, "-5", "-5"},
-          Case{ValueFormat::kNumber, "0", "0"}, Case{ValueFormat::kNumber, "", ""},
-          Case{ValueFormat::kNumber, "12 GB", "12 GB"},
-          Case{ValueFormat::kDate, "2026-11-16 17:28:05", "16/11/2026 17:28:05"},
-          Case{ValueFormat::kDate, "yesterday", "yesterday"}, Case{ValueFormat::kYesNo, "1", "Yes"},
-          Case{ValueFormat::kYesNo, "0", "-"}, Case{ValueFormat::kYesNo, "", "-"}}) {
+    for (const auto& test : {Case{ValueFormat::kText, "a\tb\r\nc\rd\ne", "a    b\nc\nd\ne"},
+                             Case{ValueFormat::kText, std::string("\0x\x7F\x81", 4), "\xB7x\xB7\xB7"},
+                             Case{ValueFormat::kText, "\xE9\x80<&>", "\xE9\x80<&>"},
+                             Case{ValueFormat::kNumber, "1234567", "1,234,567"},
+                             Case{ValueFormat::kNumber, "-5", "-5"}, Case{ValueFormat::kNumber, "0", "0"},
+                             Case{ValueFormat::kNumber, "", ""}, Case{ValueFormat::kNumber, "12 GB", "12 GB"},
+                             Case{ValueFormat::kDate, "2026-11-16 17:28:05", "16/11/2026 17:28:05"},
+                             Case{ValueFormat::kDate, "2026/11/16 17:28:05", "2026/11/16 17:28:05"},
+                             Case{ValueFormat::kYesNo, "1", "Yes"}, Case{ValueFormat::kYesNo, "0", "-"},
+                             Case{ValueFormat::kYesNo, "", "-"}}) {
         std::string scratch;
         EXPECT_EQ(DisplayValue(test.value, test.format, scratch), test.shown) << test.value;
     }
