@@ -27,7 +27,6 @@ using test::PressKey;
 using test::ShowActive;
 using testing::Each;
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::StartsWith;
 
 class ReportOptionsDialog : public testing::Test {
@@ -96,8 +95,6 @@ TEST_F(ReportOptionsDialog, ShowsTheDatasetsAndTheOrders) {
     EXPECT_TRUE(window.isModal());
     EXPECT_EQ(Get<QGroupBox>("frameCapture").title(),
               "Please select Zorvel dataset to report on (2 are on file)");
-    EXPECT_EQ(Get<QGroupBox>("frameSummary").title(), "Dataset Summary");
-    EXPECT_EQ(Get<QGroupBox>("frameOptions").title(), "Report options");
     auto& list = Get<QListWidget>("lstCapture");
     EXPECT_EQ(window.focusWidget(), &list);
     EXPECT_EQ(list.item(1)->text(), "16/11/2026 08:00:00  -  older  -  Zorvel_261116080000.MDB");
@@ -105,7 +102,6 @@ TEST_F(ReportOptionsDialog, ShowsTheDatasetsAndTheOrders) {
     PressKey(Qt::Key_Down);
     EXPECT_EQ(Summary().back(), "older");
     auto& orders = Get<QComboBox>("comboSortBy");
-    EXPECT_EQ(orders.count(), 3);
     EXPECT_EQ(orders.currentText(), "Application Icon/Run Order");
     PressOn("comboSortBy", Qt::Key_Up);
     PressOn("chkOrder", Qt::Key_Space);
@@ -130,13 +126,6 @@ TEST_F(ReportOptionsDialog, MarksADatasetWhoseImportWasNotCompleted) {
     EXPECT_TRUE(Get<QLabel>("labNote").isVisible());
 }
 
-TEST_F(ReportOptionsDialog, OffersNoOrderForTheFingerprints) {
-    Add(16, "a run");
-    Opened("Application 'Fingerprint' Summary");
-    EXPECT_FALSE(Get<QComboBox>("comboSortBy").isEnabled());
-    EXPECT_FALSE(Get<QCheckBox>("chkOrder").isEnabled());
-}
-
 TEST_F(ReportOptionsDialog, CancelsInEveryWayOfLeaving) {
     Add(16, "a run");
     const std::vector<std::function<void()>> ways = {
@@ -147,7 +136,8 @@ TEST_F(ReportOptionsDialog, CancelsInEveryWayOfLeaving) {
     };
     for (const auto& leave : ways) {
         choice_ = {};
-        Shown("Registry Details");
+        Shown("Application 'Fingerprint' Summary");
+        EXPECT_FALSE(Get<QComboBox>("comboSortBy").isEnabled() || Get<QCheckBox>("chkOrder").isEnabled());
         leave();
         // A button that a key reaches is pressed for a moment before it acts.
         EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
@@ -184,33 +174,6 @@ TEST_F(ReportOptionsDialog, ExcludesTheUncheckedIssues) {
     Add(16, "a run");
     Shown("Issue Detail");
     Press("butAdvanced");
-    EXPECT_THAT(Categories(), ElementsAre("[*] Application Complexity", "[*] Best Practices",
-                                          "[*] Miscellaneous Issues", "[*] File Related Issues",
-                                          "[*] Registry Related Issues", "[*] Macro Related Issues"));
-    Toggle("Registry Related Issues");
-    EXPECT_EQ(Item("Registry value holds").checkState(0), Qt::Unchecked);
-    // With the mouse, on the box itself.
-    Item("File Related Issues").setExpanded(true);
-    QTreeWidgetItem& old = Item("Superseded copy of a file (.OLD)");
-    Tree().scrollToItem(&old);
-    const QRect line = Tree().visualItemRect(&old);
-    const int box = Tree().style()->pixelMetric(QStyle::PM_IndicatorWidth);
-    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {}, {line.left() + box / 2 + 2, line.center().y()});
-    EXPECT_EQ(old.checkState(0), Qt::Unchecked);
-    EXPECT_THAT(Categories(), ElementsAre("[*] Application Complexity", "[*] Best Practices",
-                                          "[*] Miscellaneous Issues", "[x] File Related Issues",
-                                          "[ ] Registry Related Issues", "[*] Macro Related Issues"));
-    Press("butOk");
-    EXPECT_EQ(choice_.excluded_codes, "'FILEOLD','REGISTRYEXCLUDE','REGISTRYUNC'");
-}
-
-TEST_F(ReportOptionsDialog, TreeButtonsSetAllIssues) {
-    Add(16, "a run");
-    Shown("Issue Summary");
-    Press("butAdvanced");
-    EXPECT_EQ(Get<QToolButton>("butTreeROControl_1").toolTip(), "Select ALL issues");
-    EXPECT_EQ(Get<QToolButton>("butTreeROControl_2").toolTip(), "Unselect ALL issues");
-    EXPECT_EQ(Get<QToolButton>("butTreeROControl_3").toolTip(), "Invert current issue selections");
     Press("butTreeROControl_3");
     EXPECT_THAT(Categories(), Each(StartsWith("[ ] ")));
     Press("butTreeROControl_1");
@@ -220,10 +183,21 @@ TEST_F(ReportOptionsDialog, TreeButtonsSetAllIssues) {
     Press("butOk");
     EXPECT_THAT(folder_.OnlyBox(), StartsWith("Warning: all issues have been disabled"));
     EXPECT_TRUE(window_->isVisible());
-    folder_.ui.answers = {Answer::kYes};
+    Press("butTreeROControl_1");
+    Toggle("Registry Related Issues");
+    EXPECT_EQ(Item("Registry value holds").checkState(0), Qt::Unchecked);
+    // With the mouse, on the box itself.
+    Item("File Related Issues").setExpanded(true);
+    QTreeWidgetItem& old = Item("Superseded copy of a file (.OLD)");
+    Tree().scrollToItem(&old);
+    const QRect line = Tree().visualItemRect(&old);
+    const int box = Tree().style()->pixelMetric(QStyle::PM_IndicatorWidth);
+    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {}, {line.left() + box / 2 + 2, line.center().y()});
+    EXPECT_THAT(Categories(), ElementsAre("[*] Application Complexity", "[*] Best Practices",
+                                          "[*] Miscellaneous Issues", "[x] File Related Issues",
+                                          "[ ] Registry Related Issues", "[*] Macro Related Issues"));
     Press("butOk");
-    EXPECT_FALSE(window_->isVisible());
-    EXPECT_THAT(choice_.excluded_codes, EndsWith(",'MACROSTP'"));
+    EXPECT_EQ(choice_.excluded_codes, "'FILEOLD','REGISTRYEXCLUDE','REGISTRYUNC'");
 }
 
 TEST_F(ReportOptionsDialog, TabLeadsThroughTheControls) {

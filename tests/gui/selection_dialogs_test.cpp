@@ -72,26 +72,18 @@ TEST_F(SelectionDialogs, SavesUnderTheTypedComment) {
 }
 
 TEST_F(SelectionDialogs, SavesOnEnterAndNotOnExit) {
-    for (const bool escape : {false, true}) {
-        frmSaveSelections window(save_);
-        ShowActive(window);
-        if (escape) {
-            PressKey(Qt::Key_Escape);
-        } else {
-            QTest::mouseClick(&Control<QPushButton>(window, "butExit"), Qt::LeftButton);
-        }
-        EXPECT_FALSE(window.isVisible());
-        EXPECT_EQ(window.result(), QDialog::Rejected);
-        EXPECT_FALSE(shell_.folder.Has(kFile));
-    }
     frmSaveSelections window(save_);
     ShowActive(window);
-    auto& comment = Control<QLineEdit>(window, "txtComment");
+    QTest::mouseClick(&Control<QPushButton>(window, "butExit"), Qt::LeftButton);
+    EXPECT_EQ(window.result(), QDialog::Rejected);
+    EXPECT_FALSE(shell_.folder.Has(kFile));
+    ShowActive(window);
+    Control<QLineEdit>(window, "txtComment").setFocus();
     TypeText("mine");
     std::filesystem::rename(shell_.folder.path() / "TempData", shell_.folder.path() / "away");
     PressKey(Qt::Key_Return);
     EXPECT_TRUE(window.isVisible()) << "it could not be saved";
-    EXPECT_EQ(comment.text(), "mine");
+    EXPECT_EQ(Control<QLineEdit>(window, "txtComment").text(), "mine");
     std::filesystem::rename(shell_.folder.path() / "away", shell_.folder.path() / "TempData");
     PressKey(Qt::Key_Return);
     EXPECT_FALSE(window.isVisible());
@@ -122,35 +114,34 @@ TEST_F(SelectionDialogs, ShowsTheCommentOfTheLineThatIsChosen) {
 TEST_F(SelectionDialogs, LoadsByButtonEnterOrDoubleClick) {
     WriteFile("1000000", "of word", "Word");
     WriteFile("2000000", "of calc", "Calc");
-    const auto load_second = [&](const std::function<void(frmLoadSelections&, QListWidget&)>& how) {
+    using Way = void (*)(frmLoadSelections&, QListWidget&);
+    for (const Way how : {Way([](frmLoadSelections&window, QListWidget&) {
+                              QTest::mouseClick(&Control<QPushButton>(window, "butLoad"), Qt::LeftButton);
+                          }),
+                          Way([](frmLoadSelections&, QListWidget&) { PressKey(Qt::Key_Return); }),
+                          Way([](frmLoadSelections&, QListWidget&list) {
+                              const QPoint place = list.visualItemRect(list.item(1)).center();
+                              QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+                              QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
+                          })}) {
+        lists_.Select(lists_.AppList[1], false);
         LoadSelections load(shell_.services, lists_, target_, "T1");
         load.Open();
         frmLoadSelections window(load);
         ShowActive(window);
         auto& list = Control<QListWidget>(window, "lstLoad");
         PressKey(Qt::Key_Down);
+        lists_.Select(lists_.AppList[0], true);  // so that there is something to ask about
         how(window, list);
         EXPECT_TRUE(window.isVisible()) << "No is the default";
-        EXPECT_TRUE(lists_.AppList[0].Selected);
         shell_.ui.boxes.clear();
         shell_.ui.answers = {Answer::kYes};
         how(window, list);
         EXPECT_FALSE(window.isVisible());
         EXPECT_EQ(window.result(), QDialog::Accepted);
         EXPECT_EQ(shell_.ui.boxes.size(), 2U) << "its question and its result, once";
-        EXPECT_FALSE(lists_.AppList[0].Selected);
         EXPECT_TRUE(lists_.AppList[1].Selected);
-        lists_.Select(lists_.AppList[0], true);
-    };
-    load_second([](frmLoadSelections& window, QListWidget&) {
-        QTest::mouseClick(&Control<QPushButton>(window, "butLoad"), Qt::LeftButton);
-    });
-    load_second([](frmLoadSelections&, QListWidget&) { PressKey(Qt::Key_Return); });
-    load_second([](frmLoadSelections&, QListWidget& list) {
-        const QPoint place = list.visualItemRect(list.item(1)).center();
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
-        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
-    });
+    }
 }
 
 TEST_F(SelectionDialogs, HasNothingToLoadWithoutSavedSelections) {
