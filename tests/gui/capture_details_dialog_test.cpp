@@ -1,13 +1,6 @@
 // The window that confirms an import and shows it at work.
-#include <gmock/gmock.h>
-
 #include <QFrame>
-#include <QLabel>
-#include <QLineEdit>
 #include <QProgressBar>
-#include <QPushButton>
-#include <QTest>
-#include <string>
 #include <vector>
 
 #include "database/dataset_folder.h"

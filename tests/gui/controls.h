@@ -1,8 +1,23 @@
-// Windows on the screen, and their controls by their names.
+// Windows on the screen, their controls by their names, and the headers of the usual ones.
 #pragma once
 
+#include <gmock/gmock.h>
+
+#include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <QTreeView>
 #include <QWidget>
 #include <stdexcept>
 #include <string>

@@ -1,10 +1,7 @@
 // What a dialog that lists datasets tells of the chosen one.
 #pragma once
 
-#include <QLabel>
 #include <QPlainTextEdit>
-#include <QWidget>
-#include <string>
 #include <vector>
 
 #include "database/dataset_folder.h"

@@ -1,12 +1,6 @@
 // The window that compacts and deletes datasets.
-#include <gmock/gmock.h>
-
 #include <QGroupBox>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTest>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "gui/dataset_dialog.h"

@@ -1,12 +1,6 @@
 // The window that shows a document of the program, and how rich text looks in it.
-#include <gmock/gmock.h>
-
-#include <QLabel>
-#include <QPushButton>
-#include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
-#include <string>
 #include <vector>
 
 #include "gui/controls.h"

@@ -1,15 +1,8 @@
 // The view of many lines through mouse and keys, and what it paints.
 #include "gui/text/line_view.h"
 
-#include <gmock/gmock.h>
-
-#include <QApplication>
-#include <QClipboard>
 #include <QMimeData>
 #include <QPainter>
-#include <QScrollBar>
-#include <QTest>
-#include <string>
 
 #include "gui/controls.h"
 #include "gui/text/rich_text_colours.h"

@@ -1,13 +1,5 @@
 // The window that shows the log, and its search.
-#include <gmock/gmock.h>
-
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QTest>
 #include <filesystem>
-#include <string>
 
 #include "gui/controls.h"
 #include "gui/text/frm_view_log.h"

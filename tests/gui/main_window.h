@@ -1,20 +1,10 @@
 // The whole program in a folder of its own, without a display, and a user who answers its questions.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QLabel>
 #include <QListView>
-#include <QMessageBox>
 #include <QTabWidget>
-#include <QTest>
-#include <QTimer>
-#include <QToolButton>
-#include <QTreeView>
 #include <functional>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "directory/memory_directory.h"

@@ -1,16 +1,9 @@
 // The options tab as a user works with it.
 #include "gui/main/options_page.h"
 
-#include <gtest/gtest.h>
-
-#include <QCheckBox>
 #include <QDir>
 #include <QFileDialog>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QStyleOptionSpinBox>
-#include <QTest>
-#include <QToolButton>
 
 #include "gui/controls.h"
 #include "gui/widgets/up_down.h"

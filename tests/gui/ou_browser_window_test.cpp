@@ -1,9 +1,4 @@
 // The OU browser and the application list in the main window, through clicks and keys.
-#include <gmock/gmock.h>
-
-#include <QAction>
-#include <QComboBox>
-
 #include "gui/main_window.h"
 #include "gui/tool_tip.h"
 

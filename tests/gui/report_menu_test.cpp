@@ -1,6 +1,4 @@
 // The Reports menu of the main window, through clicks and keys, and the windows that it opens.
-#include <gmock/gmock.h>
-
 #include <QAbstractButton>
 #include <QMenu>
 #include <QMenuBar>

@@ -1,18 +1,8 @@
 // The window of the report options.
-#include <gmock/gmock.h>
-
-#include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-#include <QToolButton>
 #include <QTreeWidget>
 #include <functional>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "gui/dataset_dialog.h"

@@ -1,19 +1,10 @@
 // What the window of a report saves and prints.
-#include <gmock/gmock.h>
-
-#include <QApplication>
-#include <QComboBox>
 #include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QPdfWriter>
 #include <QProcess>
-#include <QPushButton>
 #include <QStatusBar>
-#include <QTimer>
 #include <filesystem>
 #include <functional>
-#include <string>
 #include <string_view>
 #include <vector>
 

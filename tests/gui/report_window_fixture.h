@@ -1,16 +1,11 @@
 // A report in its window, for tests of what the window shows and of what it writes.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QPointer>
 #include <QSpinBox>
-#include <QTest>
 #include <QToolBar>
-#include <QToolButton>
 #include <filesystem>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "gui/controls.h"

@@ -1,17 +1,8 @@
 // The window that shows a report, through clicks and keys.
-#include <gmock/gmock.h>
-
 #include <QAbstractItemModelTester>
-#include <QApplication>
-#include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QScrollBar>
-#include <QTreeView>
 #include <QWheelEvent>
 #include <functional>
-#include <string>
 
 #include "gui/report/group_tree_model.h"
 #include "gui/report_window_fixture.h"

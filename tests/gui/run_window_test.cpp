@@ -1,9 +1,5 @@
 // A run in the main window: its display, ESC, closing, and the import that follows.
-#include <gmock/gmock.h>
-
-#include <QAction>
 #include <QDesktopServices>
-#include <QListWidget>
 
 #include "gui/main_window.h"
 

@@ -1,16 +1,8 @@
 // The windows that save and load selections of applications.
-#include <gmock/gmock.h>
-
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTest>
 #include <filesystem>
 #include <functional>
 #include <optional>
-#include <string>
 
 #include "gui/controls.h"
 #include "gui/dialogs/frm_load_selections.h"

@@ -1,10 +1,4 @@
 // The main window at start-up and at its end.
-#include <gmock/gmock.h>
-
-#include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
-
 #include "gui/main_window.h"
 
 namespace zorvel::test {

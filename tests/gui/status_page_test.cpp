@@ -1,12 +1,8 @@
 // The status tab, and the labels and updates that it shares with the tree's progress window.
 #include "gui/main/status_page.h"
 
-#include <gtest/gtest.h>
-
 #include <QHelpEvent>
-#include <QLabel>
 #include <QProgressBar>
-#include <QTest>
 #include <QToolTip>
 
 #include "gui/controls.h"

@@ -1,12 +1,6 @@
 // The welcome window and the icons.
-#include <gtest/gtest.h>
-
-#include <QCheckBox>
 #include <QDir>
 #include <QImage>
-#include <QLabel>
-#include <QPushButton>
-#include <QTest>
 #include <set>
 
 #include "gui/controls.h"
