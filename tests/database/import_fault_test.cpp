@@ -1,26 +1,16 @@
-// Imports that fail or are killed: what is said, and what is left.
+// Imports that fail: what is said, and what is left. Kills and full disks come from tests/faults.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <signal.h>
 
-#include <array>
-#include <functional>
 #include <string>
 #include <vector>
 
-#include "database/dataset_check.h"
 #include "database/dataset_folder.h"
-#include "database/import_record.h"
-#include "database/set_aside.h"
-#include "import_data.h"
-#include "support/child_process.h"
-#include "support/file_size_limit.h"
 
 namespace zorvel {
 namespace {
 
 using test::DatasetFolder;
-using test::InAChild;
 using test::Records;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -223,95 +213,6 @@ TEST_F(FailingImport, FailsAtTheCatalogueWhileAnotherProgramWritesIt) {
     Database other = folder_.Open("ZorvelMaster.mdb");
     other.ExecuteScript("BEGIN IMMEDIATE");
     ExpectFailure("-2147467259 (database is locked)", 7);
-}
-
-std::int64_t CountOf(const Database& database, const std::string& table) {
-    Rows rows = database.Query("SELECT count(*) AS Count FROM " + table);
-    rows.Next();
-    return std::stoll(rows.Text("Count"));
-}
-
-std::string IntegrityOf(const Database& database) {
-    Rows rows = database.Query("PRAGMA integrity_check");
-    return rows.Next() ? rows.Text("integrity_check") : "";
-}
-
-// The tables in the order in which they are filled.
-constexpr std::array kTables = {
-    "Zorvel_Apps",        "Zorvel_AppDetails",  "Zorvel_Macros",           "Zorvel_Issues",
-    "Zorvel_CopyFiles",   "Zorvel_INISettings", "Zorvel_RegistrySettings", "Zorvel_AppAssociations",
-    "Zorvel_Associations"};
-
-TEST(KilledImport, LeavesAPrefixThatASecondImportReplaces) {
-    DatasetFolder folder;
-    tools::WriteImportData(folder.files, {.rows = 3000, .applications = 60});
-    ASSERT_EQ(folder.RunImport(), ImportResult::kDone);
-    std::array<std::int64_t, kTables.size()> whole{};
-    for (std::size_t i = 0; i < kTables.size(); ++i) {
-        whole[i] = CountOf(folder.Open(folder.dataset), kTables[i]);
-    }
-    const int moments = static_cast<int>(folder.display.shown.size());
-    folder.master.reset();
-
-    int killed = 0;
-    for (int moment = 0; moment < moments; moment += 3) {
-        const int status = InAChild([&] {
-            DatasetFolder& shell = folder;
-            shell.master.emplace(shell.Open("ZorvelMaster.mdb"));
-            shell.catalogue.emplace(*shell.master);
-            shell.ui.answers = {Answer::kYes};
-            int events = 0;
-            shell.ui.on_events = [&] {
-                if (events++ == moment) kill(getpid(), SIGKILL);
-            };
-            shell.RunImport();
-        });
-        if (!WIFSIGNALED(status)) break;
-        ASSERT_EQ(WTERMSIG(status), SIGKILL);
-        ++killed;
-        EXPECT_EQ(IntegrityOf(folder.Open("ZorvelMaster.mdb")), "ok");
-        const std::string path = folder.files.Path("Databases\\" + folder.dataset);
-        EXPECT_TRUE(ImportStateOf(folder.files, path) == ImportState::kCompleted ||
-                    ImportStateOf(folder.files, SetAsidePath(path)) == ImportState::kCompleted)
-            << "nothing whole is left at " << moment;
-        if (!folder.folder.Has("Databases/" + folder.dataset)) continue;
-        const Database dataset = folder.Open(folder.dataset);
-        EXPECT_EQ(IntegrityOf(dataset), "ok");
-        bool complete = true;
-        for (std::size_t i = 0; i < kTables.size(); ++i) {
-            const std::int64_t rows = CountOf(dataset, kTables[i]);
-            EXPECT_LE(rows, complete ? whole[i] : 0) << kTables[i] << " at " << moment;
-            complete = complete && rows == whole[i];
-        }
-    }
-    EXPECT_GT(killed, 10);
-    folder.master.emplace(folder.Open("ZorvelMaster.mdb"));
-    folder.catalogue.emplace(*folder.master);
-    folder.ui.answers = {Answer::kYes};
-    EXPECT_EQ(folder.RunImport(), ImportResult::kDone);
-    for (std::size_t i = 0; i < kTables.size(); ++i) {
-        EXPECT_EQ(CountOf(folder.Open(folder.dataset), kTables[i]), whole[i]) << kTables[i];
-    }
-    EXPECT_TRUE(FindDatasetFaults(folder.files, *folder.catalogue).empty());
-}
-
-TEST(KilledImport, EndsWithItsMessageWhenTheFileCannotGrow) {
-    DatasetFolder folder;
-    tools::WriteImportData(folder.files, {.rows = 20'000, .applications = 60});
-    folder.master.reset();
-    InAChild([&] {
-        const test::FileSizeLimit limit(600'000);
-        folder.master.emplace(folder.Open("ZorvelMaster.mdb"));
-        folder.catalogue.emplace(*folder.master);
-        folder.RunImport();
-        folder.log.Close();
-    });
-    EXPECT_THAT(folder.folder.Read("Zorvel.log"),
-                HasSubstr(" occurred during data Import routine at Line 8"));
-    const Database dataset = folder.Open(folder.dataset);
-    EXPECT_EQ(IntegrityOf(dataset), "ok");
-    EXPECT_GT(CountOf(dataset, "Zorvel_CopyFiles"), 0);
-    EXPECT_EQ(CountOf(dataset, "Zorvel_Associations"), 0);
 }
 
 }  // namespace
