@@ -97,7 +97,7 @@ void StreamFinder::Find(char /*kind*/, std::string_view entry_text) {
 }
 
 bool StreamFinder::Matches(std::string_view text) {
-    const SearchBudget::Charge charge(budget_, services_.clock, text.size());
+    const FindBudget::Charge charge(budget_, services_.clock, text.size());
     return search_(text);
 }
 

@@ -8,11 +8,11 @@
 #include <string>
 #include <string_view>
 
+#include "find/find_budget.h"
 #include "find/find_display.h"
 #include "find/find_listener.h"
 #include "find/find_results.h"
 #include "find/find_run.h"
-#include "find/search_budget.h"
 #include "platform/error.h"
 #include "shell/services.h"
 
@@ -61,7 +61,7 @@ class StreamFinder final : public FindRun {
     SearchFactory make_search_;
     Search search_;
     std::string expression_;
-    SearchBudget budget_;
+    FindBudget budget_;
     FindResults results_;
     std::optional<OutputError> lost_;  // what EndStream could not write
     std::string full_name_;

@@ -27,16 +27,16 @@ bool IsShortForm(std::string_view path) {
 }
 
 constexpr std::array<IssueRule<Macro>, 2> kMacroRules = {{
-    {Issue::kMacroUnc,
-     [](const Macro& macro) { return macro.value.starts_with(R"(\\)") && !macro.IsShortPath(); }},
-    {Issue::kMacroShortPath,
-     [](const Macro& macro) { return macro.IsShortPath() && !IsShortForm(macro.value); }},
+    {.issue = Issue::kMacroUnc,
+     .holds = [](const Macro& macro) { return macro.value.starts_with(R"(\\)") && !macro.IsShortPath(); }},
+    {.issue = Issue::kMacroShortPath,
+     .holds = [](const Macro& macro) { return macro.IsShortPath() && !IsShortForm(macro.value); }},
 }};
 
 }  // namespace
 
 std::string_view MacroValid(std::string_view macro_name, std::string_view macro_value) {
-    return FirstIssue(kMacroRules, Macro{macro_name, macro_value});
+    return FirstIssue(kMacroRules, Macro{.name = macro_name, .value = macro_value});
 }
 
 }  // namespace zorvel

@@ -13,13 +13,13 @@ struct HardCodedFolder {
 };
 
 inline constexpr std::array<HardCodedFolder, 7> HardCodedFolders = {{
-    {R"(\PROGRAM FILES\COMMON FILES)", "%*ProgramFilesCommon% [Win2K+ ONLY]"},
-    {R"(\WINDOWS\SYSTEM32)", "%*WinSysDir%"},
-    {R"(\WINNT\SYSTEM32)", "%*WinSysDir%"},
-    {R"(\WINDOWS\FONTS)", "%*Fonts%"},
-    {R"(\WINNT\FONTS)", "%*Fonts%"},
-    {R"(\WINDOWS)", "%*WinDir%"},
-    {R"(\WINNT)", "%*WinDir%"},
+    {.folder = R"(\PROGRAM FILES\COMMON FILES)", .macro = "%*ProgramFilesCommon% [Win2K+ ONLY]"},
+    {.folder = R"(\WINDOWS\SYSTEM32)", .macro = "%*WinSysDir%"},
+    {.folder = R"(\WINNT\SYSTEM32)", .macro = "%*WinSysDir%"},
+    {.folder = R"(\WINDOWS\FONTS)", .macro = "%*Fonts%"},
+    {.folder = R"(\WINNT\FONTS)", .macro = "%*Fonts%"},
+    {.folder = R"(\WINDOWS)", .macro = "%*WinDir%"},
+    {.folder = R"(\WINNT)", .macro = "%*WinDir%"},
 }};
 
 // True when one of HardCodedFolders begins at one of the first 12 characters of `target`, in any case. One

@@ -20,11 +20,11 @@ struct HeaderLayout {
         kBounded,  // the same, and no field may lie beyond it
     };
 
-    std::size_t size;             // bytes of the header
-    std::size_t length_bytes;     // 1 or 2: the size of the length value at offset 8
-    std::size_t first_length_at;  // the byte with the first string's length
-    bool has_flags;               // a flags word at offset 12
-    Data data;
+    std::size_t size = 0;             // bytes of the header
+    std::size_t length_bytes = 0;     // 1 or 2: the size of the length value at offset 8
+    std::size_t first_length_at = 0;  // the byte with the first string's length
+    bool has_flags = false;           // a flags word at offset 12
+    Data data = Data::kNone;
 };
 
 struct Record {

@@ -186,21 +186,36 @@ std::size_t DecodeUnrecognised(Record& /*record*/, EntryOutput& /*output*/) {
     throw Error(kUnrecognisedType);
 }
 
-// Columns of the layout: size, bytes of the length value, place of the first length, flags word, data.
+// The headers that tell the length of a first string.
+constexpr HeaderLayout kTextHeader{
+    .size = kHeader, .length_bytes = 1, .first_length_at = 16, .has_flags = true, .data = Data::kFirstString};
+constexpr HeaderLayout kPathHeader{
+    .size = kHeader, .length_bytes = 1, .first_length_at = 16, .has_flags = true, .data = Data::kBounded};
+constexpr HeaderLayout kLongHeader{
+    .size = kHeader, .length_bytes = 2, .first_length_at = 16, .has_flags = true, .data = Data::kBounded};
+constexpr HeaderLayout kMacroHeader{
+    .size = kShortHeader, .length_bytes = 1, .first_length_at = 12, .data = Data::kBounded};
+
 constexpr std::array kRecordTypes = {
-    RecordType{1, {kHeader, 1, 16, true, Data::kFirstString}, DecodeFile},
-    RecordType{2, {kHeader, 1, 16, true, Data::kBounded}, DecodeDirectory},
-    RecordType{3, {kHeader, 2, 16, true, Data::kBounded}, DecodeIniValue},
-    RecordType{5, {kHeader + kSlot, 0, kHeader, false, Data::kNone}, DecodeRegistryValue},
-    RecordType{6, {kHeader, 2, 16, true, Data::kBounded}, DecodeRegistryKey},
-    RecordType{8, {kShortHeader, 1, 12, false, Data::kBounded}, DecodeNothing},
-    RecordType{10, {kShortHeader, 1, 12, false, Data::kBounded}, DecodeMacro},
-    RecordType{21, {kHeader, 1, 16, true, Data::kFirstString}, DecodeTextChange},
-    RecordType{23, {kHeader, 2, 16, false, Data::kNone}, DecodeIniSection},
-    RecordType{24, {kHeader, 2, 0, false, Data::kNone}, DecodeEnvironment},
-    RecordType{38, {kShortHeader, 1, 0, false, Data::kRecord}, DecodePromptedMacro},
+    RecordType{.number = 1, .layout = kTextHeader, .decode = DecodeFile},
+    RecordType{.number = 2, .layout = kPathHeader, .decode = DecodeDirectory},
+    RecordType{.number = 3, .layout = kLongHeader, .decode = DecodeIniValue},
+    RecordType{.number = 5,
+               .layout = {.size = kHeader + kSlot, .first_length_at = kHeader},
+               .decode = DecodeRegistryValue},
+    RecordType{.number = 6, .layout = kLongHeader, .decode = DecodeRegistryKey},
+    RecordType{.number = 8, .layout = kMacroHeader, .decode = DecodeNothing},
+    RecordType{.number = 10, .layout = kMacroHeader, .decode = DecodeMacro},
+    RecordType{.number = 21, .layout = kTextHeader, .decode = DecodeTextChange},
+    RecordType{.number = 23,
+               .layout = {.size = kHeader, .length_bytes = 2, .first_length_at = 16},
+               .decode = DecodeIniSection},
+    RecordType{.number = 24, .layout = {.size = kHeader, .length_bytes = 2}, .decode = DecodeEnvironment},
+    RecordType{.number = 38,
+               .layout = {.size = kShortHeader, .length_bytes = 1, .data = Data::kRecord},
+               .decode = DecodePromptedMacro},
 };
-constexpr RecordType kUnknownType{0, {kShortHeader, 1, 12, false, Data::kBounded}, DecodeUnrecognised};
+constexpr RecordType kUnknownType{.number = 0, .layout = kMacroHeader, .decode = DecodeUnrecognised};
 
 }  // namespace
 

@@ -28,15 +28,16 @@ bool IsExcluded(const RegistryEntry& entry) {
 }
 
 constexpr std::array<IssueRule<RegistryEntry>, 2> kRegistryRules = {{
-    {Issue::kRegistryUnc, [](const RegistryEntry& entry) { return entry.data.starts_with(R"(\\)"); }},
-    {Issue::kRegistryExclude, IsExcluded},
+    {.issue = Issue::kRegistryUnc,
+     .holds = [](const RegistryEntry& entry) { return entry.data.starts_with(R"(\\)"); }},
+    {.issue = Issue::kRegistryExclude, .holds = IsExcluded},
 }};
 
 }  // namespace
 
 std::string_view RegistryValid(std::string_view key, std::string_view /*value_name*/, std::string_view data,
                                const std::vector<std::string>& RegExcludeList) {
-    return FirstIssue(kRegistryRules, RegistryEntry{key, data, RegExcludeList});
+    return FirstIssue(kRegistryRules, RegistryEntry{.key = key, .data = data, .exclusions = RegExcludeList});
 }
 
 }  // namespace zorvel

@@ -1,7 +1,7 @@
 // What the user, the log, the displays and the dump file tell of a stream that is decoded in a run.
 #include <gmock/gmock.h>
 
-#include <algorithm>
+#include <filesystem>
 #include <string>
 
 #include "analysis/stream_failure_reports.h"

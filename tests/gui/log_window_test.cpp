@@ -124,7 +124,7 @@ TEST_F(LogWindow, EnterAndEscCloseIt) {
 TEST_F(LogWindow, FindsAsOneTypesAndGoesOnInBothDirections) {
     Open();
     Press(Qt::Key_Home, Qt::ControlModifier);
-    auto& bar = Control<QWidget>(window_, "barFind");
+    auto& bar = Control<QWidget>(window_, "barSearch");
     EXPECT_FALSE(bar.isVisible());
     Search("er");
     EXPECT_TRUE(bar.isVisible());
@@ -171,7 +171,7 @@ TEST_F(LogWindow, SaysWhenNothingIsFound) {
     QTest::qWait(400);
     EXPECT_EQ(Said(), "Nothing was found");
     // A character that the log cannot hold is not taken for another.
-    auto& needle = Control<QLineEdit>(window_, "txtFind");
+    auto& needle = Control<QLineEdit>(window_, "txtSearch");
     needle.setText(QStringLiteral("\u2665"));
     EXPECT_EQ(Said(), "Nothing was found");
     needle.clear();

@@ -205,12 +205,12 @@ TEST_F(ReportWindow, FindsWhatIsShown) {
     }
     // ESC closes the bar, not the window; the button opens it.
     Press(Qt::Key_Escape);
-    EXPECT_FALSE(Control<QWidget>(*window_, "barFind").isVisible());
+    EXPECT_FALSE(Control<QWidget>(*window_, "barSearch").isVisible());
     EXPECT_EQ(window_->focusWidget(), &view());
     Press(Qt::Key_Escape);
     EXPECT_TRUE(window_->isVisible());
-    Click("actFind");
-    EXPECT_EQ(Control<QLineEdit>(*window_, "txtFind").selectedText(), "Key\\120");
+    Click("actSearch");
+    EXPECT_EQ(Control<QLineEdit>(*window_, "txtSearch").selectedText(), "Key\\120");
 }
 
 TEST_F(ReportWindow, FindsFromThePageThatIsShown) {

@@ -17,7 +17,8 @@ struct RawHeader {
     char unused = 0;                   // all other bytes
 };
 
-inline std::string HeaderBytes(const RawHeader& header, std::size_t size) {
+// A header of 20 bytes, and one of 16.
+inline std::string Header(const RawHeader& header, std::size_t size = 20) {
     std::string bytes(size, header.unused);
     const auto put = [&](std::size_t offset, int value) { bytes[offset] = static_cast<char>(value); };
     put(0, header.type);
@@ -29,24 +30,17 @@ inline std::string HeaderBytes(const RawHeader& header, std::size_t size) {
     if (header.at_first) put(size - 4, *header.at_first);
     return bytes;
 }
-
-// The headers of 20 and of 16 bytes.
-inline std::string Header(const RawHeader& header) {
-    return HeaderBytes(header, 20);
-}
 inline std::string ShortHeader(const RawHeader& header) {
-    return HeaderBytes(header, 16);
+    return Header(header, 16);
 }
 
 // A string behind the slot with its length, or with that of a longer one.
-inline std::string Slot(std::string_view text, std::size_t length, char unused = 0) {
+inline std::string Slot(std::string_view text, std::size_t length = 0, char unused = 0) {
+    if (length == 0) length = text.size();
     std::string bytes(4, unused);
     bytes[0] = static_cast<char>(length & 0xFF);
     if (length > 0xFF) bytes[1] = static_cast<char>(length >> 8);
     return bytes + std::string(text);
-}
-inline std::string Slot(std::string_view text) {
-    return Slot(text, text.size());
 }
 
 }  // namespace zorvel::test

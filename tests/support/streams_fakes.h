@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -92,14 +93,15 @@ struct TestParser {
         .rules = rules, .issues = issues, .counters = counters, .progress = progress, .failures = failures};
     std::int32_t signature = -1;  // of the stream parsed last
     std::string rows;             // of the stream parsed last
+    std::optional<TempFolder> folder;
 
     ParseResult Parse(std::string_view stream) {
         failures.noted.clear();
-        const TempFolder folder;
-        OutputFile file(folder.path() / "rows", "rows", OutputFile::Mode::kTruncate);
+        if (!folder) folder.emplace();
+        OutputFile file(folder->path() / "rows", "rows", OutputFile::Mode::kTruncate);
         const ParseResult result = ParseAOT(context, file, kFullName, stream, signature);
         file.Close();
-        rows = folder.Read("rows");
+        rows = folder->Read("rows");
         return result;
     }
 };

@@ -34,7 +34,7 @@ namespace zorvel {
 namespace {
 
 constexpr int kTreeWidth = 260;
-constexpr int kFindBarMargin = 6;
+constexpr int kBarMargin = 6;
 constexpr int kProgressInterval = 40;  // milliseconds between two looks at the pending events
 constexpr int kPatience = 700;         // milliseconds ahead of a progress window
 
@@ -76,8 +76,8 @@ frmReport::frmReport(Services& services, std::shared_ptr<const Report> report, c
     setWindowTitle(ToQString(report_->facts().caption));
     AddPageBox();
     ConnectActions();
-    ui_->barFind->setContentsMargins(kFindBarMargin, kFindBarMargin, kFindBarMargin, kFindBarMargin);
-    ui_->barFind->Serve(*ui_->viewReport, *ui_->viewReport, *this);
+    ui_->barSearch->setContentsMargins(kBarMargin, kBarMargin, kBarMargin, kBarMargin);
+    ui_->barSearch->Serve(*ui_->viewReport, *ui_->viewReport, *this);
     FillTree();
     auto* size = new QLabel(ToQString(Counted(report_->rows().size(), " row", " rows") + " on " +
                                       Counted(layout_.page_count(), " page", " pages")));
@@ -123,7 +123,7 @@ void frmReport::ConnectActions() {
     };
     on(ui_->actSave, [this] { Save(); });
     on(ui_->actPrint, [this] { Print(); });
-    on(ui_->actFind, [this] { ui_->barFind->Open(); });
+    on(ui_->actSearch, [this] { ui_->barSearch->Open(); });
     on(ui_->actFirst, [&view] { view.GoToPage(0); });
     on(ui_->actPrevious, [&view] { view.GoToPage(view.page() - std::min<std::size_t>(view.page(), 1)); });
     on(ui_->actNext, [&view] { view.GoToPage(view.page() + 1); });

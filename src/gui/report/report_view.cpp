@@ -388,18 +388,18 @@ void ReportView::BringIntoSight(std::size_t page, const QRectF& area) {
     SetPage(page);
 }
 
-FindResult ReportView::Find(const QString& needle, bool match_case, FindStart start) {
-    if (report_->rows().size() == 0) return FindResult::kNothing;
+SearchResult ReportView::Search(const QString& needle, bool match_case, SearchStart start) {
+    if (report_->rows().size() == 0) return SearchResult::kNothing;
     const TextSearch search(NeedleText(needle), match_case);
     TextPlace from = mark_ ? mark_->place : PlaceInSight();
-    if (mark_ && start == FindStart::kBehind) from.offset += mark_->length;
+    if (mark_ && start == SearchStart::kBehind) from.offset += mark_->length;
     const auto match =
-        start == FindStart::kAhead ? search_->Previous(search, from) : search_->Next(search, from);
-    if (!match) return FindResult::kNothing;
+        start == SearchStart::kAhead ? search_->Previous(search, from) : search_->Next(search, from);
+    if (!match) return SearchResult::kNothing;
     mark_ = match->text;
     if (const auto found = Locate(*mark_)) BringIntoSight(found->first, found->second);
     viewport()->update();
-    return match->wrapped ? FindResult::kWrapped : FindResult::kFound;
+    return match->wrapped ? SearchResult::kWrapped : SearchResult::kFound;
 }
 
 std::size_t ReportView::CountMatches(const QString& needle, bool match_case) const {

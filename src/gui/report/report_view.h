@@ -10,7 +10,7 @@
 #include <memory>
 #include <optional>
 
-#include "gui/text/find_bar.h"
+#include "gui/text/search_bar.h"
 #include "paper/report_fonts.h"
 #include "paper/report_painter.h"
 #include "reporting/page_layout.h"
@@ -18,7 +18,7 @@
 
 namespace zorvel {
 
-class ReportView final : public QAbstractScrollArea, public FindTarget {
+class ReportView final : public QAbstractScrollArea, public SearchTarget {
     Q_OBJECT
 
   public:
@@ -54,8 +54,8 @@ class ReportView final : public QAbstractScrollArea, public FindTarget {
     // What stands at a point of the viewport; nothing where there is no value, heading or note.
     std::optional<TextPlace> PlaceAt(QPoint point) const;
 
-    // FindTarget
-    FindResult Find(const QString& needle, bool match_case, FindStart start) override;
+    // SearchTarget
+    SearchResult Search(const QString& needle, bool match_case, SearchStart start) override;
     std::size_t CountMatches(const QString& needle, bool match_case) const override;
     QString SelectedNeedle() const override;
 

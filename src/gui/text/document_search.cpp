@@ -16,20 +16,20 @@ QTextDocument::FindFlags Flags(bool match_case, bool backwards) {
 
 }  // namespace
 
-FindResult DocumentSearch::Find(const QString& needle, bool match_case, FindStart start) {
+SearchResult DocumentSearch::Search(const QString& needle, bool match_case, SearchStart start) {
     const QTextDocument& document = *view_.document();
-    const bool backwards = start == FindStart::kAhead;
+    const bool backwards = start == SearchStart::kAhead;
     const QTextDocument::FindFlags flags = Flags(match_case, backwards);
     QTextCursor from = view_.textCursor();
-    if (start == FindStart::kSelection) from.setPosition(from.selectionStart());
-    FindResult result = FindResult::kFound;
+    if (start == SearchStart::kSelection) from.setPosition(from.selectionStart());
+    SearchResult result = SearchResult::kFound;
     QTextCursor match = document.find(needle, from, flags);
     if (match.isNull()) {
-        result = FindResult::kWrapped;
+        result = SearchResult::kWrapped;
         from.movePosition(backwards ? QTextCursor::End : QTextCursor::Start);
         match = document.find(needle, from, flags);
     }
-    if (match.isNull()) return FindResult::kNothing;
+    if (match.isNull()) return SearchResult::kNothing;
     view_.setTextCursor(match);
     return result;
 }

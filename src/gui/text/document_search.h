@@ -1,17 +1,17 @@
-// The find bar's way into a text view of Qt.
+// The search bar's way into a text view of Qt.
 #pragma once
 
-#include "gui/text/find_bar.h"
+#include "gui/text/search_bar.h"
 
 class QTextEdit;
 
 namespace zorvel {
 
-class DocumentSearch final : public FindTarget {
+class DocumentSearch final : public SearchTarget {
   public:
     explicit DocumentSearch(QTextEdit& view) : view_(view) {}
 
-    FindResult Find(const QString& needle, bool match_case, FindStart start) override;
+    SearchResult Search(const QString& needle, bool match_case, SearchStart start) override;
     std::size_t CountMatches(const QString& needle, bool match_case) const override;
     QString SelectedNeedle() const override;
 

@@ -25,7 +25,7 @@ frmDocument::frmDocument(const Files& files, std::string_view path, std::string_
     }
     browser.moveCursor(QTextCursor::Start);  // the text before which it stood has moved it on
     search_ = std::make_unique<DocumentSearch>(browser);
-    ui_->barFind->Serve(*search_, browser, *this);
+    ui_->barSearch->Serve(*search_, browser, *this);
     connect(&browser, &QTextBrowser::anchorClicked, this,
             [this](const QUrl& url) { open_link_(FromQString(url.toString(QUrl::FullyEncoded))); });
     connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);

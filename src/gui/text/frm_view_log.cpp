@@ -12,7 +12,7 @@ namespace zorvel {
 frmViewLog::frmViewLog(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmViewLog>()) {
     ui_->setupUi(this);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    ui_->barFind->Serve(*ui_->RichTextBox1, *ui_->RichTextBox1, *this);
+    ui_->barSearch->Serve(*ui_->RichTextBox1, *ui_->RichTextBox1, *this);
     connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
     const auto next = [this] { GoTo(problems_.Next(ui_->RichTextBox1->CursorLine())); };
     const auto previous = [this] { GoTo(problems_.Previous(ui_->RichTextBox1->CursorLine())); };

@@ -371,25 +371,25 @@ void LineView::Copy() const {
 
 // Search
 
-FindResult LineView::Find(const QString& needle, bool match_case, FindStart start) {
+SearchResult LineView::Search(const QString& needle, bool match_case, SearchStart start) {
     const std::string& text = lines_->text();
     const TextSearch search(NeedleText(needle), match_case);
-    FindResult result = FindResult::kFound;
+    SearchResult result = SearchResult::kFound;
     std::optional<std::size_t> place;
-    if (start == FindStart::kAhead) {
+    if (start == SearchStart::kAhead) {
         place = search.Previous(text, selection_begin());
         if (!place) {
-            result = FindResult::kWrapped;
+            result = SearchResult::kWrapped;
             place = search.Previous(text, text.size());
         }
     } else {
-        place = search.Next(text, start == FindStart::kSelection ? selection_begin() : selection_end());
+        place = search.Next(text, start == SearchStart::kSelection ? selection_begin() : selection_end());
         if (!place) {
-            result = FindResult::kWrapped;
+            result = SearchResult::kWrapped;
             place = search.Next(text, 0);
         }
     }
-    if (!place) return FindResult::kNothing;
+    if (!place) return SearchResult::kNothing;
     Select(*place, *place + search.size());
     EnsureVisible(*place);
     return result;

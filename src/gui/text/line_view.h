@@ -10,14 +10,14 @@
 #include <memory>
 #include <string_view>
 
-#include "gui/text/find_bar.h"
+#include "gui/text/search_bar.h"
 #include "viewers/rich_lines.h"
 
 class QMimeData;
 
 namespace zorvel {
 
-class LineView final : public QAbstractScrollArea, public FindTarget {
+class LineView final : public QAbstractScrollArea, public SearchTarget {
     Q_OBJECT
 
   public:
@@ -42,8 +42,8 @@ class LineView final : public QAbstractScrollArea, public FindTarget {
     void Copy() const;
     void SelectAll();
 
-    // FindTarget
-    FindResult Find(const QString& needle, bool match_case, FindStart start) override;
+    // SearchTarget
+    SearchResult Search(const QString& needle, bool match_case, SearchStart start) override;
     std::size_t CountMatches(const QString& needle, bool match_case) const override;
     QString SelectedNeedle() const override;
 

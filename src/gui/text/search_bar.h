@@ -7,41 +7,41 @@
 #include <memory>
 
 namespace Ui {
-class FindBar;
+class SearchBar;
 }
 
 namespace zorvel {
 
 // Where a search begins.
-enum class FindStart {
+enum class SearchStart {
     kSelection,  // with the selected text itself, as when the needle is being typed
     kBehind,     // behind the selection
     kAhead,      // ahead of it, backwards
 };
 
-enum class FindResult { kNothing, kFound, kWrapped };
+enum class SearchResult { kNothing, kFound, kWrapped };
 
 // A view whose text can be searched.
-class FindTarget {
+class SearchTarget {
   public:
-    virtual ~FindTarget() = default;
+    virtual ~SearchTarget() = default;
     // Selects the next match and brings it into sight; goes on at the other end of the text.
-    virtual FindResult Find(const QString& needle, bool match_case, FindStart start) = 0;
+    virtual SearchResult Search(const QString& needle, bool match_case, SearchStart start) = 0;
     virtual std::size_t CountMatches(const QString& needle, bool match_case) const = 0;
     // What is selected, if it lies in one line and is short enough to be looked for; else nothing.
     virtual QString SelectedNeedle() const = 0;
 };
 
-class FindBar final : public QWidget {
+class SearchBar final : public QWidget {
     Q_OBJECT
 
   public:
-    explicit FindBar(QWidget* parent = nullptr);
-    ~FindBar() override;
+    explicit SearchBar(QWidget* parent = nullptr);
+    ~SearchBar() override;
 
     // Searches `target`, which shows itself as `view`, and takes its keys wherever in `owner` the keyboard
     // is. To be called once.
-    void Serve(FindTarget& target, QWidget& view, QWidget& owner);
+    void Serve(SearchTarget& target, QWidget& view, QWidget& owner);
 
     // Shows the bar, ready to type in what is looked for.
     void Open();
@@ -55,13 +55,13 @@ class FindBar final : public QWidget {
   private:
     void Close();
     void Changed();
-    void Find(FindStart start);
+    void Search(SearchStart start);
     void ShowCount();
     // Shows how many matches there are and how the one that is selected was come by; each may be empty.
     void Say(const QString& matches, const QString& place);
 
-    std::unique_ptr<Ui::FindBar> ui_;
-    FindTarget* target_ = nullptr;
+    std::unique_ptr<Ui::SearchBar> ui_;
+    SearchTarget* target_ = nullptr;
     QWidget* view_ = nullptr;
     QString matches_;
     QString place_;

@@ -7,12 +7,12 @@
 
 namespace zorvel {
 
-class SearchBudget {
+class FindBudget {
   public:
     // Charges the time from its beginning to its end for the search of `bytes`.
     class Charge {
       public:
-        Charge(SearchBudget& budget, const Clock& clock, std::size_t bytes)
+        Charge(FindBudget& budget, const Clock& clock, std::size_t bytes)
             : budget_(budget), clock_(clock), start_(clock.CoarseTimer()) {
             budget_.bytes_ += static_cast<double>(bytes);
         }
@@ -21,7 +21,7 @@ class SearchBudget {
         Charge& operator=(const Charge&) = delete;
 
       private:
-        SearchBudget& budget_;
+        FindBudget& budget_;
         const Clock& clock_;
         double start_;
     };
