@@ -144,7 +144,8 @@ bool AnalysisRun::Generate() {
         const Error error = CurrentError();
         const std::string mode_word(RunModeWord(mode()));
         errors_.Report(error, step, " - the " + mode_word + " has ended, its data files are incomplete");
-        services_.status.SetStatus('R', "The " + mode_word + " has ended: " + error.description());
+        services_.status.SetStatus(StatusPicture::kRedBall,
+                                   "The " + mode_word + " has ended: " + error.description());
         return false;
     }
 }
@@ -186,8 +187,8 @@ void AnalysisRun::PauseAfter(std::int32_t processed) {
     if (!options.controls.Checked(CheckGeneral::kEDirThrottle) || processed == selected) return;
     const std::optional<double> throttle = options.Number(&OptionControls::txtThrottle);
     if (!throttle) return;
-    services_.status.SetStatus(
-        'Y', "Throttling option enabled - pausing for " + options.controls.txtThrottle + " second(s)");
+    services_.status.SetStatus(StatusPicture::kYellowBall, "Throttling option enabled - pausing for " +
+                                                               options.controls.txtThrottle + " second(s)");
     Pause(services_.clock, services_.ui, *throttle, stop);
 }
 

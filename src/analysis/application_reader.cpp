@@ -149,7 +149,7 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
 
 void ApplicationReader::ReadAttribute(const std::string& attribute) {
     status_.RefreshStatusCounts();
-    services_.status.SetStatus('Y', Text({"Zorvelling attributes - ", attribute}));
+    services_.status.SetStatus(StatusPicture::kYellowBall, Text({"Zorvelling attributes - ", attribute}));
     const std::string_view syntax = inputs_.directory.AttributeSyntax(entry_, attribute);
     if (syntax == kStreamSyntax) return NoteStream(attribute);
     const bool acl = syntax == kAclSyntax;
@@ -191,7 +191,7 @@ void ApplicationReader::CheckAttribute(const std::string& attribute, std::string
 }
 
 void ApplicationReader::ReadStreams() {
-    services_.status.SetStatus('Y', "Zorvelling Streams..");
+    services_.status.SetStatus(StatusPicture::kYellowBall, "Zorvelling Streams..");
     bool go_on = true;
     double progress = 0;
     for (const StreamRow& stream : kStreamTable) {
@@ -221,7 +221,8 @@ void ApplicationReader::LogStream(const StreamRow& stream) {
 
 bool ApplicationReader::ReadStream(const StreamRow& stream) {
     LogStream(stream);
-    services_.status.SetStatus('Y', Text({"Querying eDirectory for '", name_, "' ", stream.label}));
+    services_.status.SetStatus(StatusPicture::kYellowBall,
+                               Text({"Querying eDirectory for '", name_, "' ", stream.label}));
     status_.RefreshStatusCounts();
     if (!OpenAndRead(stream, bytes_)) return true;
     const FindScope scope(find_, name_, full_name_, stream.label);

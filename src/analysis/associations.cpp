@@ -65,7 +65,7 @@ void AssociationReader::ReadGroup(std::string_view full_name, Trustee& group, As
 }
 
 void AssociationReader::ShowProgress(const AssociationLists& lists) {
-    services_.status.SetStatus('Y',
+    services_.status.SetStatus(StatusPicture::kYellowBall,
                                "Determining Application Associations.  Users:" + GroupedOrZero(lists.users) +
                                    ", Groups: " + GroupedCount(lists.groups.size()));
     status_.RefreshStatusCounts();

@@ -35,8 +35,9 @@ bool StreamProgress::GoOn(std::size_t position, std::size_t size) {
 }
 
 void StreamProgress::UpdateDisplays(double fraction) {
-    services_.status.SetStatus('Y', std::string_view("Saving eDirectory information for '" +
-                                                     application_name_ + " - " + Percentage(fraction)));
+    services_.status.SetStatus(StatusPicture::kYellowBall,
+                               std::string_view("Saving eDirectory information for '" + application_name_ +
+                                                " - " + Percentage(fraction)));
     status_.RefreshStatusCounts();
     const double progress = first_progress_ + share_ * fraction;
     status_.SetStreamProgress(progress);

@@ -96,7 +96,7 @@ void OUBrowser::ClickNode(std::size_t number) {
 }
 
 void OUBrowser::ListApplications(const std::string& path) {
-    services_.status.SetStatus('Y', kReadingText);
+    services_.status.SetStatus(StatusPicture::kYellowBall, kReadingText);
     const Entry container = directory_.FindEntry(path);
     std::string full_name = directory_.FullNameOf(container);
     directory_.SetCurrentObject(container.path);
@@ -113,7 +113,8 @@ void OUBrowser::ListApplications(const std::string& path) {
         unknown = unknown || item.app == 0;
         items_.push_back(std::move(item));
         services_.status.SetStatus(
-            'Y', std::string(kReadingText) + PlainNumber(static_cast<std::int64_t>(items_.size())));
+            StatusPicture::kYellowBall,
+            std::string(kReadingText) + PlainNumber(static_cast<std::int64_t>(items_.size())));
     }
     display_.ShowList();
     RefreshAppTitle();

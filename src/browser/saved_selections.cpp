@@ -53,7 +53,7 @@ void SaveSelections::Save() {
     if (!hold) return;
     try {
         const std::string path = UnusedPath();
-        services_.status.SetStatus('Y', "Saving Application Selections...");
+        services_.status.SetStatus(StatusPicture::kYellowBall, "Saving Application Selections...");
         services_.log.WriteLog("Saving current application selections to '" + path + "'");
         WriteSelection(services_.files, path, services_.clock.Now(), txtComment, lists_);
         services_.log.WriteLog("Finished updating Application Selection Cache file");

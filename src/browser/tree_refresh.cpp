@@ -158,10 +158,10 @@ void TreeRefresh::WriteCaches(std::string_view tree) {
                                "' was interrupted - its cache holds only what was read until then");
     }
     TreeCacheWriter caches(files, tree, services_.clock.Now(), lists_);
-    services_.status.SetStatus('Y', "Updating Tree Cache...");
+    services_.status.SetStatus(StatusPicture::kYellowBall, "Updating Tree Cache...");
     services_.log.WriteLog("Writing fresh Tree cache, '" + TreeCachePath(files, tree) + "'");
     caches.WriteTreeCache();
-    services_.status.SetStatus('Y', "Updating Applications Cache...");
+    services_.status.SetStatus(StatusPicture::kYellowBall, "Updating Applications Cache...");
     services_.log.WriteLog("Writing fresh Applications Cache, '" + AppCachePath(files, tree) + "'");
     caches.WriteAppCache();
     if (!caches.unreadable_object().empty()) WarnUnreadable(tree, caches.unreadable_object());
@@ -194,7 +194,7 @@ void TreeRefresh::RecurseDirectory(std::size_t root_number) {
 
 std::vector<Entry> TreeRefresh::EnterContainer(std::size_t number) {
     const std::string path(lists_.OUList[number - 1].Path);
-    services_.status.SetStatus('Y', "Reading " + path + "...");
+    services_.status.SetStatus(StatusPicture::kYellowBall, "Reading " + path + "...");
     ++examined_;
     display_.SetLabOU(directory_.FullName(path));
     display_.SetLabOUCount(Grouped(examined_));

@@ -70,7 +70,7 @@ void MainController::PressEscape() {
     if (!session_.activity.Busy) return;
     session_.activity.UserInterrupt = true;
     window_.EnableGenerate(true);
-    status_.SetStatus('R', "Interrupted at user request... Please wait a moment");
+    status_.SetStatus(StatusPicture::kRedBall, "Interrupted at user request... Please wait a moment");
     Pause(clock_, ui_, kNotice);
 }
 

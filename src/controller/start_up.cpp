@@ -77,7 +77,7 @@ void MainController::RunStartUp(std::string_view command_line, const TreeRequest
     Step(3, [&] { log_.Open(options_.session.AppendToLog); });
     Step(4, [&] { window_.SetCaption(Caption()); });
     LogHeading(command_line, options_read);  // steps 5 and 6
-    status_.SetStatus('Y', "Initializing...");
+    status_.SetStatus(StatusPicture::kYellowBall, "Initializing...");
     Step(8, [&] { window_.LayOut(); });
     InitialiseDirectoryClient();  // step 9
     Step(10, [&] { window_.Show(); });
@@ -89,7 +89,7 @@ void MainController::RunStartUp(std::string_view command_line, const TreeRequest
     Step(18, [&] { session_.rule_lists.FileIssueList = LoadRuleList(kFileIssueFile); });
     OpenFirstTree(request);  // steps 19 and 20
     log_.WriteLog("Initial initilization finished");
-    status_.SetStatus('G', std::string_view());
+    status_.SetIdle();
 }
 
 void MainController::LogHeading(std::string_view command_line, bool options_read) {

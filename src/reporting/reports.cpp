@@ -20,7 +20,7 @@ class Making {
   public:
     Making(Services& services, const std::string& caption)
         : busy_(services.activity), status_(services.status) {
-        status_.SetStatus('Y', "Creating '" + caption + "'...");
+        status_.SetStatus(StatusPicture::kYellowBall, "Creating '" + caption + "'...");
     }
     ~Making() { status_.SetIdle(); }
     Making(const Making&) = delete;

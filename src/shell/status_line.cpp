@@ -3,34 +3,17 @@
 #include "shell/formats.h"
 
 namespace zorvel {
-namespace {
-
-StatusPicture PictureOf(char colour) {
-    switch (colour) {
-        case 'R':
-            return StatusPicture::kRedBall;
-        case 'Y':
-            return StatusPicture::kYellowBall;
-        case 'G':
-        case '\0':
-            return StatusPicture::kGreenBall;
-        default:
-            return StatusPicture::kUnchanged;
-    }
-}
-
-}  // namespace
 
 StatusLine::StatusLine(UserInterface& ui, const TreeCounts& counts) : ui_(ui), counts_(counts) {}
 
-void StatusLine::SetStatus(char colour, std::string& text) {
+void StatusLine::SetStatus(StatusPicture picture, std::string& text) {
     if (text.empty()) text = CountsText();
-    ui_.ShowStatus(PictureOf(colour), text);
+    ui_.ShowStatus(picture, text);
 }
 
-void StatusLine::SetStatus(char colour, std::string_view text) {
+void StatusLine::SetStatus(StatusPicture picture, std::string_view text) {
     const std::string counts = text.empty() ? CountsText() : std::string();
-    ui_.ShowStatus(PictureOf(colour), text.empty() ? counts : text);
+    ui_.ShowStatus(picture, text.empty() ? counts : text);
 }
 
 std::string StatusLine::CountsText() const {

@@ -20,13 +20,12 @@ class StatusLine {
   public:
     StatusLine(UserInterface& ui, const TreeCounts& counts);
 
-    // Shows `text` with the picture that `colour` stands for: 'Y' busy, 'R' interrupted or failed, 'G' or 0
-    // idle; any other value leaves the picture. An empty text is replaced, in the caller's variable too, by
-    // the counts text.
-    void SetStatus(char colour, std::string& text);
-    void SetStatus(char colour, std::string_view text);
+    // Shows `picture` (yellow: busy, red: interrupted or failed, green: idle) and `text`. An empty text is
+    // replaced, in the caller's variable too, by the counts text.
+    void SetStatus(StatusPicture picture, std::string& text);
+    void SetStatus(StatusPicture picture, std::string_view text);
     // The green ball and the counts text.
-    void SetIdle() { SetStatus('\0', std::string_view()); }
+    void SetIdle() { SetStatus(StatusPicture::kGreenBall, std::string_view()); }
 
   private:
     std::string CountsText() const;

@@ -11,7 +11,7 @@ namespace zorvel {
 bool LogView::Open(const ShowDocument& show) {
     bool shown = false;
     services_.log.WriteLog("Committing current Zorvel log file in preparation to view");
-    services_.status.SetStatus('Y', std::string_view("Please wait a moment - Processing log file..."));
+    services_.status.SetStatus(StatusPicture::kYellowBall, "Please wait a moment - Processing log file...");
     try {
         CopyLog();
         services_.log.WriteLog("Copy of log file taken successfully");

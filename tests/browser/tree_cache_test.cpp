@@ -313,8 +313,8 @@ TEST_F(TreeCache, ApplicationsAreFoundByContainerAndName) {
     EXPECT_EQ(lists_.FindApp(R"(NDS:\\T1\SITE\APPS)", "Word"), 2U);
     EXPECT_EQ(lists_.FindApp(R"(NDS:\\T1\SITE\APPS)", "word"), 0U);
     EXPECT_EQ(lists_.FindApp(R"(NDS:\\T1\LAST)", "Word"), 0U);
-    lists_.AddApp(R"(NDS:\\T1\LAST)", "Late");
-    lists_.AddApp(R"(NDS:\\T1\LAST)", "Late");
+    for (int i = 0; i < 300; ++i)
+        lists_.AddApp(R"(NDS:\\T1\LAST)", "Late");
     EXPECT_EQ(lists_.FindApp(R"(NDS:\\T1\LAST)", "Late"), 4U);
     EXPECT_EQ(lists_.FindOU(R"(NDS:\\T1\LAST)"), 5U);
     EXPECT_EQ(lists_.FindOU("nowhere"), 0U);

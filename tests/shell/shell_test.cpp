@@ -108,16 +108,16 @@ TEST(StatusLine, TellsHowMuchIsAvailableAndSelected) {
         TestShell shell;
         shell.counts = {c.available, c.selected, "P"};
         std::string text;
-        shell.status.SetStatus('G', text);
+        shell.status.SetStatus(StatusPicture::kGreenBall, text);
         EXPECT_EQ(text, c.text);
         EXPECT_EQ(shell.ui.statuses.back(), c.text);
     }
 }
 
-TEST(StatusLine, UnknownColoursLeaveThePicture) {
+TEST(StatusLine, ATextAloneLeavesThePicture) {
     TestShell shell;
-    shell.status.SetStatus('R', std::string_view("stop"));
-    shell.status.SetStatus('X', std::string_view("still"));
+    shell.status.SetStatus(StatusPicture::kRedBall, "stop");
+    shell.status.SetStatus(StatusPicture::kUnchanged, "still");
     EXPECT_EQ(shell.ui.picture, StatusPicture::kRedBall);
     EXPECT_EQ(shell.ui.statuses.back(), "still");
     shell.status.SetIdle();
