@@ -198,6 +198,13 @@ TEST_F(Run, ADirectoryThatFailsEndsTheRunOnce) {
     EXPECT_EQ(shell_.ui.statuses.back(), "The Zorvelrun has ended: The directory could not be read");
 }
 
+TEST_F(Run, AnApplicationThatCannotBeReadIsNotCountedAsRead) {
+    Load(LdifApplication("A", "o=SITE", kHealthy) + LdifApplication("B", "o=SITE", kHealthy));
+    directory_.faults.lost_object = R"(NDS:\\T1\SITE\A)";
+    EXPECT_EQ(Go(), RunOutcome::kFinished);
+    EXPECT_EQ(Capture(), "16/11/2026 17:28:05,T1,SITE,1,,,,,,,Zorvelrun\r\n");
+}
+
 TEST_F(Run, ADamagedCaptureRecordStandsForDataThatWasNotImported) {
     LoadApplication(kHealthy);
     const std::string file = "TempData/Zorvel_CaptureDetails.CSV";

@@ -17,6 +17,7 @@ struct DirectoryFaults {
     int nw_net_init = 0;
     int create_context_handle = 0;
     bool error_600_everywhere = false;  // every operation but the initialisation calls raises error 600
+    std::string lost_object;            // the path of an object whose LookUp raises error 5
 };
 
 // Passes every operation on to another directory, unless it is to fail.
@@ -52,7 +53,10 @@ class FaultyDirectory final : public Directory {
     std::string FullName(View path) override { return Inner().FullName(path); }
     std::string FullNameOf(const Entry& entry) override { return Inner().FullNameOf(entry); }
     std::string TreeNameOf(View path) override { return Inner().TreeNameOf(path); }
-    Entry LookUp(View path_or_name) override { return Inner().LookUp(path_or_name); }
+    Entry LookUp(View path_or_name) override {
+        if (path_or_name == faults.lost_object) throw Error(errors::kInvalidCall);
+        return Inner().LookUp(path_or_name);
+    }
     ObjectDescription Describe(const Entry& entry) override { return Inner().Describe(entry); }
     Texts AttributeNames(const Entry& entry) override { return Inner().AttributeNames(entry); }
     View AttributeSyntax(const Entry& entry, View name) override {
