@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "directory/ldap_settings.h"
 #include "platform/files.h"
 
 namespace zorvel {
@@ -15,7 +16,8 @@ inline constexpr std::string_view kDirectoryConfigFile = "Directory.toml";
 struct DirectoryConfig {
     struct Tree {
         std::string name;
-        std::string ldif;  // the path text of its LDIF export
+        std::string ldif;  // the path text of its LDIF export; empty for a tree that servers hold
+        std::optional<LdapSettings> ldap{};  // of a tree that servers hold
     };
 
     std::optional<std::string> preferred;

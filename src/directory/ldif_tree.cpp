@@ -35,6 +35,18 @@ bool IsSchema(const NamingComponent& only_component) {
     return EqualIgnoringCase(only_component.type, "cn") && EqualIgnoringCase(only_component.name, "schema");
 }
 
+// The schema in an LDIF file that holds one.
+Schema SchemaOf(InputFile file) {
+    Schema schema;
+    LdifReader reader(std::move(file));
+    std::vector<NamingComponent> components;
+    while (reader.NextRecord()) {
+        if (ParseDN(reader.dn(), components) && components.size() == 1 && IsSchema(components.front()))
+            ReadSchema(reader, schema);
+    }
+    return schema;
+}
+
 class LdifTreeReader {
   public:
     LdifTreeReader(InputFile file, std::filesystem::path path) : reader_(std::move(file), std::move(path)) {}
@@ -42,7 +54,7 @@ class LdifTreeReader {
     std::unique_ptr<MemoryTree> Load(const std::function<InputFile()>& open_schema) {
         while (reader_.NextRecord())
             ReadRecord();
-        if (!has_schema_) LoadSchema(open_schema());
+        if (!has_schema_) schema_ = SchemaOf(open_schema());
         return std::make_unique<MemoryTree>(std::move(store_), std::move(schema_), attribute_names_);
     }
 
@@ -139,16 +151,6 @@ class LdifTreeReader {
         return number;
     }
 
-    void LoadSchema(InputFile file) {
-        LdifReader reader(std::move(file));
-        std::vector<NamingComponent> components;
-        while (reader.NextRecord()) {
-            if (ParseDN(reader.dn(), components) && components.size() == 1 && IsSchema(components.front())) {
-                ReadSchema(reader, schema_);
-            }
-        }
-    }
-
     LdifReader reader_;
     EntryStore store_;
     Schema schema_;
@@ -161,6 +163,18 @@ class LdifTreeReader {
     EntryIndex last_parent_ = kRootEntry;
 };
 
+// Does `read`, whose failures are error 600 and name the file.
+template <typename Read>
+auto AsUnreadable(std::string_view path, Read read) {
+    try {
+        return read();
+    } catch (const Error& error) {
+        if (error.number() == errors::kDirectoryUnreadable) throw;
+        const Error told = error.detail().empty() ? error.At(std::string(path)) : error;
+        throw Error(errors::kDirectoryUnreadable).With(told.detail());
+    }
+}
+
 }  // namespace
 
 std::unique_ptr<MemoryTree> ReadLdifTree(InputFile file, std::filesystem::path path,
@@ -169,14 +183,15 @@ std::unique_ptr<MemoryTree> ReadLdifTree(InputFile file, std::filesystem::path p
 }
 
 std::unique_ptr<MemoryTree> LoadLdifTree(const Files& files, std::string_view path) {
-    try {
+    return AsUnreadable(path, [&] {
         return ReadLdifTree(files.Open(path), files.Resolve(path),
                             [&] { return files.Open(files.Path(kBundledSchema)); });
-    } catch (const Error& error) {
-        if (error.number() == errors::kDirectoryUnreadable) throw;
-        const Error told = error.detail().empty() ? error.At(std::string(path)) : error;
-        throw Error(errors::kDirectoryUnreadable).With(told.detail());
-    }
+    });
+}
+
+Schema LoadBundledSchema(const Files& files) {
+    const std::string path = files.Path(kBundledSchema);
+    return AsUnreadable(path, [&] { return SchemaOf(files.Open(path)); });
 }
 
 }  // namespace zorvel

@@ -314,7 +314,7 @@ MemoryDirectory::HeldValues MemoryDirectory::ReadValues(const Entry& entry, std:
 
 DnNames& MemoryDirectory::NamesIn(const Tree& tree) {
     if (names_serial_ != tree.serial) {
-        names_.emplace(*tree.objects);
+        names_.emplace([objects = tree.objects](std::string_view dn) { return objects->FullNameOfDN(dn); });
         names_serial_ = tree.serial;
     }
     return *names_;

@@ -9,13 +9,11 @@
 
 #include "directory/entry_store.h"
 #include "directory/names.h"
+#include "directory/object_class.h"
 #include "directory/schema.h"
 #include "directory/text_map.h"
 
 namespace zorvel {
-
-// The class of objects that say nothing of theirs.
-inline constexpr std::string_view kUnknownClass = "Unknown";
 
 // The attributes of one object. Values are as stored, and stay valid as long as the tree.
 struct EntryAttributes {

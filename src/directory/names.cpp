@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "platform/code_page.h"
+#include "platform/hex.h"
 
 namespace zorvel {
 namespace {
@@ -87,6 +88,11 @@ bool ParseComponent(std::string_view text, std::vector<NamingComponent>& compone
     return true;
 }
 
+void AppendEscaped(std::string& text, char character) {
+    text += '\\';
+    AppendHex(text, static_cast<unsigned char>(character));
+}
+
 }  // namespace
 
 bool TakeSimpleComponent(std::string_view dn, NamingComponent& component, std::string_view& parent) {
@@ -135,6 +141,45 @@ std::optional<PathParts> SplitPath(std::string_view path) {
     path.remove_prefix(kPathPrefix.size());
     const std::size_t end = std::min(path.find('\\'), path.size());
     return PathParts{path.substr(0, end), path.substr(std::min(end + 1, path.size()))};
+}
+
+std::string FullNameOfPath(std::string_view components) {
+    std::string full_name;
+    while (!components.empty()) {
+        const std::size_t before = components.rfind('\\');
+        AppendToFullName(full_name, components.substr(before == std::string_view::npos ? 0 : before + 1));
+        components = components.substr(0, before == std::string_view::npos ? 0 : before);
+    }
+    return full_name;
+}
+
+std::string EscapeForDN(std::string_view value) {
+    std::string escaped;
+    for (std::size_t at = 0; at < value.size(); ++at) {
+        const bool at_end = at == 0 || at + 1 == value.size();
+        const char character = value[at];
+        const bool blank_or_hash = character == ' ' || character == '#';
+        if (IsSpecial(character) || character == ',' || (at_end && blank_or_hash) ||
+            static_cast<unsigned char>(character) < 0x20) {
+            AppendEscaped(escaped, character);
+        } else {
+            escaped += character;
+        }
+    }
+    return escaped;
+}
+
+std::string EscapeForFilter(std::string_view value) {
+    constexpr std::string_view kSpecialInFilters("*()\\\0", 5);
+    std::string escaped;
+    for (const char character : value) {
+        if (kSpecialInFilters.find(character) != std::string_view::npos) {
+            AppendEscaped(escaped, character);
+        } else {
+            escaped += character;
+        }
+    }
+    return escaped;
 }
 
 void AppendToFullName(std::string& full_name, std::string_view component) {

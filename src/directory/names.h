@@ -33,6 +33,13 @@ std::string JoinPath(std::string_view tree, std::string_view components);
 // The parts of a path; nothing when the text does not begin with "NDS:\\".
 std::optional<PathParts> SplitPath(std::string_view path);
 
+// The full name of a path's components; a name that holds "\" counts as several.
+std::string FullNameOfPath(std::string_view components);
+
+// A naming value in UTF-8 as it stands in a DN (RFC 4514), and as a value in a search filter (RFC 4515).
+std::string EscapeForDN(std::string_view value);
+std::string EscapeForFilter(std::string_view value);
+
 // Appends a naming component to a full name: preceded by "." unless it is the first, its own "." escaped as
 // "\.".
 void AppendToFullName(std::string& full_name, std::string_view component);

@@ -58,13 +58,24 @@ std::vector<std::string> NamesOf(char* const* names, const char* oid) {
     return all;
 }
 
-std::string NdsNameOf(LDAPSchemaExtensionItem* const* extensions, const std::vector<std::string>& names) {
+// The NDS name among the extensions of a definition; empty without one.
+std::string NdsNameOf(LDAPSchemaExtensionItem* const* extensions) {
     for (; extensions != nullptr && *extensions != nullptr; ++extensions) {
         const LDAPSchemaExtensionItem& extension = **extensions;
         const char* const value = extension.lsei_values != nullptr ? extension.lsei_values[0] : nullptr;
         const bool given = value != nullptr && *value != '\0';
         if (given && EqualIgnoringCase(extension.lsei_name, kNdsName)) return FromUtf8(value);
     }
+    return {};
+}
+
+bool Known(const Schema* bundled, const char* oid) {
+    return bundled != nullptr && oid != nullptr;
+}
+
+// The name that a definition without an NDS name has: that of the same OID elsewhere, or its own.
+std::string NameWithoutNds(const std::string* bundled, const std::vector<std::string>& names) {
+    if (bundled != nullptr) return *bundled;
     return names.empty() ? std::string() : FromUtf8(names.front());
 }
 
@@ -114,27 +125,35 @@ std::string_view SyntaxName(Syntax syntax) {
     return kOtherSyntax;
 }
 
-std::string Schema::AddAttributeType(std::string_view definition) {
+std::string Schema::AddAttributeType(std::string_view definition, const Schema* bundled) {
     std::string fault;
     const auto type = Parse(ldap_str2attributetype, definition, fault);
     if (!type) return "Not an attribute type: " + fault;
     const std::vector<std::string> names = NamesOf(type->at_names, type->at_oid);
     const bool has_syntax = type->at_syntax_oid != nullptr;
-    attributes_.push_back(
-        {NdsNameOf(type->at_extensions, names), has_syntax ? SyntaxOf(type->at_syntax_oid) : Syntax::kOther});
+    std::string name = NdsNameOf(type->at_extensions);
+    if (name.empty()) {
+        const Attribute* const known =
+            Known(bundled, type->at_oid) ? bundled->FindAttribute(type->at_oid) : nullptr;
+        name = NameWithoutNds(known != nullptr ? &known->nds_name : nullptr, names);
+    }
+    attributes_.push_back({std::move(name), has_syntax ? SyntaxOf(type->at_syntax_oid) : Syntax::kOther});
     supertypes_.push_back(!has_syntax && type->at_sup_oid != nullptr ? UpperCase(type->at_sup_oid)
                                                                      : std::string());
-    for (const std::string& name : names)
-        attribute_names_.try_emplace(UpperCase(name), attributes_.size() - 1);
+    for (const std::string& known : names)
+        attribute_names_.try_emplace(UpperCase(known), attributes_.size() - 1);
     return {};
 }
 
-std::string Schema::AddObjectClass(std::string_view definition) {
+std::string Schema::AddObjectClass(std::string_view definition, const Schema* bundled) {
     std::string fault;
     const auto object_class = Parse(ldap_str2objectclass, definition, fault);
     if (!object_class) return "Not an object class: " + fault;
     const std::vector<std::string> names = NamesOf(object_class->oc_names, object_class->oc_oid);
-    const std::string nds_name = NdsNameOf(object_class->oc_extensions, names);
+    std::string nds_name = NdsNameOf(object_class->oc_extensions);
+    if (nds_name.empty())
+        nds_name = NameWithoutNds(
+            Known(bundled, object_class->oc_oid) ? bundled->FindClass(object_class->oc_oid) : nullptr, names);
     for (const std::string& name : names)
         class_names_.try_emplace(UpperCase(name), nds_name);
     return {};
@@ -166,6 +185,22 @@ void Schema::ResolveSyntaxes() {
 const Schema::Attribute* Schema::FindAttribute(std::string_view ldap_name) const {
     const auto found = attribute_names_.find(UpperCase(ldap_name));
     return found == attribute_names_.end() ? nullptr : &attributes_[found->second];
+}
+
+std::vector<std::string> Schema::LdapNamesOfAttribute(std::string_view nds_name) const {
+    std::vector<std::string> names;
+    for (const auto& [name, index] : attribute_names_) {
+        if (attributes_[index].nds_name == nds_name) names.push_back(name);
+    }
+    return names;
+}
+
+std::vector<std::string> Schema::LdapNamesOfClass(std::string_view nds_name) const {
+    std::vector<std::string> names;
+    for (const auto& [name, known] : class_names_) {
+        if (known == nds_name) names.push_back(name);
+    }
+    return names;
 }
 
 const std::string* Schema::FindClass(std::string_view ldap_name) const {

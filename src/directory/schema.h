@@ -26,9 +26,10 @@ class Schema {
     };
 
     // Adds an attribute type or an object class. Returns what is wrong with the definition, or an empty text.
-    // A name that is defined twice keeps its first meaning.
-    std::string AddAttributeType(std::string_view definition);
-    std::string AddObjectClass(std::string_view definition);
+    // A name that is defined twice keeps its first meaning. One without an NDS name takes that which
+    // `bundled` has for its OID, if any, else its LDAP name.
+    std::string AddAttributeType(std::string_view definition, const Schema* bundled = nullptr);
+    std::string AddObjectClass(std::string_view definition, const Schema* bundled = nullptr);
     // Lets attribute types without a syntax take that of their supertype. Call it when all have been added.
     void ResolveSyntaxes();
 
@@ -36,6 +37,10 @@ class Schema {
     const Attribute* FindAttribute(std::string_view ldap_name) const;
     // The NDS name of the class with an LDAP name or OID, in any case; null when the schema does not hold it.
     const std::string* FindClass(std::string_view ldap_name) const;
+
+    // The LDAP names, in some case, of what has an NDS name.
+    std::vector<std::string> LdapNamesOfAttribute(std::string_view nds_name) const;
+    std::vector<std::string> LdapNamesOfClass(std::string_view nds_name) const;
 
   private:
     std::vector<Attribute> attributes_;

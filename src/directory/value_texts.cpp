@@ -50,7 +50,7 @@ const std::string& DnNames::FullNameOf(std::string_view dn) {
     const auto found = names_.find(dn);
     if (found != names_.end()) return found->second;
     if (names_.size() >= kMostNames) names_.clear();
-    return names_.emplace(dn, tree_.FullNameOfDN(dn)).first->second;
+    return names_.emplace(dn, find_(dn)).first->second;
 }
 
 std::string CanonicalNumber(std::string_view text) {

@@ -1,26 +1,29 @@
 // The values of attributes as texts.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "directory/memory_tree.h"
+#include "directory/schema.h"
 #include "directory/text_map.h"
 
 namespace zorvel {
 
-// The full names of the DNs that values name, as MemoryTree::FullNameOfDN gives them. The same groups and
-// containers are named by object after object, so the names are kept.
+// The full names of the DNs that values name. The same groups and containers are named by object after
+// object, so the names are kept.
 class DnNames {
   public:
-    // The tree must live as long.
-    explicit DnNames(const MemoryTree& tree) : tree_(tree) {}
+    using FullNameOfDN = std::function<std::string(std::string_view dn)>;
+
+    explicit DnNames(FullNameOfDN find) : find_(std::move(find)) {}
 
     const std::string& FullNameOf(std::string_view dn);
 
   private:
-    const MemoryTree& tree_;
+    FullNameOfDN find_;
     TextMap<std::string> names_;
 };
 

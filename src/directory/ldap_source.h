@@ -1,0 +1,116 @@
+// A tree that directory servers hold, read while it is looked at.
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "directory/directory.h"
+#include "directory/ldap_session.h"
+#include "directory/names.h"
+#include "directory/object_class.h"
+#include "directory/schema.h"
+#include "directory/text_map.h"
+#include "directory/tree_source.h"
+#include "directory/value_texts.h"
+
+namespace zorvel {
+
+// What is asked of the servers: of a container its containers and applications, in one search; of an
+// application all its attributes in one, which serves its name, its values and its streams; of a trustee its
+// class and members. Between such questions only the DNs of containers are remembered, and those that values
+// named.
+class LdapSource final : public TreeSource {
+  public:
+    LdapSource(LdapHost& host, std::string tree, LdapSettings settings);
+
+    LdapSession& session() { return session_; }
+
+    void MakeCurrent(bool root) override;
+    std::optional<Entry> Find(std::string_view path_or_name) override;
+    std::optional<std::string> FindFullName(std::string_view path_or_name) override;
+    std::vector<Entry> Entries(std::string_view path, const std::vector<std::string>& classes) override;
+    std::string FullNameOf(const Entry& entry) override;
+    std::vector<std::string> AttributeNames(const Entry& entry) override;
+    std::string_view AttributeSyntax(const Entry& entry, std::string_view attribute) override;
+    std::vector<std::string> AttributeValues(const Entry& entry, std::string_view attribute) override;
+    std::vector<std::string> ReferencedNames(const Entry& entry, std::string_view attribute) override;
+    std::optional<StreamBytes> Stream(std::string_view path_or_name, std::string_view attribute) override;
+
+  private:
+    // An attribute of an object under its NDS name.
+    struct Attribute {
+        std::string name;
+        Syntax syntax = Syntax::kString;
+        std::vector<std::string> values;
+    };
+    // An object that was read with all its attributes, or with some.
+    struct Object {
+        Entry entry;
+        std::string full_name;
+        std::vector<Attribute> attributes;
+        bool whole = false;
+        bool fresh = false;  // it was read to learn its name, and was not looked up since
+    };
+    // A child of a container, as a listing shows it.
+    struct Child {
+        std::string dn;
+        std::string name;
+        std::string class_name;
+        bool renamed = false;  // the name is not that of the DN
+    };
+    struct Listing {
+        std::string path;
+        std::string parent;  // what the children's paths begin with
+        std::vector<Child> children;
+        std::vector<std::string> served;  // the classes for which it was used
+    };
+    using ObjectPtr = std::shared_ptr<Object>;
+
+    const Schema& schema();
+    std::string ClassOf(const LdapEntry& entry);
+    std::string NameOfDN(std::string_view dn);
+    void Remember(std::string_view components, const std::string& dn);
+
+    ObjectPtr LookUp(std::string_view path_or_name);
+    ObjectPtr Read(const std::string& dn, const std::vector<std::string>& ldap_names);
+    // The object of some components, with the attributes of those LDAP names; null when there is none.
+    ObjectPtr ReadComponents(std::string_view components, const std::vector<std::string>& ldap_names);
+    ObjectPtr MakeObject(const LdapEntry& entry, bool whole);
+    ObjectPtr MakeRoot() const;
+    std::vector<std::string> TrusteeAttributes();
+    const Object* Known(const Entry& entry) const;
+    const Object& WithAttribute(const Entry& entry, std::string_view attribute);
+    const Attribute& HeldAttribute(const Entry& entry, std::string_view name);
+    static const Attribute* FindAttribute(const Object& object, std::string_view name);
+    static bool Names(const Object& object, std::string_view path_or_name);
+
+    // The DN of the object of some components; nothing when there is none.
+    std::optional<std::string> Resolve(std::string_view components);
+    std::optional<std::string> ResolveBelow(const std::string& dn, std::string_view above,
+                                            std::string_view rest);
+    // The children of a container of which `rest` can begin with the name, the shortest name first.
+    std::vector<Child> Candidates(const std::string& dn, std::string_view rest);
+    std::string ListingFilter();
+    Listing ListChildren(std::string_view path);
+    std::optional<std::vector<Child>> List(const std::string& dn, const std::string& filter);
+    std::optional<std::vector<Child>> ListAboveBases(std::string_view components);
+    static void NameForeign(std::vector<Child>& children, const std::vector<std::string>& utf8_names);
+    static std::string DNAbove(const std::vector<NamingComponent>& base, std::size_t depth);
+
+    LdapSession session_;
+    std::string tree_;
+    std::vector<std::vector<NamingComponent>> bases_;
+    std::optional<ObjectClassChoice> classes_;
+    DnNames names_;
+    Listing listing_;
+    ObjectPtr in_hand_;  // that was last looked up by its path
+    ObjectPtr trustee_;  // that was last looked up by its full name
+    AnyCaseMap<std::string>
+        dns_;  // of objects that are not found by their cn, by the components of their path
+};
+
+}  // namespace zorvel
