@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "browser/tree_refresh.h"
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 #include "sample_tree_writer.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
@@ -42,7 +42,8 @@ struct Tree {
     StatusLine status{ui, lists.counts};
     Services services{shell.files,   clock,          ui,           shell.log, status, shell.sounds,
                       shell.options, shell.activity, shell.writers};
-    MemoryDirectory directory{shell.files, shell.log};
+    std::unique_ptr<TreeDirectory> opened = OpenDirectory(shell.files, shell.log);
+    TreeDirectory& directory = *opened;
     test::FakeOUViewDisplay display;
     TreeRefresh loader{services, directory, lists, display, 0};
     std::uintmax_t ldif_size = 0;

@@ -13,7 +13,7 @@
 #include <string>
 
 #include "database/make_databases.h"
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 #include "gui/main/frm_zorvel.h"
 #include "support/program_folder.h"
 
@@ -67,7 +67,7 @@ class Window {
         settings.tree_read_countdown = 0;
         window_ = std::make_unique<frmZorvel>(
             *files_, clock_,
-            [](const Files& files, Log& log) { return std::make_unique<MemoryDirectory>(files, log); },
+            [](const Files& files, Log& log) { return OpenDirectory(files, log); },
             settings);
         if (!window_->StartUp("")) std::abort();
         Paint();

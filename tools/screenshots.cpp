@@ -19,7 +19,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 #include "gui/dialogs/frm_welcome.h"
 #include "gui/main/frm_zorvel.h"
 #include "platform/clock.h"
@@ -227,7 +227,7 @@ int Run(const std::filesystem::path& program_folder, const QString& output) {
     frmZorvel window(
         files, clock,
         [](const zorvel::Files& root, zorvel::Log& log) {
-            return std::make_unique<zorvel::MemoryDirectory>(root, log);
+            return zorvel::OpenDirectory(root, log);
         },
         settings);
     if (!window.StartUp("")) return 1;

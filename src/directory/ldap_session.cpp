@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <filesystem>
+#include <iterator>
+#include <thread>
 #include <utility>
 
 #include "directory/ldif_tree.h"
@@ -18,7 +21,8 @@ namespace {
 constexpr std::array<const char*, 4> kSystemCertificates = {"/etc/ssl/certs/ca-certificates.crt",
                                                             "/etc/pki/tls/certs/ca-bundle.crt",
                                                             "/etc/ssl/ca-bundle.pem", "/etc/ssl/cert.pem"};
-constexpr int kBusyWaitMilliseconds = 1000;
+constexpr std::chrono::milliseconds kBusyWait{1000};
+constexpr std::chrono::milliseconds kSlice{50};
 
 std::string SystemCertificates() {
     for (const char* const path : kSystemCertificates) {
@@ -145,9 +149,8 @@ void LdapSession::ReadFeatures() {
 }
 
 void LdapSession::Pause() {
-    const double end = host_.clock.Timer() + kBusyWaitMilliseconds / 1000.0;
-    for (double now = host_.clock.Timer(); now < end; now = host_.clock.Timer()) {
-        host_.clock.Sleep(std::min(0.05, end - now));
+    for (std::chrono::milliseconds waited{0}; waited < kBusyWait; waited += kSlice) {
+        std::this_thread::sleep_for(kSlice);
         if (host_.wait) host_.wait();
     }
 }

@@ -15,7 +15,6 @@
 #include "directory/ldap_settings.h"
 #include "directory/schema.h"
 #include "directory/text_map.h"
-#include "platform/clock.h"
 #include "platform/files.h"
 #include "shell/log.h"
 
@@ -25,7 +24,6 @@ namespace zorvel {
 struct LdapHost {
     const Files& files;
     Log& log;
-    Clock& clock;
     WhileWaiting wait;
     AskPassword ask_password;
 };

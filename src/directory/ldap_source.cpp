@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "directory/class_filter.h"
 #include "platform/code_page.h"
 #include "platform/error.h"
 
@@ -41,13 +42,6 @@ std::string FullNameOfComponents(const std::vector<NamingComponent>& components)
     for (const NamingComponent& component : components)
         AppendToFullName(full_name, component.name);
     return full_name;
-}
-
-std::string Joined(const std::vector<std::string>& texts) {
-    std::string joined;
-    for (const std::string& text : texts)
-        joined += text + ',';
-    return joined;
 }
 
 bool IsRoot(std::string_view components) {
@@ -312,18 +306,17 @@ std::string LdapSource::ListingFilter() {
     return filter + ')';
 }
 
-std::vector<Entry> LdapSource::Entries(std::string_view path, const std::vector<std::string>& classes) {
+std::vector<Entry> LdapSource::Entries(std::string_view path, std::string_view classes) {
     // A listing serves each of its classes once; whoever asks again wants to know what has changed.
-    const std::string served = Joined(classes);
+    const std::string served(classes);
     const auto used = std::find(listing_.served.begin(), listing_.served.end(), served);
     if (listing_.path != path || used != listing_.served.end()) listing_ = ListChildren(path);
     listing_.served.push_back(served);
-    const std::string parent(listing_.parent);
+    const ClassFilter filter(classes);
     std::vector<Entry> entries;
     for (const Child& child : listing_.children) {
-        if (!classes.empty() && std::find(classes.begin(), classes.end(), child.class_name) == classes.end())
-            continue;
-        entries.push_back({0, child.name, parent + child.name, child.class_name});
+        if (filter.Passes(child.class_name))
+            entries.push_back({0, child.name, listing_.parent + child.name, child.class_name});
     }
     return entries;
 }

@@ -32,7 +32,7 @@ class LdapSource final : public TreeSource {
     void MakeCurrent(bool root) override;
     std::optional<Entry> Find(std::string_view path_or_name) override;
     std::optional<std::string> FindFullName(std::string_view path_or_name) override;
-    std::vector<Entry> Entries(std::string_view path, const std::vector<std::string>& classes) override;
+    std::vector<Entry> Entries(std::string_view path, std::string_view classes) override;
     std::string FullNameOf(const Entry& entry) override;
     std::vector<std::string> AttributeNames(const Entry& entry) override;
     std::string_view AttributeSyntax(const Entry& entry, std::string_view attribute) override;

@@ -30,8 +30,8 @@ class TreeSource {
     virtual std::optional<Entry> Find(std::string_view path_or_name) = 0;
     // The full name of a path, or of a full name, in the object's own spelling; nothing without an object.
     virtual std::optional<std::string> FindFullName(std::string_view path_or_name) = 0;
-    // The children of an object that are of one of `classes` (all, when that is empty). Raises error 601.
-    virtual std::vector<Entry> Entries(std::string_view path, const std::vector<std::string>& classes) = 0;
+    // The children of an object that are of one of `classes`, as ClassFilter takes them. Raises error 601.
+    virtual std::vector<Entry> Entries(std::string_view path, std::string_view classes) = 0;
     virtual std::string FullNameOf(const Entry& entry) = 0;
 
     // As Directory says; an attribute that the tree does not know is a "String".

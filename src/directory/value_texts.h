@@ -21,6 +21,7 @@ class DnNames {
     explicit DnNames(FullNameOfDN find) : find_(std::move(find)) {}
 
     const std::string& FullNameOf(std::string_view dn);
+    void Clear() { names_.clear(); }
 
   private:
     FullNameOfDN find_;

@@ -10,7 +10,7 @@
 
 #include "analysis/analysis_run.h"
 #include "browser/tree_refresh.h"
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 #include "stream_builder.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
@@ -101,7 +101,7 @@ class Run : public testing::Test {
     std::string Capture() const { return Data("CaptureDetails"); }
 
     TestShell shell_;
-    FaultyDirectory directory_{std::make_unique<MemoryDirectory>(shell_.files, shell_.log)};
+    FaultyDirectory directory_{OpenDirectory(shell_.files, shell_.log)};
     TreeLists lists_;
     RuleLists rules_;
     AppIssueSlots slots_;

@@ -3,7 +3,7 @@
 
 #include "browser/tree_cache.h"
 #include "browser/tree_refresh.h"
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 #include "platform/error.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
@@ -51,7 +51,7 @@ class TreeCache : public testing::Test {
     }
 
     test::TestShell shell_;
-    test::FaultyDirectory directory_{std::make_unique<MemoryDirectory>(shell_.files, shell_.log)};
+    test::FaultyDirectory directory_{OpenDirectory(shell_.files, shell_.log)};
     TreeLists lists_;
     test::FakeOUViewDisplay display_;
     TreeRefresh loader_{shell_.services, directory_, lists_, display_};

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "controller/main_controller.h"
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
 #include "support/faulty_directory.h"
@@ -28,7 +28,7 @@ class StartUp : public testing::Test {
 
     bool Start() {
         controller_.emplace(files_, clock_, ui_, window_, [this](const Files& files, Log& log) {
-            return std::make_unique<test::FaultyDirectory>(std::make_unique<MemoryDirectory>(files, log),
+            return std::make_unique<test::FaultyDirectory>(OpenDirectory(files, log),
                                                            faults_);
         });
         return controller_->StartUp("-x y");

@@ -28,7 +28,7 @@ TEST(DirectoryConfig, TellsLineAndColumnOfAFault) {
         {"\ntree = 5\n", ", line 2, column 8: \"tree\" is no list of tables: write [[tree]]"},
         {"tree = [5]\n", ", line 1, column 9: A tree is a table: write [[tree]]"},
         {"[[tree]]\nldif = 'x'\n", ", line 1, column 1: The tree has no name"},
-        {"[[tree]]\nname = 'x'\n", ", line 1, column 1: The tree has no ldif"},
+        {"[[tree]]\nname = 'x'\n", ", line 1, column 1: The tree has no ldif and no ldap"},
         {"[[tree]]\nname = 'x'\nldif = ''\n", ", line 3, column 8: The path of the LDIF file is empty"},
         {"[[tree]]\nname = ''\nldif = 'x'\n", ", line 2, column 8: The name of the tree is empty"},
         {"[[tree]]\nname = 'a/b'\nldif = 'x'\n",
@@ -51,7 +51,8 @@ TEST(DirectoryConfig, TellsLineAndColumnOfAFault) {
 
 TEST(DirectoryConfig, WithoutAUsableFileTheClientCannotBeInitialised) {
     TestShell shell;
-    MemoryDirectory directory(shell.files, shell.log);
+    const auto opened = OpenDirectory(shell.files, shell.log);
+    TreeDirectory& directory = *opened;
     EXPECT_NE(directory.NWCallsInit(), 0);
     shell.folder.Write("Directory.toml", "preferred = 'x'\n\nname = \n");
     EXPECT_NE(directory.NWCallsInit(), 0);

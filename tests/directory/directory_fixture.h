@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 #include "support/errors.h"
 #include "support/fakes.h"
 #include "support/program_folder.h"
@@ -17,7 +17,8 @@ namespace zorvel::test {
 
 struct DirectoryFixture {
     TestShell shell;
-    MemoryDirectory directory{shell.files, shell.log};
+    std::unique_ptr<TreeDirectory> opened = OpenDirectory(shell.files, shell.log);
+    TreeDirectory& directory = *opened;
 
     // Lets the session see TREE with this LDIF; the root is the current object.
     explicit DirectoryFixture(std::string_view ldif) {

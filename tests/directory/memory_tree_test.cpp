@@ -33,7 +33,7 @@ TEST(MemoryTree, NamesObjectsByPathAndFullName) {
         "dn: ou=Apps 1.0,o=Caf\xC3\xA9\nobjectClass: organizationalUnit\n\n"
         "dn: cn=A\\5CB\\, C+ou=D,ou=Apps 1.0,o=Caf\xC3\xA9\nobjectClass: appApplication\n\n"
         "dn: cn=B,ou=Apps 1.0,o=Caf\xC3\xA9\nobjectClass: appApplication\n");
-    MemoryDirectory& directory = fixture.directory;
+    TreeDirectory& directory = fixture.directory;
     const Entry entry = directory.FindEntry("NDS:\\\\TREE\\caf\xC9\\apps 1.0\\a\\b, c+d");
     EXPECT_EQ(entry.short_name, R"(A\B, C+D)");
     EXPECT_EQ(entry.path, "NDS:\\\\TREE\\Caf\xE9\\Apps 1.0\\A\\B, C+D");
@@ -188,7 +188,7 @@ TEST(MemoryTree, NamesTheObjectsThatValuesReferTo) {
         "description: Bob.Staff.S\n\n"
         "dn: cn=Bob,ou=Staff,o=S\ncn: Bob\n\ndn: cn=Ann\\, B.,ou=Staff,o=S\ncn: Ann\n\n"
         "dn: cn=\xE6\x97\xA5,ou=Staff,o=S\ncn: Sun\n");
-    MemoryDirectory& directory = fixture.directory;
+    TreeDirectory& directory = fixture.directory;
     const Entry team = directory.LookUp("Team.Staff.S");
     const Lines members = {"Bob.Staff.S", "Ann, B\\..Staff.S", "?.Staff.S",
                            "S",           "Bob.Staff.S",       "Bob.Staff.S"};

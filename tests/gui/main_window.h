@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 #include "gui/controls.h"
 #include "gui/main/frm_zorvel.h"
 #include "platform/clock.h"
@@ -60,7 +60,7 @@ class MainWindowTest : public testing::Test {
         files_ = std::make_unique<Files>(folder_.path());
         window_ = std::make_unique<frmZorvel>(
             *files_, clock_,
-            [](const Files& files, Log& log) { return std::make_unique<MemoryDirectory>(files, log); },
+            [](const Files& files, Log& log) { return OpenDirectory(files, log); },
             settings_);
         if (!window_->StartUp("")) return false;
         window_->activateWindow();  // as a window manager does when the window of the reading closes

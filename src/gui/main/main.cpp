@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 #include "gui/dialogs/close_dialogs.h"
 #include "gui/main/ending_signal.h"
 #include "gui/main/frm_zorvel.h"
@@ -51,7 +51,7 @@ int RunZorvel(const std::string& command_line, const QByteArray& activation_toke
     }
     zorvel::SystemClock clock;
     zorvel::frmZorvel window(files, clock, [](const zorvel::Files& folder, zorvel::Log& log) {
-        return std::make_unique<zorvel::MemoryDirectory>(folder, log);
+        return zorvel::OpenDirectory(folder, log);
     });
     QObject::connect(&signal, &zorvel::EndingSignal::Arrived, &window, &zorvel::frmZorvel::End);
     QObject::connect(&single, &zorvel::SingleWindow::ShowWanted, &window, &zorvel::frmZorvel::ComeToFront);

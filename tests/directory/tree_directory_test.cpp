@@ -1,5 +1,5 @@
 // The directory of LDIF trees as the program uses it: browsing, streams, reading anew and failing.
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 
 #include <gtest/gtest.h>
 
@@ -17,14 +17,14 @@ constexpr std::string_view kTree =
     "dn: cn=Link,o=SITE\nobjectClass: alias\n\n"
     "dn: cn=Joe,o=SITE\nobjectClass: user\n";
 
-std::string ShortNames(MemoryDirectory& directory, std::string_view filter) {
+std::string ShortNames(TreeDirectory& directory, std::string_view filter) {
     std::string names;
     for (const Entry& entry : directory.Entries(R"(NDS:\\TREE\site)", filter))
         names += entry.short_name + " ";
     return names;
 }
 
-TEST(MemoryDirectory, FiltersChildrenByClass) {
+TEST(TreeDirectory, FiltersChildrenByClass) {
     DirectoryFixture fixture(kTree);
     fixture.directory.SetCurrentObject(R"(NDS:\\TREE\site)");
     EXPECT_EQ(ShortNames(fixture.directory, kContainerClasses), "APPS Link ");
@@ -35,9 +35,9 @@ TEST(MemoryDirectory, FiltersChildrenByClass) {
     EXPECT_EQ(ErrorOf([&] { fixture.directory.Entries(R"(NDS:\\TREE\gone)", {}); }), errors::kNoSuchObject);
 }
 
-TEST(MemoryDirectory, ReadsSingleValuesOfOtherObjectsInBetween) {
+TEST(TreeDirectory, ReadsSingleValuesOfOtherObjectsInBetween) {
     DirectoryFixture fixture(kTree);
-    MemoryDirectory& directory = fixture.directory;
+    TreeDirectory& directory = fixture.directory;
     const Entry word = directory.LookUp("Word.SITE");
     const std::vector<std::string> names = directory.AttributeNames(word);
     EXPECT_EQ(fixture.Values("Joe.SITE", "Object Class"), "user");
@@ -46,7 +46,7 @@ TEST(MemoryDirectory, ReadsSingleValuesOfOtherObjectsInBetween) {
     EXPECT_EQ(directory.AttributeNames(word), names);
 }
 
-TEST(MemoryDirectory, SpellsObjectsAndAttributesAsTheirOwnRecordsDo) {
+TEST(TreeDirectory, SpellsObjectsAndAttributesAsTheirOwnRecordsDo) {
     DirectoryFixture fixture(
         "dn: cn=A,OU=apps\nfooBar: 1\n\ndn: ou=APPS\nobjectClass: organizationalUnit\nFOOBAR: 2\n\n"
         "dn: ou=a\\ \nobjectClass: organizationalUnit\n");
@@ -60,9 +60,9 @@ TEST(MemoryDirectory, SpellsObjectsAndAttributesAsTheirOwnRecordsDo) {
     EXPECT_EQ(fixture.directory.LookUp("a ").short_name, "a ");
 }
 
-TEST(MemoryDirectory, ReadsStreamsInPieces) {
+TEST(TreeDirectory, ReadsStreamsInPieces) {
     DirectoryFixture fixture(kTree);
-    MemoryDirectory& directory = fixture.directory;
+    TreeDirectory& directory = fixture.directory;
     std::uint32_t context = 0;
     EXPECT_EQ(directory.NWDSCreateContextHandle(context), 0);
     int handle = 0;
@@ -88,9 +88,9 @@ TEST(MemoryDirectory, ReadsStreamsInPieces) {
     EXPECT_NE(directory.NWDSOpenStream(context, ".Word.SITE", "App:Path", 1, handle), 0);
 }
 
-TEST(MemoryDirectory, ReadsATreeAnewWhenItsFileChangedAndItsRootIsChosen) {
+TEST(TreeDirectory, ReadsATreeAnewWhenItsFileChangedAndItsRootIsChosen) {
     DirectoryFixture fixture(kTree);
-    MemoryDirectory& directory = fixture.directory;
+    TreeDirectory& directory = fixture.directory;
     const Entry old = directory.LookUp("Word.SITE");
     int handle = 0;
     ASSERT_EQ(directory.NWDSOpenStream(0, ".Word.SITE", "App:Macros", 1, handle), 0);
@@ -111,9 +111,9 @@ TEST(MemoryDirectory, ReadsATreeAnewWhenItsFileChangedAndItsRootIsChosen) {
 }
 
 // Every operation says it; whoever tells the user logs it.
-TEST(MemoryDirectory, SaysWhyATreeCannotBeRead) {
+TEST(TreeDirectory, SaysWhyATreeCannotBeRead) {
     DirectoryFixture fixture("dn: o=SITE\nnonsense\n");
-    MemoryDirectory& directory = fixture.directory;
+    TreeDirectory& directory = fixture.directory;
     int told = 0;
     directory.on_unreadable = [&] { ++told; };
     const std::function<void()> operations[] = {
@@ -134,12 +134,12 @@ TEST(MemoryDirectory, SaysWhyATreeCannotBeRead) {
     EXPECT_EQ(directory.LookUp("Word.SITE").short_name, "Word");
 }
 
-TEST(MemoryDirectory, RefusesATreeWithoutItsFileAtOnce) {
+TEST(TreeDirectory, RefusesATreeWithoutItsFileAtOnce) {
     DirectoryFixture fixture(kTree);
     fixture.shell.folder.Write("Directory.toml",
                                "[[tree]]\nname = 'TREE'\nldif = 'trees\\tree.LDIF'\n"
                                "[[tree]]\nname = 'NONE'\nldif = 'Trees/none.ldif'\n");
-    MemoryDirectory& directory = fixture.directory;
+    TreeDirectory& directory = fixture.directory;
     ASSERT_EQ(directory.NWCallsInit(), 0);
     EXPECT_EQ(directory.TreeCount(), 2);
     EXPECT_EQ(directory.TreeName(1), "NONE");
@@ -151,7 +151,7 @@ TEST(MemoryDirectory, RefusesATreeWithoutItsFileAtOnce) {
     EXPECT_EQ(directory.LookUp("Word.SITE").path, R"(NDS:\\TREE\SITE\Word)");
 }
 
-TEST(MemoryDirectory, SaysWhichSchemaIsMissing) {
+TEST(TreeDirectory, SaysWhichSchemaIsMissing) {
     DirectoryFixture fixture(kTree);
     std::filesystem::remove(fixture.shell.folder.path() / "Trees/nds-schema.ldif");
     EXPECT_EQ(RaisedBy([&] { fixture.directory.CurrentEntry(); }).detail(),
