@@ -67,7 +67,7 @@ class Window {
         settings.tree_read_countdown = 0;
         window_ = std::make_unique<frmZorvel>(
             *files_, clock_,
-            [](const Files& files, Log& log) { return OpenDirectory(files, log); },
+            OpenDirectory,
             settings);
         if (!window_->StartUp("")) std::abort();
         Paint();

@@ -226,9 +226,7 @@ int Run(const std::filesystem::path& program_folder, const QString& output) {
     settings.pace = {0, 0};
     frmZorvel window(
         files, clock,
-        [](const zorvel::Files& root, zorvel::Log& log) {
-            return zorvel::OpenDirectory(root, log);
-        },
+        zorvel::OpenDirectory,
         settings);
     if (!window.StartUp("")) return 1;
     TakeAll(window, Photographer(output));

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "platform/code_page.h"
+#include "platform/interruption.h"
 #include "shell/formats.h"
 #include "shell/pause.h"
 #include "shell/report_error.h"
@@ -155,7 +156,15 @@ void AnalysisRun::ReadApplications(RunFiles& files) {
     for (const AppRecord& application : inputs_.tree.AppList) {
         if (!application.Selected) continue;
         ++tally_.processed;
-        const ApplicationReader::Outcome outcome = reader.Read(application, tally_.processed);
+        ApplicationReader::Outcome outcome{};
+        try {
+            outcome = reader.Read(application, tally_.processed);
+        } catch (const Interrupted&) {  // the directory was waited for
+            services_.activity.UserInterrupt = true;
+            --tally_.processed;
+            tally_.cut_stream = "Application '" + std::string(application.Name) + "'";
+            break;
+        }
         tally_.parse_errors = reader.parse_errors();
         tally_.cut_stream = reader.cut_stream();
         if (outcome == ApplicationReader::Outcome::kFailed) {

@@ -122,6 +122,8 @@ ApplicationReader::Outcome ApplicationReader::Read(const AppRecord& application,
     }
     try {
         entry_ = directory.LookUp(path);
+    } catch (const Interrupted&) {
+        throw;
     } catch (...) {
         const Error error = CurrentError();
         if (error.number() == errors::kNoSuchObject) return Outcome::kNotFound;

@@ -18,6 +18,8 @@ void AssociationReader::Read(std::string_view full_name, const std::vector<std::
     for (const std::string& value : values) {
         try {
             ReadValue(full_name, value, lists);
+        } catch (const Interrupted&) {
+            throw;
         } catch (...) {
             const Error error = CurrentError();
             if (EndsRun(error)) throw;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/error.h"
+#include "platform/interruption.h"
 #include "shell/services.h"
 
 namespace zorvel {
@@ -23,6 +24,8 @@ class RunErrors {
         try {
             operation();
             return true;
+        } catch (const Interrupted&) {
+            throw;
         } catch (...) {
             const Error error = CurrentError();
             if (EndsRun(error)) throw;

@@ -19,7 +19,7 @@ bool BatchSession::StartUp(FolderUse use, const TreeRequest& request, RunPace pa
     settings.pace = pace;
     controller_.emplace(
         files_, clock_, window_, window_,
-        [](const Files& files, Log& log) { return OpenDirectory(files, log); }, settings);
+        OpenDirectory, settings);
     controller_->services().log.on_detail = [this](std::string_view detail) { window_.Fail(detail); };
     window_.on_interrupt = [this] { controller_->PressEscape(); };
     WriterLock& writers = controller_->services().writers;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "batch/field.h"
+#include "batch/terminal_password.h"
 
 namespace zorvel {
 namespace {
@@ -93,6 +94,11 @@ void BatchWindow::EditTextFile(std::string_view path) {
 void BatchWindow::ProcessEvents() {
     if (!interrupted() || std::exchange(interrupt_passed_on_, true) || !on_interrupt) return;
     on_interrupt();
+}
+
+std::optional<std::string> BatchWindow::AskPassword(std::string_view tree, std::string_view identity) {
+    ClearProgress();
+    return ReadPassword("Password of " + Field(identity) + " in " + Field(tree) + ": ");
 }
 
 bool BatchWindow::OfferImport(const std::string& summary, const std::string& /*question*/) {

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -45,6 +46,7 @@ class BatchWindow final : public UserInterface, public MainWindow, public Import
     void EditTextFile(std::string_view path) override;
     void ProcessEvents() override;
 
+    std::optional<std::string> AskPassword(std::string_view tree, std::string_view identity) override;
     bool OfferImport(const std::string& summary, const std::string& question) override;
     void ShowCurrentApplication(std::string_view count, std::string_view name) override;
     void ShowSelectedCount(std::string_view text) override;

@@ -117,7 +117,13 @@ bool TreeRefresh::ReadTree(std::string_view tree, CacheLoad cache) {
         display_.SetLabOU("(Refresh will begin in " + Digits(n) + " second" + (n == 1 ? "" : "s") + ")");
         Pause(services_.clock, services_.ui, 1, &services_.activity.UserInterrupt);
     }
-    if (!services_.activity.Closing) WalkTree(tree);
+    if (!services_.activity.Closing) {
+        try {
+            WalkTree(tree);
+        } catch (const Interrupted&) {
+            services_.activity.UserInterrupt = true;  // while an answer was awaited
+        }
+    }
     if (services_.activity.Closing) {
         display_.CloseCacheTree();
         return false;

@@ -1,6 +1,7 @@
 #include "controller/main_controller.h"
 
 #include "database/import_record.h"
+#include "platform/interruption.h"
 #include "shell/pause.h"
 #include "shell/report_error.h"
 
@@ -19,9 +20,29 @@ MainController::MainController(const Files& files, Clock& clock, UserInterface& 
       options_(files, ui, log_, writers_),
       sounds_(files, ui, options_.session.SoundsEnabled),
       services_{files, clock, ui, log_, status_, sounds_, options_, session_.activity, writers_},
-      directory_(make_directory(files, log_)),
+      directory_(make_directory(files, log_, MakeLdapPorts())),
       tree_refresh_(services_, *directory_, session_.tree, window, settings.tree_read_countdown) {
     directory_->on_unreadable = [this] { AllowDirectory(DirectoryAccess::kRetry); };
+}
+
+LdapPorts MainController::MakeLdapPorts() {
+    return {[this] { WhileWaiting(); },
+            [this](std::string_view tree, std::string_view identity) {
+                return window_.AskPassword(tree, identity);
+            }};
+}
+
+void MainController::WhileWaiting() {
+    constexpr double kPatience = 1.5;  // seconds
+    const Activity& activity = session_.activity;
+    if (activity.Busy) ui_.ProcessEvents();
+    if (activity.Closing) throw Interrupted{};
+    if (!activity.UserInterrupt) {
+        escaped_.reset();
+        return;
+    }
+    if (!escaped_) escaped_ = clock_.Timer();
+    if (SecondsSince(clock_, *escaped_) >= kPatience) throw Interrupted{};
 }
 
 void MainController::AllowDirectory(DirectoryAccess access) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,7 @@
 #include "controller/main_window.h"
 #include "controller/session.h"
 #include "directory/directory.h"
+#include "directory/ldap_ports.h"
 #include "shell/services.h"
 
 namespace zorvel {
@@ -33,7 +35,8 @@ enum class RuleListFile { kRegistryIssues, kCustomFileIssues };
 
 class MainController {
   public:
-    using DirectoryFactory = std::function<std::unique_ptr<Directory>(const Files&, Log&)>;
+    using DirectoryFactory =
+        std::function<std::unique_ptr<Directory>(const Files&, Log&, const LdapPorts&)>;
 
     MainController(const Files& files, Clock& clock, UserInterface& ui, MainWindow& window,
                    const DirectoryFactory& make_directory, ControllerSettings settings = {});
@@ -76,6 +79,11 @@ class MainController {
     // Runs an operation of start-up step `step`. Error 600 is reported and start-up goes on after the
     // operation; any other error is reported and raises Terminated.
     void Step(int step, const std::function<void()>& operation);
+    // What the directory's client needs while it waits for a server, and to be let in.
+    LdapPorts MakeLdapPorts();
+    // Lets pending events run while something is Busy. Raises Interrupted when the program is closed, or some
+    // time after ESC: an answer that is on its way still counts.
+    void WhileWaiting();
     void RunStartUp(std::string_view command_line, const TreeRequest& request);
     void LogHeading(std::string_view command_line, bool options_read);
     void InitialiseDirectoryClient();
@@ -103,6 +111,7 @@ class MainController {
     Options options_;
     EventSounds sounds_;
     Services services_;
+    std::optional<double> escaped_;  // the clock's Timer when a wait first saw the ESC that it is to end for
     std::unique_ptr<Directory> directory_;
     TreeRefresh tree_refresh_;
 };

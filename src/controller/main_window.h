@@ -2,6 +2,8 @@
 // leaves out does nothing.
 #pragma once
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "analysis/run_display.h"
@@ -26,6 +28,10 @@ class MainWindow : public OUViewDisplay, public RunDisplay {
     // Enables the directory functions that `access` leaves: the tree buttons, the OU browser, comTree, the
     // loading of selections, and the runs.
     virtual void AllowDirectory(DirectoryAccess /*access*/) {}
+    // Asks for the password (UTF-8) of `identity` in a tree's directory; nothing when the user gives none.
+    virtual std::optional<std::string> AskPassword(std::string_view /*tree*/, std::string_view /*identity*/) {
+        return std::nullopt;
+    }
     virtual void SetCurrentOU(std::string_view /*text*/) {}
     // Brings the marks, counts and title of the application list up to date.
     virtual void RefreshAppTitle() {}

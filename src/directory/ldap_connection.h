@@ -3,21 +3,17 @@
 
 #include <chrono>
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "directory/ldap_ports.h"
 #include "directory/ldap_settings.h"
 
 struct ldap;
 
 namespace zorvel {
-
-// Called about every 50 ms while an answer is awaited; it lets the window live, and raises what is to end the
-// wait.
-using WhileWaiting = std::function<void()>;
 
 enum class LdapScope { kBase, kOneLevel };
 

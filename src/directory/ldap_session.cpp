@@ -112,11 +112,11 @@ const LdapServer& LdapSession::Server() {
 
 // Connects to the first server that takes us.
 void LdapSession::Connect() {
-    if (!password_) password_ = FetchPassword(host_.files, settings_, tree_, host_.ask_password, host_.wait);
+    if (!password_) password_ = FetchPassword(host_.files, settings_, tree_, host_.ports.ask_password, host_.ports.wait);
     std::string failures;
     for (const std::string& url : settings_.urls) {
         try {
-            connection_ = std::make_unique<LdapConnection>(settings_, ca_file_, url, *password_, host_.wait);
+            connection_ = std::make_unique<LdapConnection>(settings_, ca_file_, url, *password_, host_.ports.wait);
             break;
         } catch (const Error& error) {
             if (!failures.empty()) failures += "; ";
@@ -151,7 +151,7 @@ void LdapSession::ReadFeatures() {
 void LdapSession::Pause() {
     for (std::chrono::milliseconds waited{0}; waited < kBusyWait; waited += kSlice) {
         std::this_thread::sleep_for(kSlice);
-        if (host_.wait) host_.wait();
+        if (host_.ports.wait) host_.ports.wait();
     }
 }
 

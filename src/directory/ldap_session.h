@@ -24,8 +24,7 @@ namespace zorvel {
 struct LdapHost {
     const Files& files;
     Log& log;
-    WhileWaiting wait;
-    AskPassword ask_password;
+    LdapPorts ports;
 };
 
 // All operations raise error 600 when no server can be reached, when one does not answer in time, and when it

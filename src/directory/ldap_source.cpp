@@ -14,7 +14,7 @@ namespace {
 // The RDN types that a path's names can have, and so a search for them tries.
 constexpr std::array<std::string_view, 6> kNamingTypes = {"cn", "ou", "o", "c", "l", "dc"};
 // The DNs that are remembered before all are given up.
-constexpr std::size_t kMostDns = 200'000;
+constexpr std::size_t kMostKnown = 200'000;
 const std::vector<std::string> kAllAttributes = {"*"};
 constexpr std::string_view kMemberAttribute = "Member";
 // The classes of the objects that lists are asked for.
@@ -92,7 +92,7 @@ void LdapSource::MakeCurrent(bool root) {
     session_.Server();
     listing_ = {};
     in_hand_.reset();
-    dns_.clear();
+    known_.clear();
 }
 
 std::string LdapSource::ClassOf(const LdapEntry& entry) {
@@ -106,9 +106,9 @@ std::string LdapSource::ClassOf(const LdapEntry& entry) {
     return classes_->Class();
 }
 
-void LdapSource::Remember(std::string_view components, const std::string& dn) {
-    if (dns_.size() >= kMostDns) dns_.clear();
-    dns_.insert_or_assign(std::string(components), dn);
+void LdapSource::Remember(std::string_view components, const std::string& dn, bool renamed) {
+    if (known_.size() >= kMostKnown) known_.clear();
+    known_.insert_or_assign(std::string(components), Known{dn, renamed});
 }
 
 LdapSource::ObjectPtr LdapSource::MakeRoot() const {
@@ -149,33 +149,51 @@ LdapSource::ObjectPtr LdapSource::Read(const std::string& dn, const std::vector<
     return entry ? MakeObject(*entry, whole) : nullptr;
 }
 
+// Gives an object the name by which it is told from its siblings.
+void LdapSource::Rename(Object& object, std::string_view components) const {
+    object.entry.path = JoinPath(tree_, components);
+    object.entry.short_name = components.substr(components.rfind('\\') + 1);
+    object.full_name = FullNameOfPath(components);
+}
+
 LdapSource::ObjectPtr LdapSource::ReadComponents(std::string_view components,
                                                  const std::vector<std::string>& ldap_names) {
     if (IsRoot(components)) return MakeRoot();
-    if (const auto known = dns_.find(components); known != dns_.end()) {
-        if (ObjectPtr object = Read(known->second, ldap_names)) return object;
-        dns_.erase(known);
-    }
-    // Most objects are called by their cn, below a container that is known by now.
+    if (ObjectPtr object = ReadKnown(components, ldap_names)) return object;
+    known_.erase(std::string(components));
+    if (ObjectPtr object = ReadByCn(components, ldap_names)) return object;
+    return Resolve(components) ? ReadKnown(components, ldap_names) : nullptr;
+}
+
+// The object of components whose DN is known; null when it is not, or when the object is gone.
+LdapSource::ObjectPtr LdapSource::ReadKnown(std::string_view components,
+                                            const std::vector<std::string>& ldap_names) {
+    const auto known = known_.find(components);
+    if (known == known_.end()) return nullptr;
+    ObjectPtr object = Read(known->second.dn, ldap_names);
+    if (object && known->second.renamed) Rename(*object, known->first);
+    return object;
+}
+
+// Most objects are called by their cn, below a container that is known by now.
+LdapSource::ObjectPtr LdapSource::ReadByCn(std::string_view components,
+                                           const std::vector<std::string>& ldap_names) {
     const std::size_t last = components.rfind('\\');
-    if (last != std::string_view::npos) {
-        const std::optional<std::string> container = Resolve(components.substr(0, last));
-        if (container) {
-            ObjectPtr object = Read(ChildDN("cn", components.substr(last + 1), *container), ldap_names);
-            if (object && EqualIgnoringCase(object->entry.short_name, components.substr(last + 1)))
-                return object;
-        }
-    }
-    const std::optional<std::string> dn = Resolve(components);
-    return dn ? Read(*dn, ldap_names) : nullptr;
+    if (last == std::string_view::npos) return nullptr;
+    const std::string_view name = components.substr(last + 1);
+    const std::optional<std::string> container = Resolve(components.substr(0, last));
+    ObjectPtr object = container ? Read(ChildDN("cn", name, *container), ldap_names) : nullptr;
+    return object && EqualIgnoringCase(object->entry.short_name, name) ? object : nullptr;
 }
 
 std::optional<std::string> LdapSource::Resolve(std::string_view components) {
     if (IsRoot(components)) return std::string();
-    if (const auto known = dns_.find(components); known != dns_.end()) return known->second;
+    if (const auto known = known_.find(components); known != known_.end()) return known->second.dn;
     for (const std::vector<NamingComponent>& base : bases_) {
         const std::string path = PathOfDN(base);
-        if (!path.empty() && EqualIgnoringCase(path, components)) return DNAbove(base, base.size());
+        if (path.empty() || !EqualIgnoringCase(path, components)) continue;
+        Remember(path, DNAbove(base, base.size()), false);
+        return known_.find(components)->second.dn;
     }
     return ResolveBelow({}, {}, components);
 }
@@ -186,7 +204,7 @@ std::optional<std::string> LdapSource::ResolveBelow(const std::string& dn, std::
         std::string components(above);
         if (!components.empty()) components += '\\';
         components += child.name;
-        Remember(components, child.dn);
+        Remember(components, child.dn, child.renamed);
         if (child.name.size() == rest.size()) return child.dn;
         if (auto found = ResolveBelow(child.dn, components, rest.substr(child.name.size() + 1))) return found;
     }
@@ -310,7 +328,7 @@ std::vector<Entry> LdapSource::Entries(std::string_view path, std::string_view c
     // A listing serves each of its classes once; whoever asks again wants to know what has changed.
     const std::string served(classes);
     const auto used = std::find(listing_.served.begin(), listing_.served.end(), served);
-    if (listing_.path != path || used != listing_.served.end()) listing_ = ListChildren(path);
+    if (listing_.path != path || used != listing_.served.end()) listing_ = ListChildren(path, classes);
     listing_.served.push_back(served);
     const ClassFilter filter(classes);
     std::vector<Entry> entries;
@@ -321,7 +339,7 @@ std::vector<Entry> LdapSource::Entries(std::string_view path, std::string_view c
     return entries;
 }
 
-LdapSource::Listing LdapSource::ListChildren(std::string_view path) {
+LdapSource::Listing LdapSource::ListChildren(std::string_view path, std::string_view classes) {
     const std::string components = ComponentsOf(path);
     Listing listing;
     listing.path = path;
@@ -329,7 +347,7 @@ LdapSource::Listing LdapSource::ListChildren(std::string_view path) {
         listing.children = *std::move(above);
     } else {
         const std::optional<std::string> dn = Resolve(components);
-        auto children = dn ? List(*dn, ListingFilter()) : std::nullopt;
+        auto children = dn ? List(*dn, classes.empty() ? "(objectClass=*)" : ListingFilter()) : std::nullopt;
         if (!children) RaiseGone(path);
         listing.children = *std::move(children);
     }
@@ -338,7 +356,7 @@ LdapSource::Listing LdapSource::ListChildren(std::string_view path) {
     for (const Child& child : listing.children) {
         const bool usual =
             !child.renamed && child.class_name == kApplicationClass && BeginsIgnoringCase(child.dn, "cn=");
-        if (!usual) Remember(below + child.name, child.dn);
+        if (!usual) Remember(below + child.name, child.dn, child.renamed);
     }
     return listing;
 }
@@ -374,8 +392,9 @@ bool LdapSource::Names(const Object& object, std::string_view path_or_name) {
 std::optional<std::string> LdapSource::FindFullName(std::string_view path_or_name) {
     const std::string components = ComponentsOf(path_or_name);
     if (IsRoot(components)) return std::string(kRootName);
-    if (const auto known = dns_.find(components); known != dns_.end())
-        return FullNameOfComponents(ComponentsOfDN(known->second));
+    if (const auto known = known_.find(components); known != known_.end())
+        return known->second.renamed ? FullNameOfPath(known->first)
+                                     : FullNameOfComponents(ComponentsOfDN(known->second.dn));
     in_hand_ = ReadComponents(components, kAllAttributes);
     if (!in_hand_) return std::nullopt;
     in_hand_->fresh = true;
@@ -383,16 +402,17 @@ std::optional<std::string> LdapSource::FindFullName(std::string_view path_or_nam
 }
 
 std::string LdapSource::FullNameOf(const Entry& entry) {
-    if (const Object* const object = Known(entry)) return object->full_name;
+    if (const Object* const object = AtHand(entry)) return object->full_name;
     const std::string components = ComponentsOf(entry.path);
     if (IsRoot(components)) return components;
-    if (const auto known = dns_.find(components); known != dns_.end())
-        return FullNameOfComponents(ComponentsOfDN(known->second));
+    if (const auto known = known_.find(components); known != known_.end())
+        return known->second.renamed ? FullNameOfPath(known->first)
+                                     : FullNameOfComponents(ComponentsOfDN(known->second.dn));
     return FullNameOfPath(components);
 }
 
 // The object of an entry, when it is one of those at hand.
-const LdapSource::Object* LdapSource::Known(const Entry& entry) const {
+const LdapSource::Object* LdapSource::AtHand(const Entry& entry) const {
     if (in_hand_ && in_hand_->entry.path == entry.path) return in_hand_.get();
     if (trustee_ && trustee_->entry.path == entry.path) return trustee_.get();
     return nullptr;
@@ -400,7 +420,7 @@ const LdapSource::Object* LdapSource::Known(const Entry& entry) const {
 
 // The object of an entry with its attribute, or with all of them when `attribute` is empty.
 const LdapSource::Object& LdapSource::WithAttribute(const Entry& entry, std::string_view attribute) {
-    const Object* const known = Known(entry);
+    const Object* const known = AtHand(entry);
     if (known != nullptr && (known->whole || EqualIgnoringCase(attribute, kMemberAttribute))) return *known;
     in_hand_ = ReadComponents(ComponentsOf(entry.path), kAllAttributes);
     if (!in_hand_) RaiseGone(entry.path);
@@ -472,7 +492,10 @@ std::optional<StreamBytes> LdapSource::Stream(std::string_view path_or_name, std
 std::string LdapSource::NameOfDN(std::string_view dn) {
     const std::vector<NamingComponent> components = ComponentsOfDN(dn);
     if (components.empty()) return FromUtf8(dn);
-    Remember(PathOfDN(components), std::string(dn));
+    const bool foreign =
+        std::any_of(components.begin(), components.end(),
+                    [](const NamingComponent& component) { return !component.utf8_name.empty(); });
+    if (!foreign) Remember(PathOfDN(components), std::string(dn), false);
     return FullNameOfComponents(components);
 }
 

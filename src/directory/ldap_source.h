@@ -68,21 +68,28 @@ class LdapSource final : public TreeSource {
         std::vector<Child> children;
         std::vector<std::string> served;  // the classes for which it was used
     };
+    struct Known {
+        std::string dn;
+        bool renamed = false;
+    };
     using ObjectPtr = std::shared_ptr<Object>;
 
     const Schema& schema();
     std::string ClassOf(const LdapEntry& entry);
     std::string NameOfDN(std::string_view dn);
-    void Remember(std::string_view components, const std::string& dn);
+    void Remember(std::string_view components, const std::string& dn, bool renamed);
+    void Rename(Object& object, std::string_view components) const;
 
     ObjectPtr LookUp(std::string_view path_or_name);
     ObjectPtr Read(const std::string& dn, const std::vector<std::string>& ldap_names);
     // The object of some components, with the attributes of those LDAP names; null when there is none.
     ObjectPtr ReadComponents(std::string_view components, const std::vector<std::string>& ldap_names);
+    ObjectPtr ReadKnown(std::string_view components, const std::vector<std::string>& ldap_names);
+    ObjectPtr ReadByCn(std::string_view components, const std::vector<std::string>& ldap_names);
     ObjectPtr MakeObject(const LdapEntry& entry, bool whole);
     ObjectPtr MakeRoot() const;
     std::vector<std::string> TrusteeAttributes();
-    const Object* Known(const Entry& entry) const;
+    const Object* AtHand(const Entry& entry) const;
     const Object& WithAttribute(const Entry& entry, std::string_view attribute);
     const Attribute& HeldAttribute(const Entry& entry, std::string_view name);
     static const Attribute* FindAttribute(const Object& object, std::string_view name);
@@ -95,7 +102,7 @@ class LdapSource final : public TreeSource {
     // The children of a container of which `rest` can begin with the name, the shortest name first.
     std::vector<Child> Candidates(const std::string& dn, std::string_view rest);
     std::string ListingFilter();
-    Listing ListChildren(std::string_view path);
+    Listing ListChildren(std::string_view path, std::string_view classes);
     std::optional<std::vector<Child>> List(const std::string& dn, const std::string& filter);
     std::optional<std::vector<Child>> ListAboveBases(std::string_view components);
     static void NameForeign(std::vector<Child>& children, const std::vector<std::string>& utf8_names);
@@ -107,10 +114,9 @@ class LdapSource final : public TreeSource {
     std::optional<ObjectClassChoice> classes_;
     DnNames names_;
     Listing listing_;
-    ObjectPtr in_hand_;  // that was last looked up by its path
-    ObjectPtr trustee_;  // that was last looked up by its full name
-    AnyCaseMap<std::string>
-        dns_;  // of objects that are not found by their cn, by the components of their path
+    ObjectPtr in_hand_;        // that was last looked up by its path
+    ObjectPtr trustee_;        // that was last looked up by its full name
+    AnyCaseMap<Known> known_;  // objects that are not found by their cn, by the components of their path
 };
 
 }  // namespace zorvel

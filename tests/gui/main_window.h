@@ -60,7 +60,7 @@ class MainWindowTest : public testing::Test {
         files_ = std::make_unique<Files>(folder_.path());
         window_ = std::make_unique<frmZorvel>(
             *files_, clock_,
-            [](const Files& files, Log& log) { return OpenDirectory(files, log); },
+            OpenDirectory,
             settings_);
         if (!window_->StartUp("")) return false;
         window_->activateWindow();  // as a window manager does when the window of the reading closes

@@ -50,9 +50,7 @@ int RunZorvel(const std::string& command_line, const QByteArray& activation_toke
         return ShowOtherWindow(single, activation_token);
     }
     zorvel::SystemClock clock;
-    zorvel::frmZorvel window(files, clock, [](const zorvel::Files& folder, zorvel::Log& log) {
-        return zorvel::OpenDirectory(folder, log);
-    });
+    zorvel::frmZorvel window(files, clock, zorvel::OpenDirectory);
     QObject::connect(&signal, &zorvel::EndingSignal::Arrived, &window, &zorvel::frmZorvel::End);
     QObject::connect(&single, &zorvel::SingleWindow::ShowWanted, &window, &zorvel::frmZorvel::ComeToFront);
     if (!window.StartUp(command_line)) return 1;
