@@ -17,9 +17,7 @@ bool BatchSession::StartUp(FolderUse use, const TreeRequest& request, RunPace pa
     ControllerSettings settings;
     settings.tree_read_countdown = 0;
     settings.pace = pace;
-    controller_.emplace(
-        files_, clock_, window_, window_,
-        OpenDirectory, settings);
+    controller_.emplace(files_, clock_, window_, window_, OpenDirectory, settings);
     controller_->services().log.on_detail = [this](std::string_view detail) { window_.Fail(detail); };
     window_.on_interrupt = [this] { controller_->PressEscape(); };
     WriterLock& writers = controller_->services().writers;

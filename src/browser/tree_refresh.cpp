@@ -153,6 +153,11 @@ void TreeRefresh::WalkTree(std::string_view tree) {
     record.Class = root.class_name;
     const std::size_t root_number = lists_.AddOU(record);
     display_.AddNode(root_number, true);
+    const struct Walk {
+        Directory& directory;
+        explicit Walk(Directory& walked) : directory(walked) { directory.BeginWalk(); }
+        ~Walk() { directory.EndWalk(); }
+    } walk(directory_);
     RecurseDirectory(root_number);
 }
 

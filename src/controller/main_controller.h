@@ -35,8 +35,7 @@ enum class RuleListFile { kRegistryIssues, kCustomFileIssues };
 
 class MainController {
   public:
-    using DirectoryFactory =
-        std::function<std::unique_ptr<Directory>(const Files&, Log&, const LdapPorts&)>;
+    using DirectoryFactory = std::function<std::unique_ptr<Directory>(const Files&, Log&, const LdapPorts&)>;
 
     MainController(const Files& files, Clock& clock, UserInterface& ui, MainWindow& window,
                    const DirectoryFactory& make_directory, ControllerSettings settings = {});

@@ -76,6 +76,10 @@ class Directory {
     // The current object (a path): its tree is the one whose full names are looked up. Made of a tree's root,
     // it also takes notice of what has changed in the tree.
     virtual void SetCurrentObject(std::string_view path) = 0;
+    // Between these all of the current object's tree is listed, container for container, each before what
+    // lies below it. They may begin to read what will be listed next.
+    virtual void BeginWalk() {}
+    virtual void EndWalk() {}
     // The current object itself. Raises error 601 when it does not exist.
     virtual Entry CurrentEntry() = 0;
     // The children of an object that are of one of `classes` (names separated by commas; empty: of any), in

@@ -129,6 +129,27 @@ void TakeResult(LDAP* handle, LDAPMessage* message, LdapAnswer& answer) {
     ber_memfree(cookie.bv_val);
 }
 
+LdapAnswer TakeAnswer(LDAP* handle, LDAPMessage* messages) {
+    LdapAnswer answer;
+    for (LDAPMessage* message = ldap_first_message(handle, messages); message != nullptr;
+         message = ldap_next_message(handle, message)) {
+        switch (ldap_msgtype(message)) {
+            case LDAP_RES_SEARCH_ENTRY:
+                answer.entries.push_back(TakeEntry(handle, message));
+                break;
+            case LDAP_RES_SEARCH_REFERENCE: {
+                char** urls = nullptr;
+                ldap_parse_reference(handle, message, &urls, nullptr, 0);
+                TakeReferrals(urls, answer.referrals);
+                break;
+            }
+            default:
+                TakeResult(handle, message, answer);
+        }
+    }
+    return answer;
+}
+
 }  // namespace
 
 void LdapConnection::Unbind::operator()(ldap* handle) const {
@@ -191,6 +212,25 @@ int LdapConnection::Send(const LdapSearch& search, int page_size, const std::str
     throw Error(errors::kDirectoryUnreadable).With(server_.url + ": " + ldap_err2string(code));
 }
 
+std::optional<LdapAnswer> LdapConnection::Poll(int request) {
+    return Result(request, 0);
+}
+
+// The answer to a request when it is there within some time.
+std::optional<LdapAnswer> LdapConnection::Result(int request, long microseconds) {
+    timeval time{0, microseconds};
+    LDAPMessage* taken = nullptr;
+    const int kind = ldap_result(handle_.get(), request, LDAP_MSG_ALL, &time, &taken);
+    if (kind == 0) return std::nullopt;
+    if (kind < 0) {
+        int code = LDAP_SERVER_DOWN;
+        ldap_get_option(handle_.get(), LDAP_OPT_RESULT_CODE, &code);
+        RaiseLost(code);
+    }
+    const Message all(taken);
+    return TakeAnswer(handle_.get(), taken);
+}
+
 LdapAnswer LdapConnection::Receive(int request) {
     struct GiveUp {
         LDAP* handle;
@@ -200,44 +240,18 @@ LdapAnswer LdapConnection::Receive(int request) {
         }
     } give_up{handle_.get(), request};
     const Time::time_point end = Time::now() + answer_timeout_;
-    LDAPMessage* taken = nullptr;
     for (;;) {
-        timeval slice{0, kSliceMicroseconds};
-        const int kind = ldap_result(handle_.get(), request, LDAP_MSG_ALL, &slice, &taken);
-        if (kind > 0) break;
-        if (kind < 0) {
-            int code = LDAP_SERVER_DOWN;
-            ldap_get_option(handle_.get(), LDAP_OPT_RESULT_CODE, &code);
-            RaiseLost(code);
+        if (std::optional<LdapAnswer> answer = Result(request, kSliceMicroseconds)) {
+            give_up.request = 0;
+            return *std::move(answer);
         }
         if (wait_) wait_();
-        if (Time::now() >= end) {
-            throw Error(errors::kDirectoryUnreadable)
-                .With(server_.url + ": the server did not answer within " +
-                      std::to_string(answer_timeout_.count()) +
-                      " second(s) - try again later, or raise answer_timeout");
-        }
+        if (Time::now() < end) continue;
+        throw Error(errors::kDirectoryUnreadable)
+            .With(server_.url + ": the server did not answer within " +
+                  std::to_string(answer_timeout_.count()) +
+                  " second(s) - try again later, or raise answer_timeout");
     }
-    give_up.request = 0;
-    const Message all(taken);
-    LdapAnswer answer;
-    for (LDAPMessage* message = ldap_first_message(handle_.get(), taken); message != nullptr;
-         message = ldap_next_message(handle_.get(), message)) {
-        switch (ldap_msgtype(message)) {
-            case LDAP_RES_SEARCH_ENTRY:
-                answer.entries.push_back(TakeEntry(handle_.get(), message));
-                break;
-            case LDAP_RES_SEARCH_REFERENCE: {
-                char** urls = nullptr;
-                ldap_parse_reference(handle_.get(), message, &urls, nullptr, 0);
-                TakeReferrals(urls, answer.referrals);
-                break;
-            }
-            default:
-                TakeResult(handle_.get(), message, answer);
-        }
-    }
-    return answer;
 }
 
 }  // namespace zorvel

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -72,12 +73,15 @@ class LdapConnection {
     // The answer to a search, for which it waits. Raises LdapConnectionLost, error 600 when the time is up,
     // and what the wait raises; then the search is given up.
     LdapAnswer Receive(int request);
+    // The answer when it is there already. Raises LdapConnectionLost.
+    std::optional<LdapAnswer> Poll(int request);
 
   private:
     struct Unbind {
         void operator()(ldap* handle) const;
     };
 
+    std::optional<LdapAnswer> Result(int request, long microseconds);
     void AskIdentity(const LdapSettings& settings);
     [[noreturn]] void RaiseLost(int code) const;
 

@@ -94,9 +94,14 @@ LdapSession::LdapSession(LdapHost& host, std::string tree, LdapSettings settings
       settings_(std::move(settings)),
       ca_file_(settings_.ca_file.empty() ? SystemCertificates()
                                          : host_.files.Resolve(settings_.ca_file).string()),
-      page_size_(settings_.page_size) {}
+      page_size_(settings_.page_size),
+      listings_(settings_.read_ahead > 1 ? static_cast<std::size_t>(settings_.read_ahead) : 0, [this] {
+          return std::make_unique<LdapConnection>(settings_, ca_file_, Connection().server().url, *password_,
+                                                  host_.ports.wait);
+      }) {}
 
 void LdapSession::Close() {
+    listings_.Clear();
     connection_.reset();
     password_.reset();
 }
@@ -112,11 +117,13 @@ const LdapServer& LdapSession::Server() {
 
 // Connects to the first server that takes us.
 void LdapSession::Connect() {
-    if (!password_) password_ = FetchPassword(host_.files, settings_, tree_, host_.ports.ask_password, host_.ports.wait);
+    if (!password_)
+        password_ = FetchPassword(host_.files, settings_, tree_, host_.ports.ask_password, host_.ports.wait);
     std::string failures;
     for (const std::string& url : settings_.urls) {
         try {
-            connection_ = std::make_unique<LdapConnection>(settings_, ca_file_, url, *password_, host_.ports.wait);
+            connection_ =
+                std::make_unique<LdapConnection>(settings_, ca_file_, url, *password_, host_.ports.wait);
             break;
         } catch (const Error& error) {
             if (!failures.empty()) failures += "; ";
@@ -279,8 +286,17 @@ std::vector<std::optional<LdapEntry>> LdapSession::ReadAll(const std::vector<std
 
 std::optional<std::vector<LdapEntry>> LdapSession::List(const std::string& dn, const std::string& filter,
                                                         const std::vector<std::string>& attributes) {
+    if (auto ahead = listings_.Take(dn)) return ahead;
     const LdapSearch search{dn, LdapScope::kOneLevel, filter, attributes};
     return Repeat([&] { return ListPages(search); });
+}
+
+void LdapSession::ListAhead(const std::vector<std::string>& dns, const std::string& filter,
+                            const std::vector<std::string>& attributes) {
+    std::vector<LdapSearch> searches;
+    for (const std::string& dn : dns)
+        searches.push_back({dn, LdapScope::kOneLevel, filter, attributes});
+    listings_.Expect(searches, features_.paged ? page_size_ : 0);
 }
 
 std::optional<std::vector<LdapEntry>> LdapSession::ListPages(const LdapSearch& search) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "directory/ldap_connection.h"
+#include "directory/ldap_listings.h"
 #include "directory/ldap_password.h"
 #include "directory/ldap_settings.h"
 #include "directory/schema.h"
@@ -52,6 +53,11 @@ class LdapSession {
     // is no such object.
     std::optional<std::vector<LdapEntry>> List(const std::string& dn, const std::string& filter,
                                                const std::vector<std::string>& attributes);
+    // Begins listings that will be asked for next, in their order, as far as the settings allow; those that
+    // were expected before come behind them. StopAhead gives up those that were not asked for.
+    void ListAhead(const std::vector<std::string>& dns, const std::string& filter,
+                   const std::vector<std::string>& attributes);
+    void StopAhead() { listings_.Clear(); }
 
   private:
     struct Features {
@@ -81,6 +87,7 @@ class LdapSession {
     int page_size_;
     std::optional<Schema> schema_;
     std::set<std::string> told_referrals_;
+    LdapListings listings_;
 };
 
 }  // namespace zorvel

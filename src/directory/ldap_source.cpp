@@ -95,6 +95,11 @@ void LdapSource::MakeCurrent(bool root) {
     known_.clear();
 }
 
+void LdapSource::EndWalk() {
+    walks_ = false;
+    session_.StopAhead();
+}
+
 std::string LdapSource::ClassOf(const LdapEntry& entry) {
     schema();
     classes_->Start();
@@ -358,7 +363,18 @@ LdapSource::Listing LdapSource::ListChildren(std::string_view path, std::string_
             !child.renamed && child.class_name == kApplicationClass && BeginsIgnoringCase(child.dn, "cn=");
         if (!usual) Remember(below + child.name, child.dn, child.renamed);
     }
+    if (walks_) ListAhead(listing);
     return listing;
+}
+
+// A walk goes on with the containers of a listing, in their order.
+void LdapSource::ListAhead(const Listing& listing) {
+    const ClassFilter containers(kContainerClasses);
+    std::vector<std::string> dns;
+    for (const Child& child : listing.children) {
+        if (containers.Passes(child.class_name) && child.class_name != kAliasClass) dns.push_back(child.dn);
+    }
+    session_.ListAhead(dns, ListingFilter(), {"objectClass"});
 }
 
 std::optional<Entry> LdapSource::Find(std::string_view path_or_name) {

@@ -30,6 +30,8 @@ class LdapSource final : public TreeSource {
     LdapSession& session() { return session_; }
 
     void MakeCurrent(bool root) override;
+    void BeginWalk() override { walks_ = true; }
+    void EndWalk() override;
     std::optional<Entry> Find(std::string_view path_or_name) override;
     std::optional<std::string> FindFullName(std::string_view path_or_name) override;
     std::vector<Entry> Entries(std::string_view path, std::string_view classes) override;
@@ -103,6 +105,7 @@ class LdapSource final : public TreeSource {
     std::vector<Child> Candidates(const std::string& dn, std::string_view rest);
     std::string ListingFilter();
     Listing ListChildren(std::string_view path, std::string_view classes);
+    void ListAhead(const Listing& listing);
     std::optional<std::vector<Child>> List(const std::string& dn, const std::string& filter);
     std::optional<std::vector<Child>> ListAboveBases(std::string_view components);
     static void NameForeign(std::vector<Child>& children, const std::vector<std::string>& utf8_names);
@@ -114,6 +117,7 @@ class LdapSource final : public TreeSource {
     std::optional<ObjectClassChoice> classes_;
     DnNames names_;
     Listing listing_;
+    bool walks_ = false;
     ObjectPtr in_hand_;        // that was last looked up by its path
     ObjectPtr trustee_;        // that was last looked up by its full name
     AnyCaseMap<Known> known_;  // objects that are not found by their cn, by the components of their path

@@ -8,8 +8,7 @@
 namespace zorvel {
 
 std::unique_ptr<TreeDirectory> OpenDirectory(const Files& files, Log& log, const LdapPorts& ports) {
-    const auto host = std::make_shared<LdapHost>(
-        LdapHost{files, log, ports});
+    const auto host = std::make_shared<LdapHost>(LdapHost{files, log, ports});
     return std::make_unique<TreeDirectory>(
         files, log, [host](DirectoryConfig::Tree tree) -> std::unique_ptr<TreeSource> {
             if (!tree.ldap)

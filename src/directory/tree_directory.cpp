@@ -122,6 +122,14 @@ void TreeDirectory::SetCurrentObject(std::string_view path) {
     current_tree_ = parts->tree;
 }
 
+void TreeDirectory::BeginWalk() {
+    if (const auto tree = TreeOf(current_object_)) trees_[*tree].source->BeginWalk();
+}
+
+void TreeDirectory::EndWalk() {
+    if (const auto tree = TreeOf(current_object_)) trees_[*tree].source->EndWalk();
+}
+
 Entry TreeDirectory::CurrentEntry() {
     return LookUp(current_object_);
 }

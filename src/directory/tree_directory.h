@@ -39,6 +39,8 @@ class TreeDirectory final : public Directory {
     std::string TreeName(int index) override;
 
     void SetCurrentObject(std::string_view path) override;
+    void BeginWalk() override;
+    void EndWalk() override;
     Entry CurrentEntry() override;
     // Aliases are among the containers.
     std::vector<Entry> Entries(std::string_view path, std::string_view classes) override;

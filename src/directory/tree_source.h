@@ -26,6 +26,9 @@ class TreeSource {
 
     // The user turns to the tree: to its root, for which what has changed is read anew, or to another object.
     virtual void MakeCurrent(bool root) = 0;
+    // Between these all of the tree is listed, container for container, each before what lies below it.
+    virtual void BeginWalk() {}
+    virtual void EndWalk() {}
     // The object of a path or a full name; nothing when there is none.
     virtual std::optional<Entry> Find(std::string_view path_or_name) = 0;
     // The full name of a path, or of a full name, in the object's own spelling; nothing without an object.

@@ -21,6 +21,7 @@
 #include "gui/dialogs/frm_load_selections.h"
 #include "gui/dialogs/frm_save_selections.h"
 #include "gui/dialogs/frm_welcome.h"
+#include "gui/dialogs/password_dialog.h"
 #include "gui/main/applications_page.h"
 #include "gui/main/bar_status.h"
 #include "gui/main/find_page.h"
@@ -179,6 +180,10 @@ void frmZorvel::LayOut() {
 void frmZorvel::Show() {
     show();
     user_.ProcessEvents();
+}
+
+std::optional<std::string> frmZorvel::AskPassword(std::string_view tree, std::string_view identity) {
+    return AskForPassword(this, tree, identity);
 }
 
 bool frmZorvel::ShowWelcome() {

@@ -60,6 +60,7 @@ class frmZorvel final : public QMainWindow, public MainWindow {
     void AddTree(std::string_view name) override;
     void SelectTree(std::size_t index) override;
     void AllowDirectory(DirectoryAccess access) override;
+    std::optional<std::string> AskPassword(std::string_view tree, std::string_view identity) override;
     void SetCurrentOU(std::string_view text) override;
     void RefreshAppTitle() override;
 

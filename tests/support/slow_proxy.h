@@ -1,0 +1,98 @@
+// A way to a server that delays, stalls and ends, as networks do.
+#pragma once
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace zorvel::test {
+
+// Listens at a port of 127.0.0.1 and passes everything on to a unix socket, in both directions.
+class SlowProxy {
+  public:
+    explicit SlowProxy(std::string socket_path) : target_(std::move(socket_path)) {
+        listener_ = socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        bind(listener_, reinterpret_cast<sockaddr*>(&address), size);
+        listen(listener_, 16);
+        getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
+        port_ = ntohs(address.sin_port);
+        threads_.emplace_back([this] { Accept(); });
+    }
+    ~SlowProxy() {
+        ended_ = true;
+        for (std::thread& thread : threads_)
+            thread.join();
+        close(listener_);
+    }
+    SlowProxy(const SlowProxy&) = delete;
+    SlowProxy& operator=(const SlowProxy&) = delete;
+
+    std::atomic<bool> stalled{false};                  // nothing is passed on
+    std::atomic<int> cut_behind{-1};                   // so many more answers, then the connection ends
+    std::atomic<std::chrono::milliseconds> delay{{}};  // of what the server says
+
+    std::string url(const std::string& scheme = "ldap") const {
+        return scheme + "://127.0.0.1:" + std::to_string(port_);
+    }
+
+  private:
+    void Accept() {
+        while (!ended_) {
+            pollfd ready{listener_, POLLIN, 0};
+            if (poll(&ready, 1, 20) <= 0) continue;
+            const int client = accept(listener_, nullptr, nullptr);
+            threads_.emplace_back([this, client] { Pass(client); });
+        }
+    }
+    void Pass(int client) {
+        const int server = socket(AF_UNIX, SOCK_STREAM, 0);
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        target_.copy(address.sun_path, sizeof address.sun_path - 1);
+        bool open = connect(server, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+        while (open && !ended_) {
+            std::array<pollfd, 2> ready{{{client, POLLIN, 0}, {server, POLLIN, 0}}};
+            if (stalled || poll(ready.data(), ready.size(), 20) <= 0) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                continue;
+            }
+            if (ready[0].revents != 0) open = Copy(client, server);
+            if (open && ready[1].revents != 0) {
+                std::this_thread::sleep_for(delay.load());
+                if (cut_behind == 0) break;
+                if (cut_behind > 0) --cut_behind;
+                open = Copy(server, client);
+            }
+        }
+        close(client);
+        close(server);
+    }
+    static bool Copy(int from, int to) {
+        std::array<char, 65536> bytes{};
+        const ssize_t size = read(from, bytes.data(), bytes.size());
+        return size > 0 && write(to, bytes.data(), static_cast<std::size_t>(size)) == size;
+    }
+
+    std::string target_;
+    int listener_ = -1;
+    int port_ = 0;
+    std::atomic<bool> ended_{false};
+    std::vector<std::thread> threads_;
+};
+
+}  // namespace zorvel::test
