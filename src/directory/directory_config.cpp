@@ -159,7 +159,7 @@ class ConfigReader {
         std::string path = Text(Member(table, key), key);
         if (path.empty()) Fail(Member(table, key).source(), empty);
         std::replace(path.begin(), path.end(), '/', '\\');
-        return files_.Path(path);
+        return path.front() == '\\' ? path : files_.Path(path);
     }
 
     std::vector<std::string> Texts(const toml::table& table, std::string_view key) const {

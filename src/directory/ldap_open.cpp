@@ -46,26 +46,38 @@ void TakeLogLine(const char* line) {
     if (tls_lines != nullptr && text.starts_with("TLS")) tls_lines->append(text);
 }
 
+// While one of these lives, libldap traces; what it says then is the price of knowing why a handshake failed.
 class TlsLines {
   public:
     TlsLines() {
-        static std::once_flag once;
-        std::call_once(once, [] {
-            // The level that nothing traces at: errors are logged at every one but 0.
-            int level = LDAP_DEBUG_ERRORS_ONLY;
-            ber_set_option(nullptr, LBER_OPT_LOG_PRINT_FN, reinterpret_cast<void*>(&TakeLogLine));
-            ldap_set_option(nullptr, LDAP_OPT_DEBUG_LEVEL, &level);
-        });
         tls_lines = &text_;
+        const std::lock_guard lock(Mutex());
+        if (Count()++ > 0) return;
+        ber_set_option(nullptr, LBER_OPT_LOG_PRINT_FN, reinterpret_cast<void*>(&TakeLogLine));
+        SetLevel(kTrace);
     }
-    ~TlsLines() { tls_lines = nullptr; }
+    ~TlsLines() {
+        tls_lines = nullptr;
+        const std::lock_guard lock(Mutex());
+        if (--Count() == 0) SetLevel(0);
+    }
     TlsLines(const TlsLines&) = delete;
     TlsLines& operator=(const TlsLines&) = delete;
 
     const std::string& text() const { return text_; }
 
   private:
-    static constexpr int LDAP_DEBUG_ERRORS_ONLY = 0x8000;
+    static constexpr int kTrace = 1;
+
+    static std::mutex& Mutex() {
+        static std::mutex mutex;
+        return mutex;
+    }
+    static int& Count() {
+        static int count = 0;
+        return count;
+    }
+    static void SetLevel(int level) { ldap_set_option(nullptr, LDAP_OPT_DEBUG_LEVEL, &level); }
 
     std::string text_;
 };

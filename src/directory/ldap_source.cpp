@@ -11,43 +11,8 @@
 namespace zorvel {
 namespace {
 
-// The RDN types that a path's names can have, and so a search for them tries.
-constexpr std::array<std::string_view, 6> kNamingTypes = {"cn", "ou", "o", "c", "l", "dc"};
-// The DNs that are remembered before all are given up.
-constexpr std::size_t kMostKnown = 200'000;
 const std::vector<std::string> kAllAttributes = {"*"};
 constexpr std::string_view kMemberAttribute = "Member";
-// The classes of the objects that lists are asked for.
-constexpr std::array<std::string_view, 6> kListedClasses = {
-    "Organizational Unit", "Organization", "Country", "Locality", kApplicationClass, kAliasClass};
-
-std::vector<NamingComponent> ComponentsOfDN(std::string_view dn) {
-    std::vector<NamingComponent> components;
-    if (!ParseDN(dn, components)) components.clear();
-    return components;
-}
-
-// The components of a DN, root first, separated by "\".
-std::string PathOfDN(const std::vector<NamingComponent>& components) {
-    std::string path;
-    for (auto component = components.rbegin(); component != components.rend(); ++component) {
-        if (!path.empty()) path += '\\';
-        path += component->name;
-    }
-    return path;
-}
-
-std::string FullNameOfComponents(const std::vector<NamingComponent>& components) {
-    std::string full_name;
-    for (const NamingComponent& component : components)
-        AppendToFullName(full_name, component.name);
-    return full_name;
-}
-
-bool IsRoot(std::string_view components) {
-    return EqualIgnoringCase(components, kRootName);
-}
-
 // The DN of the object `rdn_type`=`name` below a container.
 std::string ChildDN(std::string_view rdn_type, std::string_view name, const std::string& container) {
     std::string dn = std::string(rdn_type) + '=' + EscapeForDN(ToUtf8(name));
@@ -71,49 +36,29 @@ std::string ComponentsOf(std::string_view path_or_name) {
     return components;
 }
 
+std::string FullNameOfPlace(const LdapPaths::Place& place) {
+    return place.renamed ? FullNameOfPath(place.components) : FullNameOfComponents(ComponentsOfDN(place.dn));
+}
+
 }  // namespace
 
 LdapSource::LdapSource(LdapHost& host, std::string tree, LdapSettings settings)
     : session_(host, tree, std::move(settings)),
+      paths_(session_),
       tree_(std::move(tree)),
-      names_([this](std::string_view dn) { return NameOfDN(dn); }) {
-    for (const std::string& base : session_.settings().bases)
-        bases_.push_back(ComponentsOfDN(base));
-}
-
-const Schema& LdapSource::schema() {
-    const Schema& schema = session_.schema();
-    if (!classes_) classes_.emplace(schema);
-    return schema;
-}
+      names_([this](std::string_view dn) { return NameOfDN(dn); }) {}
 
 void LdapSource::MakeCurrent(bool root) {
     if (!root) return;
     session_.Server();
     listing_ = {};
     in_hand_.reset();
-    known_.clear();
+    paths_.Clear();
 }
 
 void LdapSource::EndWalk() {
     walks_ = false;
     session_.StopAhead();
-}
-
-std::string LdapSource::ClassOf(const LdapEntry& entry) {
-    schema();
-    classes_->Start();
-    for (const LdapAttribute& attribute : entry.attributes) {
-        if (!EqualIgnoringCase(attribute.name, "objectClass")) continue;
-        for (const std::string& value : attribute.values)
-            classes_->Take(value);
-    }
-    return classes_->Class();
-}
-
-void LdapSource::Remember(std::string_view components, const std::string& dn, bool renamed) {
-    if (known_.size() >= kMostKnown) known_.clear();
-    known_.insert_or_assign(std::string(components), Known{dn, renamed});
 }
 
 LdapSource::ObjectPtr LdapSource::MakeRoot() const {
@@ -125,13 +70,13 @@ LdapSource::ObjectPtr LdapSource::MakeRoot() const {
 }
 
 LdapSource::ObjectPtr LdapSource::MakeObject(const LdapEntry& read, bool whole) {
-    const Schema& known = schema();
+    const Schema& known = paths_.schema();
     const std::vector<NamingComponent> components = ComponentsOfDN(read.dn);
     if (components.empty()) return MakeRoot();
     auto object = std::make_shared<Object>();
     object->whole = whole;
     object->full_name = FullNameOfComponents(components);
-    object->entry = {0, components.front().name, JoinPath(tree_, PathOfDN(components)), ClassOf(read)};
+    object->entry = {0, components.front().name, JoinPath(tree_, PathOfDN(components)), paths_.ClassOf(read)};
     AnyCaseMap<std::size_t> places;
     for (const LdapAttribute& attribute : read.attributes) {
         const Schema::Attribute* const definition = known.FindAttribute(attribute.name);
@@ -163,20 +108,20 @@ void LdapSource::Rename(Object& object, std::string_view components) const {
 
 LdapSource::ObjectPtr LdapSource::ReadComponents(std::string_view components,
                                                  const std::vector<std::string>& ldap_names) {
-    if (IsRoot(components)) return MakeRoot();
+    if (IsRootPath(components)) return MakeRoot();
     if (ObjectPtr object = ReadKnown(components, ldap_names)) return object;
-    known_.erase(std::string(components));
+    paths_.Forget(components);
     if (ObjectPtr object = ReadByCn(components, ldap_names)) return object;
-    return Resolve(components) ? ReadKnown(components, ldap_names) : nullptr;
+    return paths_.Resolve(components) ? ReadKnown(components, ldap_names) : nullptr;
 }
 
 // The object of components whose DN is known; null when it is not, or when the object is gone.
 LdapSource::ObjectPtr LdapSource::ReadKnown(std::string_view components,
                                             const std::vector<std::string>& ldap_names) {
-    const auto known = known_.find(components);
-    if (known == known_.end()) return nullptr;
-    ObjectPtr object = Read(known->second.dn, ldap_names);
-    if (object && known->second.renamed) Rename(*object, known->first);
+    const std::optional<LdapPaths::Place> known = paths_.Known(components);
+    if (!known) return nullptr;
+    ObjectPtr object = Read(known->dn, ldap_names);
+    if (object && known->renamed) Rename(*object, known->components);
     return object;
 }
 
@@ -186,147 +131,15 @@ LdapSource::ObjectPtr LdapSource::ReadByCn(std::string_view components,
     const std::size_t last = components.rfind('\\');
     if (last == std::string_view::npos) return nullptr;
     const std::string_view name = components.substr(last + 1);
-    const std::optional<std::string> container = Resolve(components.substr(0, last));
+    const std::optional<std::string> container = paths_.Resolve(components.substr(0, last));
     ObjectPtr object = container ? Read(ChildDN("cn", name, *container), ldap_names) : nullptr;
     return object && EqualIgnoringCase(object->entry.short_name, name) ? object : nullptr;
 }
 
-std::optional<std::string> LdapSource::Resolve(std::string_view components) {
-    if (IsRoot(components)) return std::string();
-    if (const auto known = known_.find(components); known != known_.end()) return known->second.dn;
-    for (const std::vector<NamingComponent>& base : bases_) {
-        const std::string path = PathOfDN(base);
-        if (path.empty() || !EqualIgnoringCase(path, components)) continue;
-        Remember(path, DNAbove(base, base.size()), false);
-        return known_.find(components)->second.dn;
-    }
-    return ResolveBelow({}, {}, components);
-}
-
-std::optional<std::string> LdapSource::ResolveBelow(const std::string& dn, std::string_view above,
-                                                    std::string_view rest) {
-    for (const Child& child : Candidates(dn, rest)) {
-        std::string components(above);
-        if (!components.empty()) components += '\\';
-        components += child.name;
-        Remember(components, child.dn, child.renamed);
-        if (child.name.size() == rest.size()) return child.dn;
-        if (auto found = ResolveBelow(child.dn, components, rest.substr(child.name.size() + 1))) return found;
-    }
-    return std::nullopt;
-}
-
-std::vector<LdapSource::Child> LdapSource::Candidates(const std::string& dn, std::string_view rest) {
-    std::string filter = "(|";
-    bool plain = true;
-    for (std::size_t end = rest.find('\\');; end = rest.find('\\', end + 1)) {
-        const std::string_view name = rest.substr(0, end);
-        plain = plain && name.find_first_of("?+~") == std::string_view::npos;
-        for (const std::string_view type : kNamingTypes)
-            filter += '(' + std::string(type) + '=' + EscapeForFilter(ToUtf8(name)) + ')';
-        if (end == std::string_view::npos) break;
-    }
-    filter += ')';
-    const auto fits = [rest](const Child& child) {
-        return BeginsIgnoringCase(rest, child.name) &&
-               (rest.size() == child.name.size() || rest[child.name.size()] == '\\');
-    };
-    const auto fitting = [&](const std::string& search) {
-        std::vector<Child> children = List(dn, search).value_or(std::vector<Child>());
-        children.erase(std::remove_if(children.begin(), children.end(),
-                                      [&](const Child& child) { return !fits(child); }),
-                       children.end());
-        std::stable_sort(children.begin(), children.end(), [](const Child& left, const Child& right) {
-            return left.name.size() < right.name.size();
-        });
-        return children;
-    };
-    std::vector<Child> found = fitting(filter);
-    // Names that are not a value as it stands are found by looking at all.
-    if (found.empty() && !plain) found = fitting("(objectClass=*)");
-    return found;
-}
-
-std::optional<std::vector<LdapSource::Child>> LdapSource::List(const std::string& dn,
-                                                               const std::string& filter) {
-    const auto entries = session_.List(dn, filter, {"objectClass"});
-    if (!entries) return std::nullopt;
-    std::vector<Child> children;
-    std::vector<std::string> utf8_names;
-    for (const LdapEntry& entry : *entries) {
-        const std::vector<NamingComponent> components = ComponentsOfDN(entry.dn);
-        if (components.empty()) continue;
-        children.push_back(
-            {entry.dn, components.front().name, ClassOf(entry), !components.front().utf8_name.empty()});
-        utf8_names.push_back(components.front().utf8_name);
-    }
-    NameForeign(children, utf8_names);
-    return children;
-}
-
-// Names in which characters were lost are told apart by numbers.
-void LdapSource::NameForeign(std::vector<Child>& children, const std::vector<std::string>& utf8_names) {
-    AnyCaseMap<bool> taken;
-    for (std::size_t i = 0; i < children.size(); ++i) {
-        if (utf8_names[i].empty()) taken.emplace(children[i].name, true);
-    }
-    for (std::size_t i = 0; i < children.size(); ++i) {
-        if (utf8_names[i].empty()) continue;
-        const std::string name = children[i].name;
-        for (int number = 2; !taken.emplace(children[i].name, true).second; ++number)
-            children[i].name = name + '~' + std::to_string(number);
-    }
-}
-
-// The DN of the first components of a base.
-std::string LdapSource::DNAbove(const std::vector<NamingComponent>& base, std::size_t depth) {
-    std::string dn;
-    for (std::size_t i = base.size() - depth; i < base.size(); ++i) {
-        if (!dn.empty()) dn += ',';
-        const NamingComponent& component = base[i];
-        dn += component.type + '=' +
-              EscapeForDN(component.utf8_name.empty() ? ToUtf8(component.name) : component.utf8_name);
-    }
-    return dn;
-}
-
-// What lies right below some components on the way to the bases; nothing when they lie at or below one.
-std::optional<std::vector<LdapSource::Child>> LdapSource::ListAboveBases(std::string_view components) {
-    std::vector<Child> children;
-    const std::size_t depth =
-        IsRoot(components)
-            ? 0
-            : 1 + static_cast<std::size_t>(std::count(components.begin(), components.end(), '\\'));
-    for (const std::vector<NamingComponent>& base : bases_) {
-        const std::string path = PathOfDN(base);
-        const bool above =
-            depth < base.size() &&
-            (depth == 0 || (BeginsIgnoringCase(path, components) && path[components.size()] == '\\'));
-        if (!above) continue;
-        const NamingComponent& next = base[base.size() - depth - 1];
-        Child child{DNAbove(base, depth + 1), next.name, std::string(ContainerClass(next.type))};
-        const auto same = [&](const Child& other) { return EqualIgnoringCase(other.name, child.name); };
-        if (std::any_of(children.begin(), children.end(), same)) continue;
-        if (const auto entry = session_.Read(child.dn, {"objectClass"})) child.class_name = ClassOf(*entry);
-        children.push_back(std::move(child));
-    }
-    if (children.empty()) return std::nullopt;
-    return children;
-}
-
 std::vector<std::string> LdapSource::TrusteeAttributes() {
-    std::vector<std::string> names = schema().LdapNamesOfAttribute(kMemberAttribute);
+    std::vector<std::string> names = paths_.schema().LdapNamesOfAttribute(kMemberAttribute);
     names.emplace_back("objectClass");
     return names;
-}
-
-std::string LdapSource::ListingFilter() {
-    std::string filter = "(|";
-    for (const std::string_view name : kListedClasses) {
-        for (const std::string& ldap_name : schema().LdapNamesOfClass(name))
-            filter += "(objectClass=" + ldap_name + ')';
-    }
-    return filter + ')';
 }
 
 std::vector<Entry> LdapSource::Entries(std::string_view path, std::string_view classes) {
@@ -337,7 +150,7 @@ std::vector<Entry> LdapSource::Entries(std::string_view path, std::string_view c
     listing_.served.push_back(served);
     const ClassFilter filter(classes);
     std::vector<Entry> entries;
-    for (const Child& child : listing_.children) {
+    for (const LdapPaths::Child& child : listing_.children) {
         if (filter.Passes(child.class_name))
             entries.push_back({0, child.name, listing_.parent + child.name, child.class_name});
     }
@@ -346,35 +159,11 @@ std::vector<Entry> LdapSource::Entries(std::string_view path, std::string_view c
 
 LdapSource::Listing LdapSource::ListChildren(std::string_view path, std::string_view classes) {
     const std::string components = ComponentsOf(path);
-    Listing listing;
-    listing.path = path;
-    if (auto above = ListAboveBases(components)) {
-        listing.children = *std::move(above);
-    } else {
-        const std::optional<std::string> dn = Resolve(components);
-        auto children = dn ? List(*dn, classes.empty() ? "(objectClass=*)" : ListingFilter()) : std::nullopt;
-        if (!children) RaiseGone(path);
-        listing.children = *std::move(children);
-    }
-    const std::string below = IsRoot(components) ? std::string() : components + '\\';
-    listing.parent = JoinPath(tree_, below);
-    for (const Child& child : listing.children) {
-        const bool usual =
-            !child.renamed && child.class_name == kApplicationClass && BeginsIgnoringCase(child.dn, "cn=");
-        if (!usual) Remember(below + child.name, child.dn, child.renamed);
-    }
-    if (walks_) ListAhead(listing);
-    return listing;
-}
-
-// A walk goes on with the containers of a listing, in their order.
-void LdapSource::ListAhead(const Listing& listing) {
-    const ClassFilter containers(kContainerClasses);
-    std::vector<std::string> dns;
-    for (const Child& child : listing.children) {
-        if (containers.Passes(child.class_name) && child.class_name != kAliasClass) dns.push_back(child.dn);
-    }
-    session_.ListAhead(dns, ListingFilter(), {"objectClass"});
+    std::optional<std::vector<LdapPaths::Child>> children = paths_.Children(components, classes.empty());
+    if (!children) RaiseGone(path);
+    if (walks_) paths_.ListAhead(*children);
+    const std::string below = IsRootPath(components) ? std::string() : components + '\\';
+    return {std::string(path), JoinPath(tree_, below), *std::move(children), {}};
 }
 
 std::optional<Entry> LdapSource::Find(std::string_view path_or_name) {
@@ -407,10 +196,8 @@ bool LdapSource::Names(const Object& object, std::string_view path_or_name) {
 
 std::optional<std::string> LdapSource::FindFullName(std::string_view path_or_name) {
     const std::string components = ComponentsOf(path_or_name);
-    if (IsRoot(components)) return std::string(kRootName);
-    if (const auto known = known_.find(components); known != known_.end())
-        return known->second.renamed ? FullNameOfPath(known->first)
-                                     : FullNameOfComponents(ComponentsOfDN(known->second.dn));
+    if (IsRootPath(components)) return std::string(kRootName);
+    if (const auto known = paths_.Known(components)) return FullNameOfPlace(*known);
     in_hand_ = ReadComponents(components, kAllAttributes);
     if (!in_hand_) return std::nullopt;
     in_hand_->fresh = true;
@@ -420,10 +207,8 @@ std::optional<std::string> LdapSource::FindFullName(std::string_view path_or_nam
 std::string LdapSource::FullNameOf(const Entry& entry) {
     if (const Object* const object = AtHand(entry)) return object->full_name;
     const std::string components = ComponentsOf(entry.path);
-    if (IsRoot(components)) return components;
-    if (const auto known = known_.find(components); known != known_.end())
-        return known->second.renamed ? FullNameOfPath(known->first)
-                                     : FullNameOfComponents(ComponentsOfDN(known->second.dn));
+    if (IsRootPath(components)) return components;
+    if (const auto known = paths_.Known(components)) return FullNameOfPlace(*known);
     return FullNameOfPath(components);
 }
 
@@ -483,7 +268,7 @@ std::vector<std::string> LdapSource::ReferencedNames(const Entry& entry, std::st
             continue;
         }
         for (const std::string& text : ValueTexts(names_, held.syntax, {value})) {
-            if (const std::optional<std::string> dn = Resolve(ComponentsOf(text))) dns.push_back(*dn);
+            if (const std::optional<std::string> dn = paths_.Resolve(ComponentsOf(text))) dns.push_back(*dn);
         }
     }
     std::vector<std::string> names;
@@ -511,7 +296,7 @@ std::string LdapSource::NameOfDN(std::string_view dn) {
     const bool foreign =
         std::any_of(components.begin(), components.end(),
                     [](const NamingComponent& component) { return !component.utf8_name.empty(); });
-    if (!foreign) Remember(PathOfDN(components), std::string(dn), false);
+    if (!foreign) paths_.Remember(PathOfDN(components), std::string(dn), false);
     return FullNameOfComponents(components);
 }
 

@@ -9,9 +9,8 @@
 #include <vector>
 
 #include "directory/directory.h"
+#include "directory/ldap_paths.h"
 #include "directory/ldap_session.h"
-#include "directory/names.h"
-#include "directory/object_class.h"
 #include "directory/schema.h"
 #include "directory/text_map.h"
 #include "directory/tree_source.h"
@@ -57,29 +56,15 @@ class LdapSource final : public TreeSource {
         bool whole = false;
         bool fresh = false;  // it was read to learn its name, and was not looked up since
     };
-    // A child of a container, as a listing shows it.
-    struct Child {
-        std::string dn;
-        std::string name;
-        std::string class_name;
-        bool renamed = false;  // the name is not that of the DN
-    };
     struct Listing {
         std::string path;
         std::string parent;  // what the children's paths begin with
-        std::vector<Child> children;
+        std::vector<LdapPaths::Child> children;
         std::vector<std::string> served;  // the classes for which it was used
-    };
-    struct Known {
-        std::string dn;
-        bool renamed = false;
     };
     using ObjectPtr = std::shared_ptr<Object>;
 
-    const Schema& schema();
-    std::string ClassOf(const LdapEntry& entry);
     std::string NameOfDN(std::string_view dn);
-    void Remember(std::string_view components, const std::string& dn, bool renamed);
     void Rename(Object& object, std::string_view components) const;
 
     ObjectPtr LookUp(std::string_view path_or_name);
@@ -97,30 +82,16 @@ class LdapSource final : public TreeSource {
     static const Attribute* FindAttribute(const Object& object, std::string_view name);
     static bool Names(const Object& object, std::string_view path_or_name);
 
-    // The DN of the object of some components; nothing when there is none.
-    std::optional<std::string> Resolve(std::string_view components);
-    std::optional<std::string> ResolveBelow(const std::string& dn, std::string_view above,
-                                            std::string_view rest);
-    // The children of a container of which `rest` can begin with the name, the shortest name first.
-    std::vector<Child> Candidates(const std::string& dn, std::string_view rest);
-    std::string ListingFilter();
     Listing ListChildren(std::string_view path, std::string_view classes);
-    void ListAhead(const Listing& listing);
-    std::optional<std::vector<Child>> List(const std::string& dn, const std::string& filter);
-    std::optional<std::vector<Child>> ListAboveBases(std::string_view components);
-    static void NameForeign(std::vector<Child>& children, const std::vector<std::string>& utf8_names);
-    static std::string DNAbove(const std::vector<NamingComponent>& base, std::size_t depth);
 
     LdapSession session_;
+    LdapPaths paths_;
     std::string tree_;
-    std::vector<std::vector<NamingComponent>> bases_;
-    std::optional<ObjectClassChoice> classes_;
     DnNames names_;
     Listing listing_;
     bool walks_ = false;
-    ObjectPtr in_hand_;        // that was last looked up by its path
-    ObjectPtr trustee_;        // that was last looked up by its full name
-    AnyCaseMap<Known> known_;  // objects that are not found by their cn, by the components of their path
+    ObjectPtr in_hand_;  // that was last looked up by its path
+    ObjectPtr trustee_;  // that was last looked up by its full name
 };
 
 }  // namespace zorvel

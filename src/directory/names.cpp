@@ -6,6 +6,7 @@
 #include <array>
 #include <memory>
 
+#include "directory/directory.h"
 #include "platform/code_page.h"
 #include "platform/hex.h"
 
@@ -141,6 +142,10 @@ std::optional<PathParts> SplitPath(std::string_view path) {
     path.remove_prefix(kPathPrefix.size());
     const std::size_t end = std::min(path.find('\\'), path.size());
     return PathParts{path.substr(0, end), path.substr(std::min(end + 1, path.size()))};
+}
+
+bool IsRootPath(std::string_view components) {
+    return EqualIgnoringCase(components, kRootName);
 }
 
 std::string FullNameOfPath(std::string_view components) {

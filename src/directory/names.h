@@ -33,6 +33,8 @@ std::string JoinPath(std::string_view tree, std::string_view components);
 // The parts of a path; nothing when the text does not begin with "NDS:\\".
 std::optional<PathParts> SplitPath(std::string_view path);
 
+// True for the components of a tree's root: "[Root]".
+bool IsRootPath(std::string_view components);
 // The full name of a path's components; a name that holds "\" counts as several.
 std::string FullNameOfPath(std::string_view components);
 

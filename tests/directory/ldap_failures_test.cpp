@@ -59,6 +59,7 @@ struct LiveTree {
 
     // `lines` describe the tree in Directory.toml.
     explicit LiveTree(const std::string& lines) {
+        signal(SIGPIPE, SIG_IGN);  // as the programs do
         AddSchema(shell.folder);
         shell.folder.Write("Directory.toml", "[[tree]]\nname = \"LIVE\"\n" + lines);
         const LdapPorts ports{[this] {
@@ -233,16 +234,16 @@ TEST(LdapFailures, LimitsAndRightsNeverShortenAListInSilence) {
     };
     const std::tuple<std::string, std::string, std::string> cases[] = {
         {"", "page_size = 7\n", "42"},
-        {"sizelimit size.soft=10 size.hard=10 size.prtotal=unlimited\n", "page_size = 7\n", "42"},
-        {"sizelimit size.soft=10 size.hard=10 size.pr=4\n", "page_size = 7\n", "42"},
-        {"sizelimit size.soft=10 size.hard=10 size.pr=disabled\n", "",
+        {"limits * size.soft=10 size.hard=10 size.prtotal=unlimited\n", "page_size = 7\n", "42"},
+        {"limits * size.soft=10 size.hard=10 size.pr=4 size.prtotal=unlimited\n", "page_size = 7\n", "42"},
+        {"limits * size.soft=10 size.hard=10 size.prtotal=disabled\n", "",
          "the server sends no more than a part"},
     };
-    for (const auto& [global, lines, expected] : cases) {
-        const Slapd server{ldif, {.global = global}};
+    for (const auto& [limits, lines, expected] : cases) {
+        const Slapd server{ldif, {.access = limits + "access to * by * read\n"}};
         LiveTree tree("ldap = ['" + server.url() + "']\n" + lines);
         ASSERT_EQ(tree.Opened(), "");
-        EXPECT_THAT(count(tree), HasSubstr(expected)) << global;
+        EXPECT_THAT(count(tree), HasSubstr(expected)) << limits;
     }
     const Slapd server{
         ldif, {.access = "access to dn.exact=\"cn=Word,o=SITE\" by * disclose\naccess to * by * read\n"}};

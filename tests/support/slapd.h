@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/wait.h>
@@ -85,7 +86,9 @@ class Slapd {
             addresses += ' ' + address;
         process_ = fork();
         if (process_ == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);  // nor does it outlive a test that dies
             if (freopen(Path("slapd.log").c_str(), "w", stderr) == nullptr) _exit(126);
+            if (freopen("/dev/null", "w", stdout) == nullptr) _exit(126);
             execl("/usr/sbin/slapd", "slapd", "-d", "0", "-f", Path("slapd.conf").c_str(), "-h",
                   addresses.c_str(), nullptr);
             _exit(127);

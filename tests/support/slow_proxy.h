@@ -31,10 +31,11 @@ class SlowProxy {
         listen(listener_, 16);
         getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
         port_ = ntohs(address.sin_port);
-        threads_.emplace_back([this] { Accept(); });
+        accepting_ = std::thread([this] { Accept(); });
     }
     ~SlowProxy() {
         ended_ = true;
+        accepting_.join();
         for (std::thread& thread : threads_)
             thread.join();
         close(listener_);
@@ -92,7 +93,8 @@ class SlowProxy {
     int listener_ = -1;
     int port_ = 0;
     std::atomic<bool> ended_{false};
-    std::vector<std::thread> threads_;
+    std::thread accepting_;
+    std::vector<std::thread> threads_;  // one a connection
 };
 
 }  // namespace zorvel::test
