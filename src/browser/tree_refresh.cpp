@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "browser/tree_cache.h"
+#include "platform/interruption.h"
 #include "shell/formats.h"
 #include "shell/pause.h"
 #include "shell/report_error.h"

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "browser/tree_refresh.h"
-#include "directory/memory_directory.h"
+#include "directory/open_directory.h"
 #include "support/fake_window.h"
 #include "support/fakes.h"
 #include "support/program_folder.h"
