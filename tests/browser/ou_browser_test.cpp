@@ -72,7 +72,8 @@ class Browser : public testing::Test {
         LdifApplication("Paint", "ou=APPS,o=SITE") + LdifApplication("Deep", "ou=DEEP,ou=EMPTY,o=SITE") +
         LdifApplication("Tool", "o=ACME");
     TestShell shell_;
-    MemoryDirectory directory_{shell_.files, shell_.log};
+    std::unique_ptr<TreeDirectory> opened_ = OpenDirectory(shell_.files, shell_.log);
+    TreeDirectory& directory_ = *opened_;
     TreeLists lists_;
     Unseen display_;
     OUBrowser browser_{shell_.services, directory_, lists_, display_, [this] { Load(); }};
