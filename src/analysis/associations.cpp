@@ -8,6 +8,16 @@
 
 namespace zorvel {
 
+namespace {
+
+// The full name in an access control value; empty when it names none.
+std::string_view TrusteeOf(std::string_view value) {
+    const std::size_t comma = value.find(',');
+    return comma == std::string_view::npos ? std::string_view() : value.substr(0, comma);
+}
+
+}  // namespace
+
 AssociationReader::AssociationReader(Services& services, Directory& directory, RunFiles& files,
                                      RunStatus& status, std::function<void(const Error&)> report)
     : services_(services), trustees_(directory), files_(files), status_(status), report_(std::move(report)) {}
@@ -15,6 +25,10 @@ AssociationReader::AssociationReader(Services& services, Directory& directory, R
 void AssociationReader::Read(std::string_view full_name, const std::vector<std::string>& values,
                              AssociationLists& lists) {
     ShowProgress(lists);
+    std::vector<std::string_view> trustees;
+    for (const std::string& value : values)
+        trustees.push_back(TrusteeOf(value));
+    trustees_.Expect(trustees);
     for (const std::string& value : values) {
         try {
             ReadValue(full_name, value, lists);

@@ -19,6 +19,14 @@ std::string KindOf(const ObjectDescription& description) {
 
 }  // namespace
 
+void Trustees::Expect(const std::vector<std::string_view>& full_names) {
+    std::vector<std::string_view> unknown;
+    for (const std::string_view name : full_names) {
+        if (kept_.find(name) == kept_.end()) unknown.push_back(name);
+    }
+    directory_.ExpectLookUps(unknown);
+}
+
 Trustee& Trustees::Find(std::string_view full_name) {
     const auto found = kept_.find(full_name);
     if (found != kept_.end()) return found->second;

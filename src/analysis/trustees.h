@@ -24,6 +24,8 @@ class Trustees {
   public:
     explicit Trustees(Directory& directory) : directory_(directory) {}
 
+    // Full names that Find will be asked for next, in this order.
+    void Expect(const std::vector<std::string_view>& full_names);
     // The object with a full name, valid until the next call. Raises what the directory raises, but error
     // 601.
     Trustee& Find(std::string_view full_name);

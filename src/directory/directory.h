@@ -96,6 +96,9 @@ class Directory {
     virtual std::string TreeNameOf(std::string_view path) = 0;
     // The object that a path, or a full name of the current object's tree, names. Raises error 601.
     virtual Entry LookUp(std::string_view path_or_name) = 0;
+    // Full names of the current object's tree that will be looked up next, in this order; those of before are
+    // forgotten. The directory may read some of them together when the first of them is looked up.
+    virtual void ExpectLookUps(const std::vector<std::string_view>& /*full_names*/) {}
     // The names of an object's class.
     virtual ObjectDescription Describe(const Entry& entry) = 0;
 

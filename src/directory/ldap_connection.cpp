@@ -17,11 +17,6 @@ namespace {
 using Time = std::chrono::steady_clock;
 constexpr long kSliceMicroseconds = 50'000;
 
-struct FreeMessage {
-    void operator()(LDAPMessage* message) const { ldap_msgfree(message); }
-};
-using Message = std::unique_ptr<LDAPMessage, FreeMessage>;
-
 struct FreeBer {
     void operator()(BerElement* element) const { ber_free(element, 0); }
 };
@@ -152,6 +147,10 @@ LdapAnswer TakeAnswer(LDAP* handle, LDAPMessage* messages) {
 
 }  // namespace
 
+void FreeLdapMessage::operator()(ldapmsg* message) const {
+    ldap_msgfree(message);
+}
+
 void LdapConnection::Unbind::operator()(ldap* handle) const {
     ldap_unbind_ext(handle, nullptr, nullptr);
 }
@@ -171,13 +170,9 @@ void LdapConnection::AskIdentity(const LdapSettings& settings) {
     server_.identity = settings.bind_dn.empty() ? "anonymous" : FromUtf8(settings.bind_dn);
     int request = 0;
     if (ldap_whoami(handle_.get(), nullptr, nullptr, &request) != LDAP_SUCCESS) return;
-    timeval time{answer_timeout_.count(), 0};
-    LDAPMessage* taken = nullptr;
-    const int kind = ldap_result(handle_.get(), request, LDAP_MSG_ALL, &time, &taken);
-    const Message answer(taken);
-    if (kind <= 0) return;
+    const LdapMessage answer = Await(request);
     berval* identity = nullptr;
-    if (ldap_parse_whoami(handle_.get(), taken, &identity) == LDAP_SUCCESS && identity != nullptr) {
+    if (ldap_parse_whoami(handle_.get(), answer.get(), &identity) == LDAP_SUCCESS && identity != nullptr) {
         std::string_view said = View(*identity);
         if (said.starts_with("dn:")) said.remove_prefix(3);
         server_.identity = said.empty() ? "anonymous" : FromUtf8(said);
@@ -213,25 +208,28 @@ int LdapConnection::Send(const LdapSearch& search, int page_size, const std::str
 }
 
 std::optional<LdapAnswer> LdapConnection::Poll(int request) {
-    return Result(request, 0);
-}
-
-// The answer to a request when it is there within some time.
-std::optional<LdapAnswer> LdapConnection::Result(int request, long microseconds) {
-    timeval time{0, microseconds};
-    LDAPMessage* taken = nullptr;
-    const int kind = ldap_result(handle_.get(), request, LDAP_MSG_ALL, &time, &taken);
-    if (kind == 0) return std::nullopt;
-    if (kind < 0) {
-        int code = LDAP_SERVER_DOWN;
-        ldap_get_option(handle_.get(), LDAP_OPT_RESULT_CODE, &code);
-        RaiseLost(code);
-    }
-    const Message all(taken);
-    return TakeAnswer(handle_.get(), taken);
+    const LdapMessage messages = Result(request, 0);
+    return messages ? std::optional(TakeAnswer(handle_.get(), messages.get())) : std::nullopt;
 }
 
 LdapAnswer LdapConnection::Receive(int request) {
+    const LdapMessage messages = Await(request);
+    return TakeAnswer(handle_.get(), messages.get());
+}
+
+// The messages that answer a request when all are there within some time; else null.
+LdapMessage LdapConnection::Result(int request, long microseconds) {
+    timeval time{0, microseconds};
+    LDAPMessage* taken = nullptr;
+    const int kind = ldap_result(handle_.get(), request, LDAP_MSG_ALL, &time, &taken);
+    if (kind >= 0) return LdapMessage(taken);
+    int code = LDAP_SERVER_DOWN;
+    ldap_get_option(handle_.get(), LDAP_OPT_RESULT_CODE, &code);
+    RaiseLost(code);
+}
+
+// Waits for the messages that answer a request, which is given up when that ends otherwise.
+LdapMessage LdapConnection::Await(int request) {
     struct GiveUp {
         LDAP* handle;
         int request;
@@ -241,9 +239,9 @@ LdapAnswer LdapConnection::Receive(int request) {
     } give_up{handle_.get(), request};
     const Time::time_point end = Time::now() + answer_timeout_;
     for (;;) {
-        if (std::optional<LdapAnswer> answer = Result(request, kSliceMicroseconds)) {
+        if (LdapMessage messages = Result(request, kSliceMicroseconds)) {
             give_up.request = 0;
-            return *std::move(answer);
+            return messages;
         }
         if (wait_) wait_();
         if (Time::now() < end) continue;

@@ -13,6 +13,7 @@
 #include "directory/ldap_settings.h"
 
 struct ldap;
+struct ldapmsg;
 
 namespace zorvel {
 
@@ -44,6 +45,11 @@ struct LdapAnswer {
     std::string cookie;                  // of the next page; empty behind the last
 };
 
+struct FreeLdapMessage {
+    void operator()(ldapmsg* message) const;
+};
+using LdapMessage = std::unique_ptr<ldapmsg, FreeLdapMessage>;
+
 // Raised when the connection is no longer there.
 struct LdapConnectionLost {
     std::string reason;
@@ -60,8 +66,8 @@ class LdapConnection {
   public:
     // Connects to `url`, encrypts and binds with `password`; `ca_file` is the real path of the certificates
     // that are trusted. Raises error 600, whose detail is the URL, the cause and what can be done, and what
-    // `wait` raises. A password is not sent where it could be read on its way, nor an empty one: both are
-    // error 600 before anything is sent.
+    // `wait` raises; LdapConnectionLost when it ends again. A password is not sent where it could be read on
+    // its way, nor an empty one: both are error 600 before anything is sent.
     LdapConnection(const LdapSettings& settings, const std::string& ca_file, const std::string& url,
                    const std::string& password, WhileWaiting wait);
 
@@ -81,7 +87,8 @@ class LdapConnection {
         void operator()(ldap* handle) const;
     };
 
-    std::optional<LdapAnswer> Result(int request, long microseconds);
+    LdapMessage Result(int request, long microseconds);
+    LdapMessage Await(int request);
     void AskIdentity(const LdapSettings& settings);
     [[noreturn]] void RaiseLost(int code) const;
 

@@ -19,6 +19,7 @@ LdapListings::LdapListings(std::size_t lanes, Connect connect) : most_(lanes), c
 
 void LdapListings::Clear() {
     expected_.clear();
+    wanted_.clear();
     lanes_.clear();
     ready_.clear();
     refused_ = false;
@@ -27,6 +28,8 @@ void LdapListings::Clear() {
 void LdapListings::Expect(const std::vector<LdapSearch>& searches, int page_size) {
     page_size_ = page_size;
     expected_.insert(expected_.begin(), searches.begin(), searches.end());
+    for (const LdapSearch& search : searches)
+        wanted_.insert(search.base);
     Start();
 }
 
@@ -37,6 +40,10 @@ void LdapListings::Begin(Lane& lane, const std::string& cookie) {
 // Puts what is expected on the lanes that are free.
 void LdapListings::Start() {
     while (!expected_.empty() && ready_.size() < kMostReady) {
+        if (wanted_.find(expected_.front().base) == wanted_.end()) {
+            expected_.pop_front();
+            continue;
+        }
         auto lane =
             std::find_if(lanes_.begin(), lanes_.end(), [](const Lane& other) { return other.request == 0; });
         try {
@@ -47,6 +54,7 @@ void LdapListings::Start() {
             }
             lane->search = expected_.front();
             Begin(*lane, {});
+            wanted_.erase(lane->search.base);
             expected_.pop_front();
         } catch (const LdapConnectionLost&) {
             lanes_.erase(lane);
@@ -79,8 +87,7 @@ bool LdapListings::Advance(Lane& lane, bool wait) {
 }
 
 std::optional<std::vector<LdapEntry>> LdapListings::Take(const std::string& dn) {
-    const auto unexpected = [&](const LdapSearch& search) { return search.base == dn; };
-    expected_.erase(std::remove_if(expected_.begin(), expected_.end(), unexpected), expected_.end());
+    wanted_.erase(dn);
     for (std::size_t i = 0; i < lanes_.size();) {
         Lane& lane = lanes_[i];
         const bool wanted = lane.request != 0 && lane.search.base == dn;

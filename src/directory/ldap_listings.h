@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "directory/ldap_connection.h"
@@ -49,6 +50,7 @@ class LdapListings {
     int page_size_ = 0;
     bool refused_ = false;  // the server takes no more connections
     std::deque<LdapSearch> expected_;
+    std::unordered_set<std::string> wanted_;  // the bases of those that were not asked for yet
     std::vector<Lane> lanes_;
     TextMap<std::vector<LdapEntry>> ready_;
 };

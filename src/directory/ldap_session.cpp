@@ -52,6 +52,13 @@ bool IsPageRefused(const LdapAnswer& answer) {
     return refused && UpperCase(answer.diagnostic).find("PAGE") != std::string::npos;
 }
 
+constexpr const char* kWhenLost = " - check that the server runs, and the network";
+
+void AppendReason(std::string& reasons, const std::string& reason) {
+    if (!reasons.empty()) reasons += "; ";
+    reasons += reason;
+}
+
 // The server wants to be asked again a little later.
 struct Busy {
     std::string reason;
@@ -61,13 +68,11 @@ std::string PlainWords(const LdapAnswer& answer) {
     switch (answer.code) {
         case LDAP_SIZELIMIT_EXCEEDED:
         case LDAP_ADMINLIMIT_EXCEEDED:
-            return "the server sends no more than a part of its answer - ask the directory's administrator "
-                   "to "
-                   "raise the limit of entries for this identity";
+            return "the server sends no more than a part of its answer - ask the directory's "
+                   "administrator to raise the limit of entries for this identity";
         case LDAP_TIMELIMIT_EXCEEDED:
-            return "the server took longer than its time limit allows - ask the directory's administrator to "
-                   "raise "
-                   "it for this identity";
+            return "the server took longer than its time limit allows - ask the directory's "
+                   "administrator to raise it for this identity";
         case LDAP_BUSY:
         case LDAP_UNAVAILABLE:
             return "the server is busy - try again later";
@@ -122,12 +127,15 @@ void LdapSession::Connect() {
     std::string failures;
     for (const std::string& url : settings_.urls) {
         try {
-            connection_ =
+            auto connection =
                 std::make_unique<LdapConnection>(settings_, ca_file_, url, *password_, host_.ports.wait);
+            features_ = ReadFeatures(*connection);
+            connection_ = std::move(connection);
             break;
         } catch (const Error& error) {
-            if (!failures.empty()) failures += "; ";
-            failures += error.detail();
+            AppendReason(failures, error.detail());
+        } catch (const LdapConnectionLost& lost) {
+            AppendReason(failures, lost.reason + kWhenLost);
         }
     }
     if (!connection_) {
@@ -137,22 +145,22 @@ void LdapSession::Connect() {
     const LdapServer& server = connection_->server();
     host_.log.WriteLog("Connected to '" + server.url + "' as '" + server.identity +
                        "', encryption: " + server.encryption);
-    ReadFeatures();
 }
 
-void LdapSession::ReadFeatures() {
-    features_ = {};
+LdapSession::Features LdapSession::ReadFeatures(LdapConnection& connection) {
+    Features features;
     const LdapSearch root{"", LdapScope::kBase, "(objectClass=*)", {"*", "+"}};
-    const LdapAnswer answer = connection_->Receive(connection_->Send(root));
-    if (answer.code != LDAP_SUCCESS || answer.entries.empty()) return;
+    const LdapAnswer answer = connection.Receive(connection.Send(root));
+    if (answer.code != LDAP_SUCCESS || answer.entries.empty()) return features;
     const LdapEntry& entry = answer.entries.front();
-    features_.paged = Holds(entry, "supportedControl", LDAP_CONTROL_PAGEDRESULTS);
+    features.paged = Holds(entry, "supportedControl", LDAP_CONTROL_PAGEDRESULTS);
     if (const auto* const subschema = ValuesOf(entry, "subschemaSubentry"); subschema != nullptr)
-        features_.subschema = subschema->front();
+        features.subschema = subschema->front();
     for (const std::string_view name : {"vendorName", "vendorVersion"}) {
         const auto* const values = ValuesOf(entry, name);
-        if (values != nullptr && !values->empty()) features_.vendor += FromUtf8(values->front()) + " ";
+        if (values != nullptr && !values->empty()) features.vendor += FromUtf8(values->front()) + " ";
     }
+    return features;
 }
 
 void LdapSession::Pause() {
@@ -178,8 +186,7 @@ auto LdapSession::Repeat(Operation operation) {
         return operation();
     } catch (const LdapConnectionLost& lost) {
         connection_.reset();
-        throw Error(errors::kDirectoryUnreadable)
-            .With(lost.reason + " - check that the server runs, and the network");
+        throw Error(errors::kDirectoryUnreadable).With(lost.reason + kWhenLost);
     } catch (const Busy& busy) {
         throw Error(errors::kDirectoryUnreadable).With(busy.reason);
     }

@@ -68,7 +68,7 @@ class LdapSession {
 
     LdapConnection& Connection();
     void Connect();
-    void ReadFeatures();
+    static Features ReadFeatures(LdapConnection& connection);
     template <typename Operation>
     auto Repeat(Operation operation);
     void Pause();

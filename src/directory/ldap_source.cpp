@@ -181,11 +181,50 @@ LdapSource::ObjectPtr LdapSource::LookUp(std::string_view path_or_name) {
     // What is looked up by its path is to be read; of what is looked up by its name, as trustees are, the
     // class and the members are wanted.
     const bool whole = SplitPath(path_or_name).has_value();
-    ObjectPtr object =
-        ReadComponents(ComponentsOf(path_or_name), whole ? kAllAttributes : TrusteeAttributes());
+    ObjectPtr object = whole ? nullptr : TakeExpected(path_or_name);
+    if (!object)
+        object = ReadComponents(ComponentsOf(path_or_name), whole ? kAllAttributes : TrusteeAttributes());
     if (whole) in_hand_ = object;
     if (!whole) trustee_ = object;
     return object;
+}
+
+void LdapSource::ExpectLookUps(const std::vector<std::string_view>& full_names) {
+    expected_.assign(full_names.begin(), full_names.end());
+    expected_read_.clear();
+}
+
+LdapSource::ObjectPtr LdapSource::TakeExpected(std::string_view full_name) {
+    if (const auto read = expected_read_.extract(std::string(full_name)); !read.empty()) return read.mapped();
+    const auto name = std::find(expected_.begin(), expected_.end(), full_name);
+    if (name == expected_.end()) return nullptr;
+    expected_.erase(expected_.begin(), name);
+    ReadExpected();
+    const auto read = expected_read_.extract(std::string(full_name));
+    return read.empty() ? nullptr : read.mapped();
+}
+
+// Reads the first of the expected trustees, as many as may be under way at once. One that is not there, or
+// that must not be read, is left to be asked for alone.
+void LdapSource::ReadExpected() {
+    std::vector<std::string> names;
+    std::vector<LdapPaths::Place> places;
+    std::vector<std::string> dns;
+    const auto most = static_cast<std::size_t>(session_.settings().read_ahead);
+    for (; !expected_.empty() && dns.size() < most; expected_.pop_front()) {
+        const std::optional<LdapPaths::Place> known = paths_.Known(ComponentsOf(expected_.front()));
+        if (!known) continue;
+        names.push_back(expected_.front());
+        places.push_back(*known);
+        dns.push_back(known->dn);
+    }
+    const std::vector<std::optional<LdapEntry>> read = session_.ReadAll(dns, TrusteeAttributes());
+    for (std::size_t i = 0; i < read.size(); ++i) {
+        if (!read[i]) continue;
+        ObjectPtr object = MakeObject(*read[i], false);
+        if (places[i].renamed) Rename(*object, places[i].components);
+        expected_read_.insert_or_assign(names[i], std::move(object));
+    }
 }
 
 bool LdapSource::Names(const Object& object, std::string_view path_or_name) {

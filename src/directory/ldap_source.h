@@ -32,6 +32,7 @@ class LdapSource final : public TreeSource {
     void BeginWalk() override { walks_ = true; }
     void EndWalk() override;
     std::optional<Entry> Find(std::string_view path_or_name) override;
+    void ExpectLookUps(const std::vector<std::string_view>& full_names) override;
     std::optional<std::string> FindFullName(std::string_view path_or_name) override;
     std::vector<Entry> Entries(std::string_view path, std::string_view classes) override;
     std::string FullNameOf(const Entry& entry) override;
@@ -76,6 +77,10 @@ class LdapSource final : public TreeSource {
     ObjectPtr MakeObject(const LdapEntry& entry, bool whole);
     ObjectPtr MakeRoot() const;
     std::vector<std::string> TrusteeAttributes();
+    // A trustee that was expected, read together with some of those behind it; null when it has to be asked
+    // for alone.
+    ObjectPtr TakeExpected(std::string_view full_name);
+    void ReadExpected();
     const Object* AtHand(const Entry& entry) const;
     const Object& WithAttribute(const Entry& entry, std::string_view attribute);
     const Attribute& HeldAttribute(const Entry& entry, std::string_view name);
@@ -90,8 +95,10 @@ class LdapSource final : public TreeSource {
     DnNames names_;
     Listing listing_;
     bool walks_ = false;
-    ObjectPtr in_hand_;  // that was last looked up by its path
-    ObjectPtr trustee_;  // that was last looked up by its full name
+    ObjectPtr in_hand_;                    // that was last looked up by its path
+    ObjectPtr trustee_;                    // that was last looked up by its full name
+    std::deque<std::string> expected_;     // full names of trustees
+    AnyCaseMap<ObjectPtr> expected_read_;  // those that were read before they were looked up
 };
 
 }  // namespace zorvel

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <optional>
 #include <utility>
 
@@ -13,35 +12,12 @@ namespace zorvel {
 namespace {
 
 constexpr std::string_view kObjectClass = "objectClass";
-constexpr std::size_t kNoRank = std::numeric_limits<std::size_t>::max();
-
-// The classes that an object can be known by; of several, the first here.
-constexpr std::array<std::string_view, 11> kRankedClasses = {
-    kApplicationClass,      kAliasClass,           "User",         "Group",   "NCP Server", "Workstation",
-    kWorkstationGroupClass, "Organizational Unit", "Organization", "Country", "Locality"};
 
 // The classes with a number of their own: the root's, and those of containers that are made from an RDN type.
 constexpr std::array<std::string_view, 6> kFixedClasses = {kUnknownClass,         kRootName, "Organization",
                                                            "Organizational Unit", "Country", "Locality"};
 
-struct ContainerType {
-    std::string_view type;
-    std::uint32_t class_number;
-};
-constexpr std::uint32_t kUnknownNumber = 0;
 constexpr std::uint32_t kRootNumber = 1;
-constexpr std::array<ContainerType, 12> kContainerTypes = {{{"o", 2},
-                                                            {"organizationName", 2},
-                                                            {"2.5.4.10", 2},
-                                                            {"ou", 3},
-                                                            {"organizationalUnitName", 3},
-                                                            {"2.5.4.11", 3},
-                                                            {"c", 4},
-                                                            {"countryName", 4},
-                                                            {"2.5.4.6", 4},
-                                                            {"l", 5},
-                                                            {"localityName", 5},
-                                                            {"2.5.4.7", 5}}};
 
 }  // namespace
 
@@ -56,10 +32,8 @@ MemoryTree::MemoryTree(EntryStore store, Schema schema, const std::vector<std::s
 }
 
 std::uint32_t MemoryTree::ContainerClassNumber(std::string_view type) {
-    for (const ContainerType& container : kContainerTypes) {
-        if (EqualIgnoringCase(container.type, type)) return container.class_number;
-    }
-    return kUnknownNumber;
+    const auto* const fixed = std::find(kFixedClasses.begin(), kFixedClasses.end(), ContainerClass(type));
+    return static_cast<std::uint32_t>(fixed - kFixedClasses.begin());
 }
 
 std::uint32_t MemoryTree::ClassNumber(const std::string& name) {
@@ -82,35 +56,21 @@ void MemoryTree::NameAttributes(const std::vector<std::string>& ldap_names) {
     }
 }
 
-MemoryTree::ClassChoice MemoryTree::ChoiceOf(std::string_view ldap_name) {
-    const auto found = class_choices_.find(ldap_name);
-    if (found != class_choices_.end()) return found->second;
-    const std::string* const known = schema_.FindClass(ldap_name);
-    const std::string name = known != nullptr ? *known : FromUtf8(ldap_name);
-    const auto* const ranked = std::find(kRankedClasses.begin(), kRankedClasses.end(), name);
-    const bool has_rank = ranked != kRankedClasses.end();
-    const ClassChoice choice{has_rank ? static_cast<std::size_t>(ranked - kRankedClasses.begin()) : kNoRank,
-                             ClassNumber(name)};
-    class_choices_.emplace(ldap_name, choice);
-    return choice;
-}
-
 // Gives each object of the file the class that its objectClass values name.
 void MemoryTree::ChooseClasses() {
     const Schema::Attribute* const known = schema_.FindAttribute(kObjectClass);
     const std::uint32_t object_class = FindAttribute(known != nullptr ? known->nds_name : kObjectClass);
+    ObjectClassChoice choice(schema_);
     for (EntryIndex entry = kRootEntry + 1; entry < store_.size(); ++entry) {
         if (!store_.IsPlaced(entry)) continue;
-        ClassChoice choice{kNoRank, kUnknownNumber};
+        choice.Start();
         std::string_view values = store_.values(entry);
         std::uint32_t attribute = 0;
         std::string_view value;
         while (PackedValues::Take(values, attribute, value)) {
-            if (attribute_of_[attribute] != object_class) continue;
-            const ClassChoice other = ChoiceOf(value);
-            if (other.rank < choice.rank || choice.rank == kNoRank) choice = other;
+            if (attribute_of_[attribute] == object_class) choice.Take(value);
         }
-        store_.SetClass(entry, choice.number);
+        store_.SetClass(entry, ClassNumber(choice.Class()));
     }
     store_.SetClass(kRootEntry, kRootNumber);
 }

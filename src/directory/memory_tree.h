@@ -79,16 +79,10 @@ class MemoryTree {
     std::string FullNameOfDN(std::string_view dn) const;
 
   private:
-    struct ClassChoice {
-        std::size_t rank;  // the least is chosen; classes without a rank come after all others
-        std::uint32_t number;
-    };
-
     EntryIndex FindComponents(const std::vector<NamingComponent>& components) const;
     std::uint32_t ClassNumber(const std::string& name);
     void NameAttributes(const std::vector<std::string>& ldap_names);
     void ChooseClasses();
-    ClassChoice ChoiceOf(std::string_view ldap_name);
     void PlaceMissingContainers();
 
     EntryStore store_;
@@ -100,7 +94,6 @@ class MemoryTree {
     TextMap<std::uint32_t> exact_names_;         // likewise, as listed: nearly every name is looked up so
     std::vector<std::string> classes_;           // by class number
     TextMap<std::uint32_t> class_numbers_;
-    TextMap<ClassChoice> class_choices_;  // by the text of an objectClass value
 };
 
 }  // namespace zorvel

@@ -175,6 +175,10 @@ Entry TreeDirectory::LookUp(std::string_view path_or_name) {
     return InTree(*std::move(entry), *tree);
 }
 
+void TreeDirectory::ExpectLookUps(const std::vector<std::string_view>& full_names) {
+    if (const auto tree = TreeOf(current_object_)) trees_[*tree].source->ExpectLookUps(full_names);
+}
+
 ObjectDescription TreeDirectory::Describe(const Entry& entry) {
     SourceOf(entry);
     for (const ClassKind& kind : kKinds) {

@@ -51,6 +51,7 @@ class TreeDirectory final : public Directory {
     std::string FullNameOf(const Entry& entry) override;
     std::string TreeNameOf(std::string_view path) override;
     Entry LookUp(std::string_view path_or_name) override;
+    void ExpectLookUps(const std::vector<std::string_view>& full_names) override;
     ObjectDescription Describe(const Entry& entry) override;
 
     std::vector<std::string> AttributeNames(const Entry& entry) override;

@@ -31,6 +31,8 @@ class TreeSource {
     virtual void EndWalk() {}
     // The object of a path or a full name; nothing when there is none.
     virtual std::optional<Entry> Find(std::string_view path_or_name) = 0;
+    // Full names that Find will be asked for next, in this order.
+    virtual void ExpectLookUps(const std::vector<std::string_view>& /*full_names*/) {}
     // The full name of a path, or of a full name, in the object's own spelling; nothing without an object.
     virtual std::optional<std::string> FindFullName(std::string_view path_or_name) = 0;
     // The children of an object that are of one of `classes`, as ClassFilter takes them. Raises error 601.

@@ -59,7 +59,6 @@ struct LiveTree {
 
     // `lines` describe the tree in Directory.toml.
     explicit LiveTree(const std::string& lines) {
-        signal(SIGPIPE, SIG_IGN);  // as the programs do
         AddSchema(shell.folder);
         shell.folder.Write("Directory.toml", "[[tree]]\nname = \"LIVE\"\n" + lines);
         const LdapPorts ports{[this] {

@@ -51,6 +51,7 @@ class Slapd {
     // Serves the entries of LDIF texts; starts at once. Raises std::runtime_error without slapd.
     explicit Slapd(const std::string& ldif, const SlapdSettings& settings = {})
         : addresses_(settings.addresses) {
+        signal(SIGPIPE, SIG_IGN);  // as the programs do
         const std::filesystem::path schema =
             std::filesystem::path(ZORVEL_SOURCE_DIR) / "program/Trees/nds-schema.ldif";
         const std::filesystem::path script = std::filesystem::path(ZORVEL_SOURCE_DIR) / "tools/slapd_schema";
