@@ -54,6 +54,7 @@ int RunBatchProgram(const std::vector<std::string>& arguments, const std::filesy
     std::vector<std::unique_ptr<BatchCommand>> commands;
     commands.push_back(MakeTreesCommand());
     commands.push_back(MakeContainersCommand());
+    commands.push_back(MakeExportLdifCommand());
     commands.push_back(MakeAnalyseCommand());
     commands.push_back(MakeFindCommand());
     commands.push_back(MakeImportCommand());

@@ -30,6 +30,7 @@ std::unique_ptr<BatchCommand> MakeImportCommand();
 std::unique_ptr<BatchCommand> MakeDatasetsCommand();
 std::unique_ptr<BatchCommand> MakeCompactCommand();
 std::unique_ptr<BatchCommand> MakeDeleteCommand();
+std::unique_ptr<BatchCommand> MakeExportLdifCommand();
 std::unique_ptr<BatchCommand> MakeLogCommand();
 std::unique_ptr<BatchCommand> MakeReportsCommand();
 // `write_pdf` makes a report's PDF.

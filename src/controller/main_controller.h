@@ -62,6 +62,9 @@ class MainController {
     // What a run over this session works with.
     RunInputs MakeRunInputs();
 
+    // What the directory's client needs while it waits for a server, and to be let in.
+    LdapPorts MakeLdapPorts();
+
     Session& session() { return session_; }
     Services& services() { return services_; }
     Directory& directory() { return *directory_; }
@@ -78,8 +81,6 @@ class MainController {
     // Runs an operation of start-up step `step`. Error 600 is reported and start-up goes on after the
     // operation; any other error is reported and raises Terminated.
     void Step(int step, const std::function<void()>& operation);
-    // What the directory's client needs while it waits for a server, and to be let in.
-    LdapPorts MakeLdapPorts();
     // Lets pending events run while something is Busy. Raises Interrupted when the program is closed, or some
     // time after ESC: an answer that is on its way still counts.
     void WhileWaiting();

@@ -27,7 +27,6 @@ std::vector<NamingComponent> ComponentsOfDN(std::string_view dn) {
     return components;
 }
 
-// The components of a DN, root first, separated by "\".
 std::string PathOfDN(const std::vector<NamingComponent>& components) {
     std::string path;
     for (auto component = components.rbegin(); component != components.rend(); ++component) {
@@ -42,6 +41,22 @@ std::string FullNameOfComponents(const std::vector<NamingComponent>& components)
     for (const NamingComponent& component : components)
         AppendToFullName(full_name, component.name);
     return full_name;
+}
+
+std::string DNOfFirst(const std::vector<NamingComponent>& components, std::size_t depth) {
+    std::string dn;
+    for (std::size_t i = components.size() - depth; i < components.size(); ++i) {
+        if (!dn.empty()) dn += ',';
+        const NamingComponent& component = components[i];
+        dn += component.type + '=' +
+              EscapeForDN(component.utf8_name.empty() ? ToUtf8(component.name) : component.utf8_name);
+    }
+    return dn;
+}
+
+bool LiesAtOrBelow(std::string_view path, std::string_view above) {
+    return above.empty() || EqualIgnoringCase(path, above) ||
+           (BeginsIgnoringCase(path, above) && path.size() > above.size() && path[above.size()] == '\\');
 }
 
 LdapPaths::LdapPaths(LdapSession& session) : session_(session) {
@@ -87,7 +102,7 @@ std::optional<std::string> LdapPaths::Resolve(std::string_view components) {
     for (const std::vector<NamingComponent>& base : bases_) {
         const std::string path = PathOfDN(base);
         if (path.empty() || !EqualIgnoringCase(path, components)) continue;
-        Remember(path, DNAbove(base, base.size()), false);
+        Remember(path, DNOfFirst(base, base.size()), false);
         return known_.find(components)->second.dn;
     }
     return ResolveBelow({}, {}, components);
@@ -168,18 +183,6 @@ void LdapPaths::NameForeign(std::vector<Child>& children, const std::vector<std:
     }
 }
 
-// The DN of the first components of a base.
-std::string LdapPaths::DNAbove(const std::vector<NamingComponent>& base, std::size_t depth) {
-    std::string dn;
-    for (std::size_t i = base.size() - depth; i < base.size(); ++i) {
-        if (!dn.empty()) dn += ',';
-        const NamingComponent& component = base[i];
-        dn += component.type + '=' +
-              EscapeForDN(component.utf8_name.empty() ? ToUtf8(component.name) : component.utf8_name);
-    }
-    return dn;
-}
-
 // What lies right below some components on the way to the bases; nothing when they lie at or below one.
 std::optional<std::vector<LdapPaths::Child>> LdapPaths::ListAboveBases(std::string_view components) {
     std::vector<Child> children;
@@ -189,12 +192,10 @@ std::optional<std::vector<LdapPaths::Child>> LdapPaths::ListAboveBases(std::stri
             : 1 + static_cast<std::size_t>(std::count(components.begin(), components.end(), '\\'));
     for (const std::vector<NamingComponent>& base : bases_) {
         const std::string path = PathOfDN(base);
-        const bool above =
-            depth < base.size() &&
-            (depth == 0 || (BeginsIgnoringCase(path, components) && path[components.size()] == '\\'));
-        if (!above) continue;
+        if (LiesAtOrBelow(depth == 0 ? std::string_view() : components, path)) return std::nullopt;
+        if (depth > 0 && !LiesAtOrBelow(path, components)) continue;
         const NamingComponent& next = base[base.size() - depth - 1];
-        Child child{DNAbove(base, depth + 1), next.name, std::string(ContainerClass(next.type))};
+        Child child{DNOfFirst(base, depth + 1), next.name, std::string(ContainerClass(next.type))};
         const auto same = [&](const Child& other) { return EqualIgnoringCase(other.name, child.name); };
         if (std::any_of(children.begin(), children.end(), same)) continue;
         if (const auto entry = session_.Read(child.dn, {"objectClass"})) child.class_name = ClassOf(*entry);

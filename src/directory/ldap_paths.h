@@ -19,6 +19,10 @@ namespace zorvel {
 std::vector<NamingComponent> ComponentsOfDN(std::string_view dn);
 // The same as a path has them: root first, separated by "\\".
 std::string PathOfDN(const std::vector<NamingComponent>& components);
+// The DN of the first `depth` of the components of a DN, counted from the root.
+std::string DNOfFirst(const std::vector<NamingComponent>& components, std::size_t depth);
+// True when the path's object is that of `above`, or lies below it; both without a tree's name, "" the root.
+bool LiesAtOrBelow(std::string_view path, std::string_view above);
 std::string FullNameOfComponents(const std::vector<NamingComponent>& components);
 
 // Paths know no RDN types, DNs do: what a path names is searched for from the root down, once a container,
@@ -75,7 +79,6 @@ class LdapPaths {
     std::optional<std::vector<Child>> List(const std::string& dn, const std::string& filter);
     std::optional<std::vector<Child>> ListAboveBases(std::string_view components);
     static void NameForeign(std::vector<Child>& children, const std::vector<std::string>& utf8_names);
-    static std::string DNAbove(const std::vector<NamingComponent>& base, std::size_t depth);
 
     LdapSession& session_;
     std::vector<std::vector<NamingComponent>> bases_;

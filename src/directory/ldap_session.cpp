@@ -219,40 +219,33 @@ void LdapSession::WarnOfReferrals(const std::vector<std::string>& referrals) {
     }
 }
 
+SchemaDefinitions LdapSession::ReadDefinitions() {
+    SchemaDefinitions definitions;
+    Connection();
+    if (features_.subschema.empty()) return definitions;
+    const std::optional<LdapEntry> entry = Read(features_.subschema, {"attributeTypes", "objectClasses"});
+    if (!entry) return definitions;
+    if (const auto* const types = ValuesOf(*entry, "attributeTypes")) definitions.attribute_types = *types;
+    if (const auto* const classes = ValuesOf(*entry, "objectClasses")) definitions.object_classes = *classes;
+    return definitions;
+}
+
 const Schema& LdapSession::schema() {
     if (schema_) return *schema_;
-    Connection();
-    const Schema bundled = LoadBundledSchema(host_.files);
-    Schema schema;
-    if (!features_.subschema.empty()) {
-        const auto entry = Repeat([&]() -> std::optional<LdapEntry> {
-            LdapConnection& connection = Connection();
-            const LdapSearch search{features_.subschema,
-                                    LdapScope::kBase,
-                                    "(objectClass=*)",
-                                    {"attributeTypes", "objectClasses"}};
-            LdapAnswer answer = connection.Receive(connection.Send(search));
-            if (!Check(answer, search.base) || answer.entries.empty()) return std::nullopt;
-            return std::move(answer.entries.front());
-        });
-        if (entry) {
-            if (const auto* const types = ValuesOf(*entry, "attributeTypes"); types != nullptr) {
-                for (const std::string& definition : *types)
-                    schema.AddAttributeType(definition, &bundled);
-            }
-            if (const auto* const classes = ValuesOf(*entry, "objectClasses"); classes != nullptr) {
-                for (const std::string& definition : *classes)
-                    schema.AddObjectClass(definition, &bundled);
-            }
-        }
-        schema.ResolveSyntaxes();
-    } else {
-        host_.log.WriteWarning("'" + connection_->server().url +
+    const SchemaDefinitions definitions = ReadDefinitions();
+    Schema bundled = LoadBundledSchema(host_.files);
+    if (definitions.attribute_types.empty() && definitions.object_classes.empty()) {
+        host_.log.WriteWarning("'" + Server().url +
                                "' does not show its schema - the one of this program is used");
-        schema = bundled;
+        return schema_.emplace(std::move(bundled));
     }
-    schema_ = std::move(schema);
-    return *schema_;
+    Schema schema;
+    for (const std::string& definition : definitions.attribute_types)
+        schema.AddAttributeType(definition, &bundled);
+    for (const std::string& definition : definitions.object_classes)
+        schema.AddObjectClass(definition, &bundled);
+    schema.ResolveSyntaxes();
+    return schema_.emplace(std::move(schema));
 }
 
 std::optional<LdapEntry> LdapSession::Read(const std::string& dn,

@@ -28,6 +28,12 @@ struct LdapHost {
     LdapPorts ports;
 };
 
+// Definitions in LDAP form (RFC 4512).
+struct SchemaDefinitions {
+    std::vector<std::string> attribute_types;
+    std::vector<std::string> object_classes;
+};
+
 // All operations raise error 600 when no server can be reached, when one does not answer in time, and when it
 // says that its answer is not whole; what the host's `wait` raises passes through. A lost connection is made
 // again, and the search repeated, once.
@@ -40,6 +46,8 @@ class LdapSession {
     const LdapServer& Server();
     // The schema that the server publishes; its definitions without an NDS name take it from `bundled`.
     const Schema& schema();
+    // What the schema of the server consists of; nothing when it shows none.
+    SchemaDefinitions ReadDefinitions();
     // Closes the connections; what is asked next opens one, and asks for the password again.
     void Close();
 

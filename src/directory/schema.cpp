@@ -102,6 +102,13 @@ std::unique_ptr<Definition, Free> Parse(Definition* (*parse)(const char*, int*, 
     return definition;
 }
 
+std::string Named(std::string definition, std::string_view nds_name) {
+    std::string quoted;
+    for (const char character : ToUtf8(nds_name))
+        quoted += character == '\'' ? "\\27" : character == '\\' ? "\\5C" : std::string(1, character);
+    return definition.insert(definition.rfind(')'), ' ' + std::string(kNdsName) + " '" + quoted + "' ");
+}
+
 }  // namespace
 
 std::string_view SyntaxName(Syntax syntax) {
@@ -206,6 +213,24 @@ std::vector<std::string> Schema::LdapNamesOfClass(std::string_view nds_name) con
 const std::string* Schema::FindClass(std::string_view ldap_name) const {
     const auto found = class_names_.find(UpperCase(ldap_name));
     return found == class_names_.end() ? nullptr : &found->second;
+}
+
+std::optional<std::string> AttributeTypeWithNdsName(const std::string& definition, const Schema& bundled) {
+    std::string fault;
+    const auto type = Parse(ldap_str2attributetype, definition, fault);
+    if (!type) return std::nullopt;
+    if (!NdsNameOf(type->at_extensions).empty() || type->at_oid == nullptr) return definition;
+    const Schema::Attribute* const known = bundled.FindAttribute(type->at_oid);
+    return known != nullptr ? Named(definition, known->nds_name) : definition;
+}
+
+std::optional<std::string> ObjectClassWithNdsName(const std::string& definition, const Schema& bundled) {
+    std::string fault;
+    const auto object_class = Parse(ldap_str2objectclass, definition, fault);
+    if (!object_class) return std::nullopt;
+    if (!NdsNameOf(object_class->oc_extensions).empty() || object_class->oc_oid == nullptr) return definition;
+    const std::string* const known = bundled.FindClass(object_class->oc_oid);
+    return known != nullptr ? Named(definition, *known) : definition;
 }
 
 }  // namespace zorvel

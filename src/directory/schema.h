@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,13 @@ enum class Syntax : std::uint8_t { kLong, kString, kName, kPath, kOctetString, k
 // What the directory calls a syntax: "Long", "String" (also for the names of objects), "NWPath",
 // "NWOctetString", "NWACL", "NWStream" or "Other".
 std::string_view SyntaxName(Syntax syntax);
+
+class Schema;
+
+// A definition that reads the same without `bundled`: with the NDS name that it takes from there by its OID.
+// Nothing when it is faulty.
+std::optional<std::string> AttributeTypeWithNdsName(const std::string& definition, const Schema& bundled);
+std::optional<std::string> ObjectClassWithNdsName(const std::string& definition, const Schema& bundled);
 
 class Schema {
   public:

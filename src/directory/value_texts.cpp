@@ -11,15 +11,13 @@ namespace {
 // "privileges#scope#subject DN#attribute" as full name of the subject + "," + attribute + "," + privileges.
 // The DN itself can hold "#".
 std::string AclText(DnNames& names, std::string_view value) {
-    const std::size_t scope = value.find('#');
-    const std::size_t subject = scope == std::string_view::npos ? scope : value.find('#', scope + 1);
-    const std::size_t attribute = value.rfind('#');
-    if (subject == std::string_view::npos || attribute == subject) return FromUtf8(value);
-    std::string text = names.FullNameOf(value.substr(subject + 1, attribute - subject - 1));
+    const std::optional<AclParts> parts = SplitAcl(value);
+    if (!parts) return FromUtf8(value);
+    std::string text = names.FullNameOf(parts->trustee);
     text += ',';
-    text += FromUtf8(value.substr(attribute + 1));
+    text += FromUtf8(parts->attribute);
     text += ',';
-    text += FromUtf8(value.substr(0, scope));
+    text += FromUtf8(parts->privileges);
     return text;
 }
 
@@ -51,6 +49,15 @@ const std::string& DnNames::FullNameOf(std::string_view dn) {
     if (found != names_.end()) return found->second;
     if (names_.size() >= kMostNames) names_.clear();
     return names_.emplace(dn, find_(dn)).first->second;
+}
+
+std::optional<AclParts> SplitAcl(std::string_view value) {
+    const std::size_t scope = value.find('#');
+    const std::size_t subject = scope == std::string_view::npos ? scope : value.find('#', scope + 1);
+    const std::size_t attribute = value.rfind('#');
+    if (subject == std::string_view::npos || attribute == subject) return std::nullopt;
+    return AclParts{value.substr(0, scope), value.substr(subject + 1, attribute - subject - 1),
+                    value.substr(attribute + 1)};
 }
 
 std::string CanonicalNumber(std::string_view text) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -32,6 +33,15 @@ class DnNames {
 // there are none; those of a stream are its bytes.
 std::vector<std::string> ValueTexts(DnNames& names, Syntax syntax,
                                     const std::vector<std::string_view>& values);
+
+// The parts of a value of an access control list, "privileges#scope#trustee#attribute"; the trustee is a DN.
+// Nothing when the value has not that form.
+struct AclParts {
+    std::string_view privileges;
+    std::string_view trustee;
+    std::string_view attribute;
+};
+std::optional<AclParts> SplitAcl(std::string_view value);
 
 // The canonical decimal text of a whole number of any size ("+05" is "5", "-0" is "0"); other text stays as
 // it is.

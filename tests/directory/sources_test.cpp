@@ -1,7 +1,10 @@
 // A tree that a server holds answers as its export does.
 #include <gtest/gtest.h>
 
+#include "directory/directory_config.h"
 #include "directory/directory_fixture.h"
+#include "directory/tree_export.h"
+#include "platform/write_in_place.h"
 #include "support/slapd.h"
 
 namespace zorvel::test {
@@ -85,27 +88,33 @@ std::vector<std::string> PathsBelow(Directory& directory, const std::string& pat
     return paths;
 }
 
-// The trees TREE (the export) and LIVE (a server with its content) in one directory.
+// The trees TREE (the export), LIVE (a server with its content) and SAVED (what is written of one) in one
+// directory.
 struct TwoTrees {
     DirectoryFixture fixture;
     Slapd server;
 
-    explicit TwoTrees(std::string_view ldif) : fixture(ldif), server(std::string(ldif)) {
+    explicit TwoTrees(std::string_view ldif, const std::string& live_keys = {})
+        : fixture(ldif), server(std::string(ldif)) {
         fixture.shell.folder.Write("Directory.toml",
                                    "[[tree]]\nname = \"TREE\"\nldif = \"Trees/TREE.ldif\"\n"
+                                   "[[tree]]\nname = \"SAVED\"\nldif = \"Trees/SAVED.ldif\"\n"
                                    "[[tree]]\nname = \"LIVE\"\nldap = [\"" +
-                                       server.url() + "\"]\n");
+                                       server.url() + "\"]\n" + live_keys);
         EXPECT_EQ(fixture.directory.NWCallsInit(), 0);
     }
 
-    // What the tree says of itself, under the name TREE.
-    std::string All(std::string tree) {
+    // What the tree says of itself, under the name TREE; of objects of some classes, when they are given.
+    std::string All(const std::string& tree, const std::vector<std::string>& classes = {}) {
         Directory& directory = fixture.directory;
         directory.SetCurrentObject(RootPath(tree));
         const std::vector<std::string> paths = PathsBelow(directory, RootPath(tree));
         std::string all;
         for (const std::string& path : paths) {
             directory.SetCurrentObject(RootPath(tree));
+            const std::string& name = directory.LookUp(path).class_name;
+            if (!classes.empty() && std::find(classes.begin(), classes.end(), name) == classes.end())
+                continue;
             all += Answers(directory, path) + Answers(directory, directory.FullName(path));
         }
         for (std::size_t at = all.find(tree); at != std::string::npos; at = all.find(tree, at + 1))
@@ -119,6 +128,35 @@ TEST(Sources, AServerAnswersAsItsExportDoes) {
     const std::string exported = trees.All("TREE");
     EXPECT_GT(exported.size(), 3000U);
     EXPECT_EQ(trees.All("LIVE"), exported);
+}
+
+// Writes a tree as SAVED.
+ExportSummary Save(TwoTrees& trees, const std::string& name) {
+    TestShell& shell = trees.fixture.shell;
+    LdapHost host{shell.files, shell.log, {}};
+    const DirectoryConfig config = ReadDirectoryConfig(shell.files);
+    const auto tree = std::find_if(config.trees.begin(), config.trees.end(),
+                                   [&](const DirectoryConfig::Tree& other) { return other.name == name; });
+    ExportSummary summary;
+    WriteInPlace(shell.folder.path() / "Trees/SAVED.ldif",
+                 [&](OutputFile& file) { summary = ExportTree(host, *tree, file); });
+    return summary;
+}
+
+TEST(TreeExport, IsReadAsTheTreeIs) {
+    for (const std::string keys : {"", "base = [\"ou=APPS,o=SITE\", \"ou=a,ou=APPS,o=SITE\", \"c=SE\"]\n"}) {
+        TwoTrees trees(kTree, keys);
+        Save(trees, "LIVE");
+        const std::string live = trees.All("LIVE", {std::string(kApplicationClass)});
+        EXPECT_GT(live.size(), 1000U);
+        EXPECT_EQ(trees.All("SAVED", {std::string(kApplicationClass)}), live);
+        const std::string saved = trees.fixture.shell.folder.Read("Trees/SAVED.ldif");
+        EXPECT_NE(trees.All("SAVED").find("Joe.SITE"), std::string::npos) << "a trustee, wherever it lies";
+        EXPECT_EQ(saved.find("sn: J"), std::string::npos) << "nothing that no run reads";
+    }
+    TwoTrees trees(kTree);
+    EXPECT_EQ(Save(trees, "TREE").objects, 17);
+    EXPECT_EQ(trees.All("SAVED"), trees.All("TREE"));
 }
 
 }  // namespace
