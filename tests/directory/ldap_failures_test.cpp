@@ -209,6 +209,31 @@ TEST(LdapFailures, ALostConnectionIsMadeAgainOnceAndAServerThatComesBackIsUsed) 
     EXPECT_THAT(tree.Path("Calc"), HasSubstr("did not answer within 2 second(s) - try again later"));
 }
 
+TEST(LdapFailures, ABusyServerIsAskedAgainOnceAndAReferralIsToldOnce) {
+    Slapd server{std::string(kTree) +
+                 "\ndn: ou=Far,o=SITE\nobjectClass: referral\nobjectClass: extensibleObject\nou: Far\n"
+                 "ref: ldap://far.example/ou=Far,o=SITE\n"};
+    SlowProxy proxy(server.folder().path() / "socket");
+    LiveTree tree("ldap = ['" + proxy.url() + "']\n");
+    ASSERT_EQ(tree.Opened(), "");
+    EXPECT_EQ(tree.Path("Word"), "x");
+    proxy.busy = 1;
+    EXPECT_EQ(tree.Path("Calc"), "y");
+    proxy.busy = 2;
+    EXPECT_THAT(tree.Path("Word"), HasSubstr("the server is busy - try again later"));
+    proxy.busy = 0;
+    const auto count = [&tree](std::string_view text) {
+        const std::vector<std::string> lines = tree.shell.LogLines();
+        return std::count_if(lines.begin(), lines.end(), [text](const std::string& line) {
+            return line.find(text) != std::string::npos;
+        });
+    };
+    EXPECT_EQ(count("is busy - try again later - asking again"), 2);
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(tree.directory->Entries("NDS:\\\\LIVE\\SITE", kApplicationClass).size(), 2U);
+    EXPECT_EQ(count("WARNING: A part of 'LIVE' is on the server 'far.example', which is not asked"), 1);
+}
+
 TEST(LdapFailures, AWaitEndsWhenTheUserWantsItTo) {
     Slapd server{std::string(kTree)};
     SlowProxy proxy(server.folder().path() / "socket");

@@ -8,10 +8,12 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -43,8 +45,9 @@ class SlowProxy {
     SlowProxy(const SlowProxy&) = delete;
     SlowProxy& operator=(const SlowProxy&) = delete;
 
-    std::atomic<bool> stalled{false};                  // nothing is passed on
-    std::atomic<int> cut_behind{-1};                   // so many more answers, then the connection ends
+    std::atomic<bool> stalled{false};  // nothing is passed on
+    std::atomic<int> cut_behind{-1};   // so many more answers, then the connection ends
+    std::atomic<int> busy{0};          // so many searches that went well end with "busy" instead
     std::atomic<std::chrono::milliseconds> delay{{}};  // of what the server says
 
     std::string url(const std::string& scheme = "ldap") const {
@@ -77,15 +80,23 @@ class SlowProxy {
                 std::this_thread::sleep_for(delay.load());
                 if (cut_behind == 0) break;
                 if (cut_behind > 0) --cut_behind;
-                open = Copy(server, client);
+                open = Copy(server, client, &busy);
             }
         }
         close(client);
         close(server);
     }
-    static bool Copy(int from, int to) {
+    // A search that ends well says so with the result code 0 (RFC 4511, in BER); 51 is "busy".
+    static bool Copy(int from, int to, std::atomic<int>* busy = nullptr) {
+        constexpr std::string_view kDone("\x65\x07\x0a\x01\x00", 5);
+        constexpr char kBusy = 51;
         std::array<char, 65536> bytes{};
         const ssize_t size = read(from, bytes.data(), bytes.size());
+        const auto* const done = std::search(bytes.begin(), bytes.end(), kDone.begin(), kDone.end());
+        if (busy != nullptr && *busy > 0 && done != bytes.end()) {
+            --*busy;
+            bytes.at(static_cast<std::size_t>(done - bytes.begin()) + kDone.size() - 1) = kBusy;
+        }
         return size > 0 && write(to, bytes.data(), static_cast<std::size_t>(size)) == size;
     }
 
