@@ -16,7 +16,7 @@ struct ldap;
 
 namespace zorvel {
 
-enum class LdapScope { kBase, kOneLevel };
+enum class LdapScope { kBase, kOneLevel, kSubtree };
 
 struct LdapSearch {
     std::string base;  // a DN in UTF-8
