@@ -202,7 +202,13 @@ std::size_t DirectoryText::IndexOf(std::string_view name) const {
 
 // Makes `text` the text if it says what it is to say.
 void DirectoryText::Take(std::string text, const DirectoryConfig& expected) {
-    DirectoryConfig config = ParseDirectoryConfig(files_, text);
+    DirectoryConfig config;
+    try {
+        config = ParseDirectoryConfig(files_, text);
+    } catch (const DirectoryConfigFault& fault) {
+        // Its line is none that anybody has seen.
+        throw Error(errors::kInvalidCall).With(fault.reason());
+    }
     if (config != expected) {
         throw Error(errors::kInvalidCall)
             .With(files_.Path(kDirectoryConfigFile) +

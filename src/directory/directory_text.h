@@ -12,9 +12,9 @@
 namespace zorvel {
 
 // The text of a Directory.toml. A change writes the lines that it concerns and keeps all others with their
-// comments, their order and their line ends. It is read again before it counts: each change raises a
-// DirectoryConfigFault when a value cannot stand, and error 5 when the text's form allows no such change (the
-// detail names the line); the text is as before then.
+// comments, their order and their line ends. It is read again before it counts: each change raises error 5
+// when a value cannot stand (the detail is the reason), or when the text's form allows no such change (it
+// names file and line); the text is as before then.
 class DirectoryText {
   public:
     // Raises what ParseDirectoryConfig raises.

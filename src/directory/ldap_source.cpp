@@ -48,6 +48,16 @@ LdapSource::LdapSource(LdapHost& host, std::string tree, LdapSettings settings)
       tree_(std::move(tree)),
       names_([this](std::string_view dn) { return NameOfDN(dn); }) {}
 
+TreeConnection LdapSource::Connection() const {
+    using State = TreeConnection::State;
+    const LdapServer* const server = session_.OpenServer();
+    if (server == nullptr) return {State::kClosed, "Not connected yet"};
+    const bool open = server->encryption == "none";
+    return {open ? State::kInTheOpen : State::kPrivate, (open ? "Not encrypted" : server->encryption) +
+                                                            ", server " + server->url + ", as " +
+                                                            server->identity};
+}
+
 void LdapSource::MakeCurrent(bool root) {
     if (!root) return;
     session_.Server();

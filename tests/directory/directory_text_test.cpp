@@ -124,14 +124,14 @@ TEST_F(DirectoryTextTest, TouchesWhatItConcernsAndNothingElse) {
 TEST_F(DirectoryTextTest, WhatCannotStandIsToldAndChangesNothing) {
     const std::string braces = "tree = [ { name = 'A', ldif = 'a' } ]\n";
     const std::tuple<std::string, Change, std::string> cases[] = {
-        {kServer, Set([](Tree& tree) { tree.name = "b"; }), ": Another tree has the same name"},
+        {kServer, Set([](Tree& tree) { tree.name = "b"; }), "Another tree has the same name"},
         {kServer, Set([](Tree& tree) { tree.ldap->urls = {"http://x"}; }),
-         ": 'http://x' does not begin with ldap://, ldaps:// or ldapi:// and a server"},
-        {kServer, [this](DirectoryText& text) { text.Add(Export("A")); }, ": Another tree has the same name"},
+         "'http://x' does not begin with ldap://, ldaps:// or ldapi:// and a server"},
+        {kServer, [this](DirectoryText& text) { text.Add(Export("A")); }, "Another tree has the same name"},
         {kServer, [](DirectoryText& text) { text.Remove("Z"); }, ": There is no tree 'Z' any more"},
         {braces, [](DirectoryText& text) { text.Remove("A"); },
          ", line 1: A tree in braces can only be changed in a text editor"},
-        {braces, [this](DirectoryText& text) { text.Add(Export("B")); }, "line 3, column"},
+        {braces, [this](DirectoryText& text) { text.Add(Export("B")); }, "redefine"},
     };
     for (const auto& [before, change, expected] : cases) {
         folder_.Write("Directory.toml", before);
