@@ -192,6 +192,46 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
     photographer.Take(welcome, "welcome");
 }
 
+// The trees, with two that a server of their own holds: one that needs a password, and one whose certificate
+// has expired.
+class LiveTrees {
+  public:
+    // Adds them to the program folder's Directory.toml.
+    explicit LiveTrees(const std::filesystem::path& folder)
+        : certificates_(scratch_),
+          tls_("ldaps://127.0.0.1:" + std::to_string(zorvel::test::FreePort())),
+          server_(Content(folder),
+                  {.access = "access to attrs=userPassword by * auth\naccess to * by * read\n",
+                   .global = certificates_.ServerLines("server", "IP:127.0.0.1", "-1"),
+                   .addresses = {tls_}}) {
+        std::filesystem::create_directory_symlink(server_.folder().path(), Link());
+        std::ofstream(folder / "Directory.toml", std::ios::app)
+            << "\n[[tree]]\nname = \"LIVE_TREE\"\nldap = [\"ldapi://%2Ftmp%2Fedir1%2Fsocket\"]\n"
+               "bind_dn = \"cn=zorvel,o=CORP\"\n"
+               "\n[[tree]]\nname = \"OLD_TREE\"\nldap = [\"" +
+                   tls_ + "\"]\nca_file = \"" + certificates_.Path("ca.pem") + "\"\n";
+    }
+    ~LiveTrees() { std::filesystem::remove(Link()); }
+    LiveTrees(const LiveTrees&) = delete;
+    LiveTrees& operator=(const LiveTrees&) = delete;
+
+  private:
+    static std::filesystem::path Link() { return "/tmp/edir1"; }
+    static std::string Content(const std::filesystem::path& folder) {
+        std::ifstream file(folder / "Trees/LAB_TREE.ldif");
+        std::string text((std::istreambuf_iterator<char>(file)), {});
+        const std::size_t end = text.find("\n\n", text.find("objectClass: organization")) + 2;
+        text.insert(end, "dn: " + text.substr(text.rfind("\ndn: ", end - 2) + 5, 0) +
+                             "cn=zorvel,o=LAB\nobjectClass: user\ncn: zorvel\nuserPassword: secret\n\n");
+        return text;
+    }
+
+    zorvel::test::TempFolder scratch_;
+    zorvel::test::Certificates certificates_;
+    std::string tls_;
+    zorvel::test::Slapd server_;
+};
+
 // A palette as dark desktops have it.
 QPalette DarkPalette() {
     QPalette dark;

@@ -37,29 +37,36 @@ std::string ReportOf(const std::string& tree, const std::vector<TreeFinding>& fi
     return report;
 }
 
-// A path as the file writes it.
-std::string PathFor(const std::string& path, const Files& files) {
+}  // namespace
+
+std::string ShownPath(const Files& files, const std::string& path) {
     const std::string folder = files.Path({});
     std::string text = path.starts_with(folder) ? path.substr(folder.size()) : path;
     std::replace(text.begin(), text.end(), '\\', '/');
     return text;
 }
 
-}  // namespace
+std::string PathOfShown(const Files& files, std::string text) {
+    if (text.empty()) return text;
+    if (const std::string folder = files.ProgramFolder() + '/'; text.starts_with(folder))
+        text.erase(0, folder.size());
+    std::replace(text.begin(), text.end(), '/', '\\');
+    return text.starts_with('\\') ? text : files.Path(text);
+}
 
 TreeEditor::TreeEditor(MainController& controller)
     : controller_(controller), config_(ReadDirectoryConfig(controller.services().files)) {}
 
-std::string TreeEditor::SourceOf(const DirectoryConfig::Tree& tree, const Files& files) {
-    if (!tree.ldap) return "LDIF export " + PathFor(tree.ldif, files);
+std::string TreeEditor::SourceOf(const DirectoryConfig::Tree& tree) const {
+    if (!tree.ldap) return "LDIF export " + ShownPath(files(), tree.ldif);
     std::string text;
     for (const std::string& url : tree.ldap->urls)
         text += (text.empty() ? "" : ", ") + url;
     return text + (tree.ldap->bind_dn.empty() ? ", anonymous" : ", as " + FromUtf8(tree.ldap->bind_dn));
 }
 
-DirectoryConfig::Tree TreeEditor::TreeOfExport(std::string path) const {
-    std::string stem = path.substr(path.find_last_of("\\/") + 1);
+std::string TreeEditor::NameForExport(std::string_view path) const {
+    std::string stem(path.substr(path.find_last_of("\\/") + 1));
     stem.resize(std::min(stem.rfind('.'), stem.size()));
     const auto taken = [this](const std::string& name) {
         return std::any_of(
@@ -69,7 +76,17 @@ DirectoryConfig::Tree TreeEditor::TreeOfExport(std::string path) const {
     std::string name = stem;
     for (int number = 2; taken(name); ++number)
         name = stem + " " + std::to_string(number);
-    return {std::move(name), std::move(path), {}};
+    return name;
+}
+
+std::string TreeEditor::Obstacle(const DirectoryConfig::Tree& tree) const {
+    if (tree.ldap || tree.ldif.empty()) return {};
+    try {
+        if (files().Exists(tree.ldif)) return {};
+    } catch (const Error& error) {
+        return error.Reason();
+    }
+    return "There is no file '" + ShownPath(files(), tree.ldif) + "'";
 }
 
 bool TreeEditor::Change(const std::function<void(DirectoryText&)>& change) {
@@ -88,20 +105,29 @@ bool TreeEditor::Change(const std::function<void(DirectoryText&)>& change) {
     }
 }
 
-bool TreeEditor::Add(const DirectoryConfig::Tree& tree) {
-    const bool done = Change([&](DirectoryText& text) { text.Add(tree); });
-    if (done && controller_.session().current_tree.empty() && !reopen_) reopen_ = tree.name;
-    return done;
-}
-
-bool TreeEditor::Replace(const std::string& name, const DirectoryConfig::Tree& tree) {
-    const bool current = reopen_ ? *reopen_ == name : controller_.session().current_tree == name;
-    const bool done = Change([&](DirectoryText& text) { text.Replace(name, tree); });
-    if (done && current) reopen_ = tree.name;
+bool TreeEditor::Put(const std::string& name, const DirectoryConfig::Tree& tree) {
+    failure_ = Obstacle(tree);
+    if (!failure_.empty()) return false;
+    const std::string& current = reopen_ ? *reopen_ : controller_.session().current_tree;
+    const bool opens = name == current;  // also the first tree of all
+    const bool done = Change([&](DirectoryText& text) {
+        if (name.empty()) {
+            text.Add(tree);
+        } else {
+            text.Replace(name, tree);
+        }
+    });
+    if (done && opens) reopen_ = tree.name;
     return done;
 }
 
 bool TreeEditor::Remove(const std::string& name) {
+    failure_.clear();
+    if (!controller_.services().ui.Ask(
+            "Do you want to take the tree '" + name +
+                "' off the list?\r\rIts selections and datasets stay where they are.",
+            MessageIcon::kQuestion, Answer::kNo))
+        return false;
     const bool done = Change([&](DirectoryText& text) { text.Remove(name); });
     if (done && controller_.session().current_tree == name) reopen_ = name;
     return done;
@@ -115,6 +141,10 @@ std::string TreeEditor::Test(const DirectoryConfig::Tree& tree) {
     const auto findings = controller_.TestTree(tree);
     controller_.services().status.SetIdle();
     return findings ? ReportOf(tree.name, *findings) : "The test was ended.";
+}
+
+void TreeEditor::EndTest() {
+    if (!controller_.session().activity.UserInterrupt) controller_.PressEscape();
 }
 
 void TreeEditor::Finish() {

@@ -53,9 +53,10 @@ TreeConnection LdapSource::Connection() const {
     const LdapServer* const server = session_.OpenServer();
     if (server == nullptr) return {State::kClosed, "Not connected yet"};
     const bool open = server->encryption == "none";
-    return {open ? State::kInTheOpen : State::kPrivate, (open ? "Not encrypted" : server->encryption) +
-                                                            ", server " + server->url + ", as " +
-                                                            server->identity};
+    std::string text = open ? "not encrypted" : server->encryption;
+    text.front() = UpperChar(text.front());
+    return {open ? State::kInTheOpen : State::kPrivate,
+            text + ", server " + server->url + ", as " + server->identity};
 }
 
 void LdapSource::MakeCurrent(bool root) {

@@ -86,9 +86,9 @@ TEST(TreeCheck, TellsHowWellTheConnectionIsProtected) {
     const Slapd server(kTree, {.global = certificates.ServerLines("server", "IP:127.0.0.1", "2"),
                                .addresses = {tls, plain}});
     const std::string trust = "ca_file = '" + certificates.Path("ca.pem") + "'\n";
-    EXPECT_THAT(Findings("ldap = ['" + tls + "']\n" + trust), HasSubstr("ok encryption: TLS1.3\n"));
+    EXPECT_THAT(Findings("ldap = ['" + tls + "']\n" + trust), HasSubstr("ok encryption: TLS 1.3\n"));
     EXPECT_THAT(Findings("ldap = ['" + plain + "']\nstart_tls = true\n" + trust),
-                HasSubstr("ok encryption: TLS1.3\n"));
+                HasSubstr("ok encryption: TLS 1.3\n"));
     EXPECT_THAT(Findings("ldap = ['" + plain + "']\n"), HasSubstr("missing encryption: none - what is read"));
     EXPECT_THAT(
         Findings("ldap = ['" + tls + "']\n"),
