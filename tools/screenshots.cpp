@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QItemSelectionModel>
+#include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
@@ -250,7 +251,7 @@ void TakeTrees(frmZorvel& window, const Photographer& photographer) {
     };
     const auto type = [](const char* password) {
         return [password](QWidget& dialog) {
-            QTest::keyClicks(dialog.findChild<QWidget*>(), password);
+            QTest::keyClicks(dialog.findChild<QLineEdit*>(), password);
             QTest::keyClick(&dialog, Qt::Key_Return);
         };
     };
