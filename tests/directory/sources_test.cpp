@@ -91,6 +91,7 @@ struct TwoTrees {
     Slapd server;
 
     explicit TwoTrees(std::string_view ldif) : fixture(ldif), server(std::string(ldif)) {
+        signal(SIGPIPE, SIG_IGN);  // as the programs do
         fixture.shell.folder.Write("Directory.toml",
                                    "[[tree]]\nname = \"TREE\"\nldif = \"Trees/TREE.ldif\"\n"
                                    "[[tree]]\nname = \"LIVE\"\nldap = [\"" +
