@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QItemSelectionModel>
+#include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
@@ -12,6 +13,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
+#include <QTreeWidget>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -24,6 +26,8 @@
 #include "gui/main/frm_zorvel.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "support/certificates.h"
+#include "support/program_folder.h"
 
 namespace {
 
@@ -31,6 +35,44 @@ using zorvel::frmZorvel;
 
 constexpr QSize kLogSize(940, 480);
 constexpr QSize kReportSize(1180, 820);
+
+// The trees, with two that a server of their own holds: one that needs a password, and one whose certificate
+// has expired.
+class LiveTrees {
+  public:
+    // Adds them to the program folder's Directory.toml.
+    explicit LiveTrees(const std::filesystem::path& folder)
+        : certificates_(scratch_),
+          tls_("ldaps://127.0.0.1:" + std::to_string(zorvel::test::FreePort())),
+          server_(Content(), {.access = "access to attrs=userPassword by * auth\naccess to * by * read\n",
+                              .global = certificates_.ServerLines("server", "IP:127.0.0.1", "-1"),
+                              .addresses = {tls_}}) {
+        std::filesystem::create_directory_symlink(server_.folder().path(), Link());
+        std::ofstream(folder / "Directory.toml", std::ios::app)
+            << "\n[[tree]]\nname = \"LIVE_TREE\"\nldap = [\"ldapi://%2Ftmp%2Fedir1%2Fsocket\"]\n"
+               "bind_dn = \"cn=zorvel,o=LAB\"\n"
+               "\n[[tree]]\nname = \"OLD_TREE\"\nldap = [\"" +
+                   tls_ + "\"]\nca_file = \"" + certificates_.Path("ca.pem") + "\"\n";
+    }
+    ~LiveTrees() { std::filesystem::remove(Link()); }
+    LiveTrees(const LiveTrees&) = delete;
+    LiveTrees& operator=(const LiveTrees&) = delete;
+
+  private:
+    static std::filesystem::path Link() { return "/tmp/edir1"; }
+    static std::string Content() {
+        using namespace zorvel::test;
+        std::string text = LdifOrganization("LAB") + LdifUnit("APPS", "o=LAB");
+        for (const char* const name : {"Reader 7.0", "Payround 9.5", "Lexikon", "Planner"})
+            text += LdifApplication(name, "ou=APPS,o=LAB", "appPath: x\n");
+        return text + "dn: cn=zorvel,o=LAB\nobjectClass: user\ncn: zorvel\nuserPassword: secret\n";
+    }
+
+    zorvel::test::TempFolder scratch_;
+    zorvel::test::Certificates certificates_;
+    std::string tls_;
+    zorvel::test::Slapd server_;
+};
 
 class Photographer {
   public:
@@ -192,6 +234,55 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
     photographer.Take(welcome, "welcome");
 }
 
+// The Trees dialog with a test and a form, the trouble that a server can give, and the window over a server.
+void TakeTrees(frmZorvel& window, const Photographer& photographer) {
+    const auto open = [&window] { window.findChild<QAction*>("mnuFileTrees")->trigger(); };
+    const auto select = [](QWidget& dialog, int row) {
+        auto* list = dialog.findChild<QTreeWidget*>("lstTrees");
+        list->setCurrentItem(list->topLevelItem(row));
+    };
+    const auto press = [](QWidget& dialog, const char* button) {
+        dialog.findChild<QAbstractButton*>(button)->click();
+    };
+    const auto choose = [&window](int row) {
+        auto* trees = window.findChild<QComboBox*>("comTree");
+        trees->setCurrentIndex(row);
+        Q_EMIT trees->activated(row);
+    };
+    const auto type = [](const char* password) {
+        return [password](QWidget& dialog) {
+            QTest::keyClicks(dialog.findChild<QLineEdit*>(), password);
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        };
+    };
+    window.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(0);
+    TakeModal(photographer, "trees", open, [&](QWidget& dialog) { select(dialog, 2); });
+    TakeModal(
+        photographer, "tree-server", open, [](QWidget&) {},
+        [&](QWidget& dialog) {
+            select(dialog, 2);
+            TakeModal(photographer, "tree-server", [&] { press(dialog, "butEdit"); });
+            dialog.close();
+        });
+    TakeModal(photographer, "tree-test", open, [&](QWidget& dialog) {
+        select(dialog, 2);
+        TakeModal(
+            photographer, "password", [&] { press(dialog, "butTest"); }, [](QWidget&) {}, type("secret"));
+    });
+    QTimer::singleShot(100, [&] { type("wrong")(*QApplication::activeModalWidget()); });
+    QTimer::singleShot(600, [&] {
+        photographer.Take(*QApplication::activeModalWidget(), "wrong-password");
+        QApplication::activeModalWidget()->close();
+    });
+    choose(2);
+    TakeModal(photographer, "expired-certificate", [&] { choose(3); });
+    QTimer::singleShot(100, [&] { type("secret")(*QApplication::activeModalWidget()); });
+    choose(2);
+    SelectApplications(window, "APPS", 3);
+    photographer.Take(window, "server");
+    choose(0);
+}
+
 // A palette as dark desktops have it.
 QPalette DarkPalette() {
     QPalette dark;
@@ -219,17 +310,17 @@ int Run(const std::filesystem::path& program_folder, const QString& output) {
     std::filesystem::copy(program_folder, folder, std::filesystem::copy_options::recursive);
     std::ofstream(folder / "TempData/welcome.nal") << "suppressed\r\n";
 
+    const LiveTrees live(folder);
     const zorvel::Files files(folder);
     zorvel::SystemClock clock;
     zorvel::ControllerSettings settings;
     settings.tree_read_countdown = 0;
     settings.pace = {0, 0};
-    frmZorvel window(
-        files, clock,
-        zorvel::OpenDirectory,
-        settings);
+    frmZorvel window(files, clock, zorvel::OpenDirectory, settings);
     if (!window.StartUp("")) return 1;
-    TakeAll(window, Photographer(output));
+    const Photographer photographer(output);
+    TakeTrees(window, photographer);
+    TakeAll(window, photographer);
     std::filesystem::remove_all(folder);
     return 0;
 }

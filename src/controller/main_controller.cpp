@@ -1,5 +1,7 @@
 #include "controller/main_controller.h"
 
+#include <algorithm>
+
 #include "database/import_record.h"
 #include "platform/interruption.h"
 #include "shell/pause.h"
@@ -73,6 +75,46 @@ void MainController::SwitchTree(std::size_t index, bool force) {
 void MainController::RefreshTree() {
     AllowDirectory(DirectoryAccess::kFull);
     LoadTree(true);
+}
+
+void MainController::ListTreesAgain() {
+    if (directory_->NWCallsInit() != 0)
+        throw Error(errors::kInvalidCall).With(directory_->InitialisationFailure());
+    session_.trees.clear();
+    window_.ClearTrees();
+    for (int i = 0; i < directory_->TreeCount(); ++i) {
+        session_.trees.push_back(directory_->TreeName(i));
+        window_.AddTree(session_.trees.back());
+        if (session_.trees.back() == session_.current_tree) window_.SelectTree(session_.trees.size() - 1);
+    }
+}
+
+void MainController::OpenListedTree(std::string_view name) {
+    if (session_.trees.empty()) {
+        session_.current_tree.clear();
+        session_.tree_loaded = false;
+        tree_refresh_.Clear();
+        ShowNoTree();
+        return;
+    }
+    const auto found = std::find(session_.trees.begin(), session_.trees.end(), name);
+    const std::size_t index = found != session_.trees.end()
+                                  ? static_cast<std::size_t>(found - session_.trees.begin())
+                                  : PreferredTree();
+    window_.SelectTree(index);
+    SwitchTree(index);
+}
+
+std::optional<std::vector<TreeFinding>> MainController::TestTree(const DirectoryConfig::Tree& tree) {
+    const BusyPeriod busy(session_.activity);
+    log_.WriteLog("Testing the tree '" + tree.name + "'");
+    LdapHost host{files_, log_, MakeLdapPorts()};
+    try {
+        return CheckTree(host, tree);
+    } catch (const Interrupted&) {
+        log_.WriteLog("The test was ended at user request");
+        return std::nullopt;
+    }
 }
 
 void MainController::LoadTree(bool force) {

@@ -13,6 +13,7 @@
 #include "controller/session.h"
 #include "directory/directory.h"
 #include "directory/ldap_ports.h"
+#include "directory/tree_check.h"
 #include "shell/services.h"
 
 namespace zorvel {
@@ -48,6 +49,14 @@ class MainController {
     void SwitchTree(std::size_t index, bool force = false);
     // Reads the current tree from the directory.
     void RefreshTree();
+    // Lists the trees anew, after Directory.toml was changed; the current one stays as it is. Raises error 5
+    // when the file cannot be used.
+    void ListTreesAgain();
+    // Opens the tree of that name, or the preferred one when there is none.
+    void OpenListedTree(std::string_view name);
+
+    // Tests a tree, Busy meanwhile; nothing when the user ended the test.
+    std::optional<std::vector<TreeFinding>> TestTree(const DirectoryConfig::Tree& tree);
 
     // Sets UserInterrupt when something is Busy; does nothing else.
     void PressEscape();
@@ -89,6 +98,7 @@ class MainController {
     void InitialiseDirectoryClient();
     void ShowWelcomeOnce();
     void ListTrees();
+    void ShowNoTree();
     void OpenMasterCatalogue();
     std::vector<std::string> LoadRuleList(std::string_view name);
     void OpenFirstTree(const TreeRequest& request);

@@ -22,6 +22,8 @@ class MainWindow : public OUViewDisplay, public RunDisplay {
     // Shows the welcome window modally; true when the user wants it suppressed from now on.
     virtual bool ShowWelcome() { return false; }
     virtual void EnableReenableWelcome(bool /*enabled*/) {}
+    // Takes all trees out of the selector comTree.
+    virtual void ClearTrees() {}
     // Adds a tree to the selector comTree, and selects one by its index.
     virtual void AddTree(std::string_view /*name*/) {}
     virtual void SelectTree(std::size_t /*index*/) {}

@@ -170,11 +170,7 @@ void MainController::OpenFirstTree(const TreeRequest& request) {
     constexpr int kStep = 19;
     log_.WriteLog("Finding Preferred Tree...");
     if (session_.trees.empty()) {
-        Step(kStep + 1, [&] {
-            AllowDirectory(DirectoryAccess::kNone);
-            window_.SetCurrentOU("No Trees found!");
-            window_.RefreshAppTitle();
-        });
+        Step(kStep + 1, [&] { ShowNoTree(); });
         return;
     }
     if (!request.open) return;
@@ -190,6 +186,12 @@ void MainController::OpenFirstTree(const TreeRequest& request) {
     const Guard guard = [&](const std::function<void()>& operation) { Step(kStep, operation); };
     OpenTree(index, request.refresh, guard);
     Step(kStep, [&] { directory_->SetCurrentObject(RootPath(session_.current_tree)); });
+}
+
+void MainController::ShowNoTree() {
+    AllowDirectory(DirectoryAccess::kNone);
+    window_.SetCurrentOU("No Trees found!");
+    window_.RefreshAppTitle();
 }
 
 std::size_t MainController::PreferredTree() {

@@ -42,6 +42,20 @@ struct Entry {
     std::string class_name;
 };
 
+// How the objects of a tree come here, as the user is told.
+struct TreeConnection {
+    enum class State {
+        kNone,       // there is no such tree
+        kFile,       // from an export
+        kClosed,     // from a server to which there is no connection
+        kInTheOpen,  // over a network, for all to read
+        kPrivate,    // encrypted, or without leaving the machine
+    };
+
+    State state = State::kNone;
+    std::string text;
+};
+
 // The two names under which a directory describes the class of an object.
 struct ObjectDescription {
     std::string kind_name;
@@ -60,7 +74,8 @@ class Directory {
     // Called when an operation raises error 600.
     std::function<void()> on_unreadable;
 
-    // Client initialisation, in this order; each returns 0 on success.
+    // Client initialisation, in this order; each returns 0 on success. The first lists the trees; called
+    // again it lists them anew, and those that are described as before stay open.
     virtual int NWCallsInit() = 0;
     // Why NWCallsInit failed: where the trouble lies and what it is; empty when there is no more to say.
     virtual std::string InitialisationFailure() const = 0;
@@ -72,6 +87,9 @@ class Directory {
     // The trees the session can see, in the session's order; `index` runs from 0 to TreeCount() - 1.
     virtual int TreeCount() = 0;
     virtual std::string TreeName(int index) = 0;
+
+    // How a tree is connected now.
+    virtual TreeConnection ConnectionOf(std::string_view /*tree*/) { return {}; }
 
     // The current object (a path): its tree is the one whose full names are looked up. Made of a tree's root,
     // it also takes notice of what has changed in the tree.

@@ -6,10 +6,10 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <utility>
 
 #include "directory/names.h"
 #include "platform/code_page.h"
-#include "platform/error.h"
 
 namespace zorvel {
 namespace {
@@ -36,9 +36,11 @@ class ConfigReader {
 
   private:
     [[noreturn]] void Fail(const toml::source_region& where, std::string_view reason) const {
-        throw Error(errors::kInvalidCall)
-            .With(path_ + ", line " + std::to_string(where.begin.line) + ", column " +
-                  std::to_string(where.begin.column) + ": " + FromUtf8(reason));
+        std::string text = FromUtf8(reason);
+        const Error error = Error(errors::kInvalidCall)
+                                .With(path_ + ", line " + std::to_string(where.begin.line) + ", column " +
+                                      std::to_string(where.begin.column) + ": " + text);
+        throw DirectoryConfigFault(error, std::move(text));
     }
 
     DirectoryConfig Take(const toml::table& document) const {

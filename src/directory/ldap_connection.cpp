@@ -60,6 +60,18 @@ void CheckPassword(const LdapSettings& settings, std::string_view url, std::stri
         fail("a password would cross the network for all to read - use ldaps://, or start_tls = true");
 }
 
+int ScopeOf(LdapScope scope) {
+    switch (scope) {
+        case LdapScope::kOneLevel:
+            return LDAP_SCOPE_ONELEVEL;
+        case LdapScope::kSubtree:
+            return LDAP_SCOPE_SUBTREE;
+        case LdapScope::kBase:
+            break;
+    }
+    return LDAP_SCOPE_BASE;
+}
+
 // Gives attributes that came under several options, such as "cn" and "cn;lang-en", their values together.
 void JoinOptions(std::vector<LdapAttribute>& attributes) {
     std::vector<LdapAttribute> joined;
@@ -197,11 +209,10 @@ int LdapConnection::Send(const LdapSearch& search, int page_size, const std::str
         page.reset(made);
     }
     LDAPControl* controls[] = {page.get(), nullptr};
-    const int scope = search.scope == LdapScope::kBase ? LDAP_SCOPE_BASE : LDAP_SCOPE_ONELEVEL;
     int request = 0;
-    const int code =
-        ldap_search_ext(handle_.get(), search.base.c_str(), scope, search.filter.c_str(), attributes.data(),
-                        0, page ? controls : nullptr, nullptr, nullptr, LDAP_NO_LIMIT, &request);
+    const int code = ldap_search_ext(handle_.get(), search.base.c_str(), ScopeOf(search.scope),
+                                     search.filter.c_str(), attributes.data(), 0, page ? controls : nullptr,
+                                     nullptr, nullptr, LDAP_NO_LIMIT, &request);
     if (code == LDAP_SUCCESS) return request;
     if (IsLost(code)) RaiseLost(code);
     throw Error(errors::kDirectoryUnreadable).With(server_.url + ": " + ldap_err2string(code));

@@ -17,7 +17,7 @@ struct ldapmsg;
 
 namespace zorvel {
 
-enum class LdapScope { kBase, kOneLevel };
+enum class LdapScope { kBase, kOneLevel, kSubtree };
 
 struct LdapSearch {
     std::string base;  // a DN in UTF-8

@@ -330,7 +330,9 @@ class Opening {
         if (ldap_tls_inplace(handle_.get()) == 0) return "none";
         char* version = nullptr;
         ldap_get_option(handle_.get(), LDAP_OPT_X_TLS_VERSION, &version);
-        std::string text = version != nullptr ? version : "TLS";
+        std::string_view number(version != nullptr ? version : "");
+        number.remove_prefix(std::min(number.find_first_of("0123456789"), number.size()));
+        std::string text = "TLS " + std::string(number);
         ldap_memfree(version);
         return text;
     }

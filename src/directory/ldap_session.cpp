@@ -120,6 +120,11 @@ const LdapServer& LdapSession::Server() {
     return Connection().server();
 }
 
+const LdapSession::Features& LdapSession::features() {
+    Connection();
+    return features_;
+}
+
 // Connects to the first server that takes us.
 void LdapSession::Connect() {
     if (!password_)
@@ -288,6 +293,12 @@ std::optional<std::vector<LdapEntry>> LdapSession::List(const std::string& dn, c
                                                         const std::vector<std::string>& attributes) {
     if (auto ahead = listings_.Take(dn)) return ahead;
     const LdapSearch search{dn, LdapScope::kOneLevel, filter, attributes};
+    return Repeat([&] { return ListPages(search); });
+}
+
+std::optional<std::vector<LdapEntry>> LdapSession::ListSubtree(const std::string& dn,
+                                                               const std::string& filter) {
+    const LdapSearch search{dn, LdapScope::kSubtree, filter, {LDAP_NO_ATTRS}};
     return Repeat([&] { return ListPages(search); });
 }
 

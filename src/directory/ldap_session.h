@@ -41,9 +41,22 @@ class LdapSession {
   public:
     LdapSession(LdapHost& host, std::string tree, LdapSettings settings);
 
+    // What the server that we are connected to offers.
+    struct Features {
+        bool paged = false;
+        std::string subschema;  // the DN of its schema; empty when it shows none
+        std::string vendor;
+    };
+
     const LdapSettings& settings() const { return settings_; }
     // The connection that is open, or that opens now.
     const LdapServer& Server();
+    // Likewise.
+    const Features& features();
+    // The connection that is open; null when there is none.
+    const LdapServer* OpenServer() const { return connection_ ? &connection_->server() : nullptr; }
+    // The hosts of servers that hold parts of the tree and were not asked.
+    const std::set<std::string>& referrals() const { return told_referrals_; }
     // The schema that the server publishes; its definitions without an NDS name take it from `bundled`.
     const Schema& schema();
     // What the schema of the server consists of; nothing when it shows none.
@@ -61,6 +74,9 @@ class LdapSession {
     // is no such object.
     std::optional<std::vector<LdapEntry>> List(const std::string& dn, const std::string& filter,
                                                const std::vector<std::string>& attributes);
+    // The objects at and below one that pass a filter, without their attributes; nothing when there is no
+    // such object.
+    std::optional<std::vector<LdapEntry>> ListSubtree(const std::string& dn, const std::string& filter);
     // Begins listings that will be asked for next, in their order, as far as the settings allow; those that
     // were expected before come behind them. StopAhead gives up those that were not asked for.
     void ListAhead(const std::vector<std::string>& dns, const std::string& filter,
@@ -68,12 +84,6 @@ class LdapSession {
     void StopAhead() { listings_.Clear(); }
 
   private:
-    struct Features {
-        bool paged = false;
-        std::string subschema;  // its DN
-        std::string vendor;
-    };
-
     LdapConnection& Connection();
     void Connect();
     static Features ReadFeatures(LdapConnection& connection);

@@ -48,6 +48,17 @@ LdapSource::LdapSource(LdapHost& host, std::string tree, LdapSettings settings)
       tree_(std::move(tree)),
       names_([this](std::string_view dn) { return NameOfDN(dn); }) {}
 
+TreeConnection LdapSource::Connection() const {
+    using State = TreeConnection::State;
+    const LdapServer* const server = session_.OpenServer();
+    if (server == nullptr) return {State::kClosed, "Not connected yet"};
+    const bool open = server->encryption == "none";
+    std::string text = open ? "not encrypted" : server->encryption;
+    text.front() = UpperChar(text.front());
+    return {open ? State::kInTheOpen : State::kPrivate,
+            text + ", server " + server->url + ", as " + server->identity};
+}
+
 void LdapSource::MakeCurrent(bool root) {
     if (!root) return;
     session_.Server();

@@ -28,6 +28,7 @@ class LdapSource final : public TreeSource {
 
     LdapSession& session() { return session_; }
 
+    TreeConnection Connection() const override;
     void MakeCurrent(bool root) override;
     void BeginWalk() override { walks_ = true; }
     void EndWalk() override;

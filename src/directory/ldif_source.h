@@ -26,6 +26,9 @@ class LdifSource final : public TreeSource {
     LdifSource(const Files& files, std::string tree, std::string ldif);
 
     // Raises error 600 when the file cannot be opened.
+    TreeConnection Connection() const override {
+        return {TreeConnection::State::kFile, "LDIF export " + ldif_};
+    }
     void MakeCurrent(bool root) override;
     std::optional<Entry> Find(std::string_view path_or_name) override;
     std::optional<std::string> FindFullName(std::string_view path_or_name) override;

@@ -143,6 +143,8 @@ std::string Schema::AddAttributeType(std::string_view definition, const Schema* 
         const Attribute* const known =
             Known(bundled, type->at_oid) ? bundled->FindAttribute(type->at_oid) : nullptr;
         name = NameWithoutNds(known != nullptr ? &known->nds_name : nullptr, names);
+    } else {
+        ++nds_names_;
     }
     attributes_.push_back({std::move(name), has_syntax ? SyntaxOf(type->at_syntax_oid) : Syntax::kOther});
     supertypes_.push_back(!has_syntax && type->at_sup_oid != nullptr ? UpperCase(type->at_sup_oid)
@@ -158,9 +160,12 @@ std::string Schema::AddObjectClass(std::string_view definition, const Schema* bu
     if (!object_class) return "Not an object class: " + fault;
     const std::vector<std::string> names = NamesOf(object_class->oc_names, object_class->oc_oid);
     std::string nds_name = NdsNameOf(object_class->oc_extensions);
-    if (nds_name.empty())
+    if (nds_name.empty()) {
         nds_name = NameWithoutNds(
             Known(bundled, object_class->oc_oid) ? bundled->FindClass(object_class->oc_oid) : nullptr, names);
+    } else {
+        ++nds_names_;
+    }
     for (const std::string& name : names)
         class_names_.try_emplace(UpperCase(name), nds_name);
     return {};

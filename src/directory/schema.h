@@ -46,6 +46,9 @@ class Schema {
     // The NDS name of the class with an LDAP name or OID, in any case; null when the schema does not hold it.
     const std::string* FindClass(std::string_view ldap_name) const;
 
+    // How many definitions carried an NDS name of their own.
+    std::size_t nds_names() const { return nds_names_; }
+
     // The LDAP names, in some case, of what has an NDS name.
     std::vector<std::string> LdapNamesOfAttribute(std::string_view nds_name) const;
     std::vector<std::string> LdapNamesOfClass(std::string_view nds_name) const;
@@ -56,6 +59,7 @@ class Schema {
         supertypes_;  // for each attribute what its syntax is to come from, in upper case
     TextMap<std::size_t> attribute_names_;  // upper case -> index in attributes_
     TextMap<std::string> class_names_;      // upper case -> NDS name
+    std::size_t nds_names_ = 0;
 };
 
 }  // namespace zorvel

@@ -56,22 +56,34 @@ auto TreeDirectory::Reading(Operation operation) {
 }
 
 int TreeDirectory::NWCallsInit() {
-    trees_.clear();
-    preferred_.reset();
     initialisation_failure_.clear();
     try {
         DirectoryConfig config = ReadDirectoryConfig(files_);
         preferred_ = std::move(config.preferred);
+        std::vector<Tree> trees;
         for (DirectoryConfig::Tree& tree : config.trees) {
-            std::string name = tree.name;
-            trees_.push_back({std::move(name), make_source_(std::move(tree))});
+            std::unique_ptr<TreeSource> source = SourceFor(tree);
+            trees.push_back({std::move(tree), std::move(source)});
         }
+        trees_ = std::move(trees);
         return 0;
     } catch (const Error& error) {
         initialisation_failure_ = error.detail();
         LogDetail(log_, error);
         return kFailure;
     }
+}
+
+std::unique_ptr<TreeSource> TreeDirectory::SourceFor(const DirectoryConfig::Tree& settings) {
+    const auto same = std::find_if(trees_.begin(), trees_.end(), [&](const Tree& tree) {
+        return tree.source && tree.settings == settings;
+    });
+    return same != trees_.end() ? std::move(same->source) : make_source_(settings);
+}
+
+TreeConnection TreeDirectory::ConnectionOf(std::string_view tree) {
+    const std::optional<std::size_t> index = IndexOf(tree);
+    return index ? trees_[*index].source->Connection() : TreeConnection();
 }
 
 int TreeDirectory::NWDSCreateContextHandle(std::uint32_t& context_handle) {
@@ -91,16 +103,19 @@ int TreeDirectory::TreeCount() {
 
 std::string TreeDirectory::TreeName(int index) {
     if (index < 0 || static_cast<std::size_t>(index) >= trees_.size()) throw Error(errors::kSubscript);
-    return trees_[static_cast<std::size_t>(index)].name;
+    return trees_[static_cast<std::size_t>(index)].name();
+}
+
+std::optional<std::size_t> TreeDirectory::IndexOf(std::string_view name) const {
+    const auto found =
+        std::find_if(trees_.begin(), trees_.end(), [name](const Tree& tree) { return tree.name() == name; });
+    if (found == trees_.end()) return std::nullopt;
+    return static_cast<std::size_t>(found - trees_.begin());
 }
 
 std::optional<std::size_t> TreeDirectory::TreeOf(std::string_view path_or_name) const {
     const std::optional<PathParts> parts = SplitPath(path_or_name);
-    const std::string_view name = parts ? parts->tree : current_tree_;
-    const auto found =
-        std::find_if(trees_.begin(), trees_.end(), [name](const Tree& tree) { return tree.name == name; });
-    if (found == trees_.end()) return std::nullopt;
-    return static_cast<std::size_t>(found - trees_.begin());
+    return IndexOf(parts ? parts->tree : current_tree_);
 }
 
 TreeSource& TreeDirectory::SourceOf(const Entry& entry) {

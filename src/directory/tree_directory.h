@@ -27,7 +27,7 @@ class TreeDirectory final : public Directory {
 
     TreeDirectory(const Files& files, Log& log, MakeSource make_source);
 
-    // Reads Directory.toml; the reason why it cannot be used is logged.
+    // Reads Directory.toml; the reason why it cannot be used is logged, and the trees stay.
     int NWCallsInit() override;
     std::string InitialisationFailure() const override { return initialisation_failure_; }
     int NWNetInit() override { return 0; }
@@ -37,6 +37,7 @@ class TreeDirectory final : public Directory {
     int TreeCount() override;
     // Raises error 9 when there is no such tree.
     std::string TreeName(int index) override;
+    TreeConnection ConnectionOf(std::string_view tree) override;
 
     void SetCurrentObject(std::string_view path) override;
     void BeginWalk() override;
@@ -69,8 +70,10 @@ class TreeDirectory final : public Directory {
 
   private:
     struct Tree {
-        std::string name;
+        DirectoryConfig::Tree settings;
         std::unique_ptr<TreeSource> source;
+
+        const std::string& name() const { return settings.name; }
     };
     struct OpenStream {
         StreamBytes stream;
@@ -80,6 +83,9 @@ class TreeDirectory final : public Directory {
     // The number of the tree that a path belongs to, or the current object's for a full name; nothing when
     // there is no such tree.
     std::optional<std::size_t> TreeOf(std::string_view path_or_name) const;
+    std::optional<std::size_t> IndexOf(std::string_view name) const;
+    // The source of a tree, which is used further if it was there with the same settings.
+    std::unique_ptr<TreeSource> SourceFor(const DirectoryConfig::Tree& settings);
     TreeSource& SourceOf(const Entry& entry);
     // Calls `operation`, and tells of error 600.
     template <typename Operation>

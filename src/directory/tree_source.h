@@ -24,6 +24,8 @@ class TreeSource {
   public:
     virtual ~TreeSource() = default;
 
+    // How it is connected now.
+    virtual TreeConnection Connection() const = 0;
     // The user turns to the tree: to its root, for which what has changed is read anew, or to another object.
     virtual void MakeCurrent(bool root) = 0;
     // Between these all of the tree is listed, container for container, each before what lies below it.

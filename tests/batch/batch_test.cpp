@@ -69,6 +69,25 @@ TEST_F(Batch, AnAnalysisPrintsItsSummaryAndRepeatsItsBytes) {
     EXPECT_EQ(folder_.Read("TempData/Zorvel_Issues.CSV"), issues);
 }
 
+TEST_F(Batch, TreesAreTestedALineAFinding) {
+    folder_.Write("Directory.toml",
+                  "[[tree]]\nname = 'a\xC3\xA9'\nldif = 'Trees/none.ldif'\n"
+                  "[[tree]]\nname = 'b'\nldap = ['ldapi://%2Fnone']\nbind_dn = 'cn=x'\n"
+                  "[[tree]]\nname = 'c'\nldif = 'Trees/T1.ldif'\n");
+    const Result result = Run({"trees", "--check"});
+    const std::string folder = folder_.path().string();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(
+        result.out,
+        "a\xC3\xA9\tfailed\tfile\t" + folder + "\\Trees\\none.ldif: File not found\n" +
+            "b\tfailed\tserver\tNobody gave the password of 'cn=x' - choose the tree again to be asked\n" +
+            "c\tok\tfile\t" + folder + "\\Trees\\T1.ldif\nc\tok\tcontainers\t3\n" +
+            "c\tok\tapplications\t2\n");
+    EXPECT_EQ(result.err, "zorvel-batch: not all trees can be read\n");
+    folder_.Write("Directory.toml", "[[tree]]\nname = 'c'\nldif = 'Trees/T1.ldif'\n");
+    EXPECT_EQ(Run({"trees", "--check"}).status, 0);
+}
+
 TEST_F(Batch, OneProgramWritesAndTheOthersTouchNothing) {
     FolderLock lock(folder_.path() / "Zorvel.lock", "Zorvel.lock");
     ASSERT_TRUE(lock.TryAcquire("zorvel"));

@@ -4,6 +4,7 @@
 
 #include "directory/directory_fixture.h"
 #include "platform/interruption.h"
+#include "support/certificates.h"
 #include "support/slapd.h"
 #include "support/slow_proxy.h"
 
@@ -17,37 +18,6 @@ constexpr std::string_view kTree =
     "dn: cn=zorvel,o=SITE\nobjectClass: user\ncn: zorvel\nuserPassword: right\n\n"
     "dn: cn=Word,o=SITE\nobjectClass: appApplication\ncn: Word\nappPath: x\n\n"
     "dn: cn=Calc,o=SITE\nobjectClass: appApplication\ncn: Calc\nappPath: y\n";
-
-// Makes a key and a certificate that `ca` signs; valid for `days` from now on.
-class Certificates {
-  public:
-    explicit Certificates(const TempFolder& folder) : folder_(folder.path()) {
-        Openssl({"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
-                 "-keyout", Path("ca.key"), "-out", Path("ca.pem"), "-subj", "/CN=Test authority", "-days",
-                 "2"});
-    }
-    std::string Path(const std::string& name) const { return folder_ / name; }
-
-    // The lines of slapd's configuration that use a certificate for `host`.
-    std::string ServerLines(const std::string& name, const std::string& host, const std::string& days) const {
-        Openssl({"req", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes", "-keyout",
-                 Path(name + ".key"), "-out", Path(name + ".csr"), "-subj", "/CN=server"});
-        std::ofstream(Path(name + ".ext")) << "subjectAltName=" << host << "\n";
-        Openssl({"x509", "-req", "-in", Path(name + ".csr"), "-CA", Path("ca.pem"), "-CAkey", Path("ca.key"),
-                 "-CAcreateserial", "-out", Path(name + ".pem"), "-days", days, "-extfile",
-                 Path(name + ".ext")});
-        return "TLSCertificateFile " + Path(name + ".pem") + "\nTLSCertificateKeyFile " +
-               Path(name + ".key") + "\n";
-    }
-
-  private:
-    void Openssl(std::vector<std::string> words) const {
-        words.insert(words.begin(), "openssl");
-        ASSERT_EQ(RunProgram(words, folder_ / "openssl.log"), 0);
-    }
-
-    std::filesystem::path folder_;
-};
 
 // A session whose only tree is LIVE.
 struct LiveTree {
@@ -95,11 +65,6 @@ struct LiveTree {
         }
     }
 };
-
-int FreePort() {
-    const SlowProxy proxy("");
-    return std::stoi(proxy.url().substr(proxy.url().rfind(':') + 1));
-}
 
 TEST(LdapFailures, SayWhyTheServerCannotBeHadAndWhatToDo) {
     Slapd server{std::string(kTree),
@@ -242,8 +207,9 @@ TEST(LdapFailures, AWaitEndsWhenTheUserWantsItTo) {
     proxy.stalled = true;
     tree.escape = true;
     EXPECT_THROW(tree.Path("Word"), Interrupted);
-    tree.directory->NWCallsInit();
-    EXPECT_THROW(tree.Opened(), Interrupted);
+    LiveTree another("ldap = ['" + proxy.url() + "']\n");
+    another.escape = true;
+    EXPECT_THROW(another.Opened(), Interrupted);
 }
 
 TEST(LdapFailures, LimitsAndRightsNeverShortenAListInSilence) {

@@ -5,6 +5,7 @@
 #include <QTabWidget>
 #include <functional>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "directory/open_directory.h"
@@ -58,10 +59,7 @@ class MainWindowTest : public testing::Test {
     // Starts the program; false when it would end at once.
     bool Start() {
         files_ = std::make_unique<Files>(folder_.path());
-        window_ = std::make_unique<frmZorvel>(
-            *files_, clock_,
-            OpenDirectory,
-            settings_);
+        window_ = std::make_unique<frmZorvel>(*files_, clock_, OpenDirectory, settings_);
         if (!window_->StartUp("")) return false;
         window_->activateWindow();  // as a window manager does when the window of the reading closes
         return TakesKeyboard(*window_);
@@ -157,9 +155,9 @@ class MainWindowTest : public testing::Test {
     }
     void AnswerDialog() {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (dialog == nullptr || dialog == answered_ || QApplication::activeWindow() != dialog) return;
-        answered_ = dialog;
-        QObject::connect(dialog, &QObject::destroyed, &watch_, [this] { answered_ = nullptr; });
+        if (dialog == nullptr || answered_.contains(dialog) || QApplication::activeWindow() != dialog) return;
+        answered_.insert(dialog);
+        QObject::connect(dialog, &QObject::destroyed, &watch_, [this, dialog] { answered_.erase(dialog); });
         auto* box = qobject_cast<QMessageBox*>(dialog);
         if (box != nullptr) boxes_.push_back(box->text().toStdString());
         if (!actions_.empty()) {
@@ -176,7 +174,7 @@ class MainWindowTest : public testing::Test {
 
     std::unique_ptr<Files> files_;
     QObject watch_;
-    QObject* answered_ = nullptr;
+    std::set<QObject*> answered_;
     std::vector<std::function<void(QDialog&)>> actions_;
 };
 

@@ -1,6 +1,8 @@
 #include "gui/main/applications_page.h"
 
+#include <QIcon>
 #include <QItemSelectionModel>
+#include <QStyle>
 
 #include "gui/main/app_list_model.h"
 #include "gui/main/ou_tree_model.h"
@@ -19,6 +21,22 @@ constexpr int kListButtons = 3;
 
 constexpr int kBrowserShare = 2;  // of the width, beside kListShare
 constexpr int kListShare = 3;
+
+QString ConnectionIcon(TreeConnection::State state) {
+    switch (state) {
+        case TreeConnection::State::kFile:
+            return QStringLiteral(":/icons/tree_export.svg");
+        case TreeConnection::State::kClosed:
+            return QStringLiteral(":/icons/lock_none.svg");
+        case TreeConnection::State::kInTheOpen:
+            return QStringLiteral(":/icons/lock_open.svg");
+        case TreeConnection::State::kPrivate:
+            return QStringLiteral(":/icons/lock_closed.svg");
+        case TreeConnection::State::kNone:
+            break;
+    }
+    return {};
+}
 
 }  // namespace
 
@@ -83,6 +101,22 @@ void ApplicationsPage::ConnectList() {
     button(kSelectAllInOU, [this] { browser_->SelectAllInOU(); });
     button(kUnselectAllInOU, [this] { browser_->UnselectAllInOU(); });
     button(kInvertInOU, [this] { browser_->InvertSelectionInOU(); });
+}
+
+void ApplicationsPage::ClearTrees() {
+    ui_->comTree->clear();
+}
+
+void ApplicationsPage::ShowConnection(const TreeConnection& connection) {
+    const QString icon = ConnectionIcon(connection.state);
+    const QString text = ToQString(connection.text);
+    ui_->labTreeLock->setVisible(!icon.isEmpty());
+    if (ui_->labTreeLock->accessibleDescription() == text) return;
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    ui_->labTreeLock->setPixmap(QIcon(icon).pixmap(QSize(size, size), devicePixelRatio()));
+    ui_->labTreeLock->setToolTip(PlainToolTip(text));
+    ui_->labTreeLock->setAccessibleDescription(text);
+    ui_->comTree->setAccessibleDescription(text);
 }
 
 void ApplicationsPage::AddTree(std::string_view name) {

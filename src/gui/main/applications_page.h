@@ -9,6 +9,7 @@
 
 #include "browser/ou_browser.h"
 #include "controller/session.h"
+#include "directory/directory.h"
 #include "gui/widgets/class_icons.h"
 
 class QItemSelection;
@@ -32,7 +33,10 @@ class ApplicationsPage final : public QWidget, public OUBrowserDisplay {
 
     // Shows `browser` from now on.
     void SetBrowser(OUBrowser& browser);
+    void ClearTrees();
     void AddTree(std::string_view name);
+    // Shows how the tree is connected.
+    void ShowConnection(const TreeConnection& connection);
     // Selects a tree without switching to it.
     void SelectTree(std::size_t index);
     void AllowDirectory(DirectoryAccess access);

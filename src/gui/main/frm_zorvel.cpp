@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QScopedValueRollback>
 #include <QThread>
 #include <QTimer>
@@ -14,12 +16,14 @@
 #include "database/capture_details.h"
 #include "database/maintenance.h"
 #include "find/stream_finder.h"
+#include "gui/dialogs/chosen_file.h"
 #include "gui/dialogs/close_dialogs.h"
 #include "gui/dialogs/frm_cache_tree.h"
 #include "gui/dialogs/frm_capture_details.h"
 #include "gui/dialogs/frm_db_maint.h"
 #include "gui/dialogs/frm_load_selections.h"
 #include "gui/dialogs/frm_save_selections.h"
+#include "gui/dialogs/frm_trees.h"
 #include "gui/dialogs/frm_welcome.h"
 #include "gui/dialogs/password_dialog.h"
 #include "gui/main/applications_page.h"
@@ -69,6 +73,7 @@ frmZorvel::frmZorvel(const Files& files, Clock& clock, const MainController::Dir
                *applications_page_, [this] { RefreshTree(); }) {
     ui_->setupUi(this);
     resize(kFirstSize);
+    setAcceptDrops(true);
     MakeTabs();
     ConnectMenus();
     connect(ui_->butGenerate, &QPushButton::clicked, this,
@@ -107,6 +112,8 @@ void frmZorvel::ConnectMenus() {
     };
     on(ui_->mnuFileExit_1, "frmSaveSelections", &frmZorvel::OpenSaveSelections);
     on(ui_->mnuFileExit_2, "frmLoadSelections", &frmZorvel::OpenLoadSelections);
+    connect(ui_->mnuFileTrees, &QAction::triggered, this,
+            [this] { Handle("frmTrees", [this] { OpenTrees({}); }); });
     // Ends the program at once, without the line that the exit button logs.
     connect(ui_->mnuFileExit_4, &QAction::triggered, this, [] { QCoreApplication::exit(); });
     on(ui_->mnuDatabaseItem_1, "frmCaptureDetails", &frmZorvel::OpenImport);
@@ -183,7 +190,8 @@ void frmZorvel::Show() {
 }
 
 std::optional<std::string> frmZorvel::AskPassword(std::string_view tree, std::string_view identity) {
-    return AskForPassword(this, tree, identity);
+    QWidget* const dialog = QApplication::activeModalWidget();
+    return AskForPassword(dialog != nullptr ? dialog : this, tree, identity);
 }
 
 bool frmZorvel::ShowWelcome() {
@@ -194,6 +202,10 @@ bool frmZorvel::ShowWelcome() {
 
 void frmZorvel::EnableReenableWelcome(bool enabled) {
     ui_->mnuHelpItem_5->setEnabled(enabled);
+}
+
+void frmZorvel::ClearTrees() {
+    applications_page_->ClearTrees();
 }
 
 void frmZorvel::AddTree(std::string_view name) {
@@ -230,6 +242,8 @@ void frmZorvel::EnableControls() {
     ui_->SSTab1->setTabEnabled(kFindTab, selection);
     ui_->SSTab1->setTabEnabled(kStatusTab, selection);
     ui_->mnuFileExit_1->setEnabled(selection);
+    applications_page_->ShowConnection(
+        controller_.directory().ConnectionOf(controller_.session().current_tree));
 }
 
 void frmZorvel::TabChanged(int tab) {
@@ -355,6 +369,26 @@ void frmZorvel::OpenLoadSelections() {
     selections.Open();
     frmLoadSelections(selections, this).exec();
     browser_.RefreshAppTitle();
+}
+
+void frmZorvel::OpenTrees(const QString& dropped) {
+    TreeEditor editor(controller_);
+    frmTrees trees(editor, this);
+    if (!dropped.isEmpty()) QTimer::singleShot(0, &trees, [&trees, dropped] { trees.AddExport(dropped); });
+    trees.exec();
+    editor.Finish();
+}
+
+void frmZorvel::dragEnterEvent(QDragEnterEvent* event) {
+    if (!operating_ && !DroppedFile(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void frmZorvel::dropEvent(QDropEvent* event) {
+    // The one who drags waits until this returns.
+    QTimer::singleShot(0, this, [this, path = DroppedFile(event->mimeData())] {
+        Handle("frmTrees", [&] { OpenTrees(path); });
+    });
+    event->acceptProposedAction();
 }
 
 void frmZorvel::OpenImport() {

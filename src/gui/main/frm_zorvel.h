@@ -57,6 +57,7 @@ class frmZorvel final : public QMainWindow, public MainWindow {
     void Show() override;
     bool ShowWelcome() override;
     void EnableReenableWelcome(bool enabled) override;
+    void ClearTrees() override;
     void AddTree(std::string_view name) override;
     void SelectTree(std::size_t index) override;
     void AllowDirectory(DirectoryAccess access) override;
@@ -87,6 +88,9 @@ class frmZorvel final : public QMainWindow, public MainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    // An LDIF export that is dropped becomes a tree.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     // The tabs of SSTab1.
@@ -113,6 +117,8 @@ class frmZorvel final : public QMainWindow, public MainWindow {
 
     void OpenSaveSelections();
     void OpenLoadSelections();
+    // The trees; with the path of an LDIF file it is added first.
+    void OpenTrees(const QString& dropped);
     void OpenImport();
     void OpenMaintenance();
     void OpenLogViewer();
