@@ -242,6 +242,7 @@ const Schema& LdapSession::schema() {
     if (definitions.attribute_types.empty() && definitions.object_classes.empty()) {
         host_.log.WriteWarning("'" + Server().url +
                                "' does not show its schema - the one of this program is used");
+        features_.subschema.clear();
         return schema_.emplace(std::move(bundled));
     }
     Schema schema;

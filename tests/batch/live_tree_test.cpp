@@ -105,7 +105,7 @@ TEST(LiveRun, EndsWithTheServerAndWorksWithItAgain) {
     EXPECT_THAT(folder.Read("Zorvel.log"), HasSubstr("check"));
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "TempData/Zorvel_CaptureDetails.CSV"));
 
-    proxy.delay = {};
+    proxy.delay = std::chrono::milliseconds(0);
     server.Start();
     EXPECT_EQ(Analyse(folder).status, 0);
     EXPECT_THAT(Differing(whole, FilesOfRun(folder)), IsEmpty());

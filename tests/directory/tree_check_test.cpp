@@ -64,7 +64,7 @@ TEST(TreeCheck, TellsWhatIsMissing) {
         {{.access = "limits * size.soft=1 size.hard=1 size.prtotal=1\naccess to * by * read\n"},
          "the server sends no more than a part of its answer - ask"},
         {{.global = "access to dn.base=\"cn=Subschema\" by * none\naccess to * by * read\n"},
-         "failed schema: there is no class App:Application - this is no tree that applications are"},
+         "missing schema: the server does not show its schema - the one of this program is used"},
         {{.global = "access to dn.base=\"\" attrs=subschemaSubentry,supportedControl by * none\n"
                     "access to * by * read\n"},
          "missing paging: the server does not send long lists in pages - "},

@@ -1,7 +1,6 @@
 // A real directory server for a test: OpenLDAP's slapd in a folder of its own, ended with the object.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -31,7 +30,8 @@ inline int RunProgram(const std::vector<std::string>& words,
             arguments.push_back(const_cast<char*>(word.c_str()));
         arguments.push_back(nullptr);
         if (freopen(output.c_str(), "w", stdout) == nullptr) _exit(126);
-        if (freopen((output.string() + ".err").c_str(), "w", stderr) == nullptr) _exit(126);
+        const std::string errors = output == "/dev/null" ? output.string() : output.string() + ".err";
+        if (freopen(errors.c_str(), "w", stderr) == nullptr) _exit(126);
         execvp(arguments.front(), arguments.data());
         _exit(127);
     }

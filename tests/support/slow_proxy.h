@@ -3,6 +3,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -50,6 +51,8 @@ class SlowProxy {
     std::atomic<int> busy{0};          // so many searches that went well end with "busy" instead
     std::atomic<std::chrono::milliseconds> delay{{}};  // of what the server says
 
+    std::atomic<int> answers{0};  // that were passed on
+
     std::string url(const std::string& scheme = "ldap") const {
         return scheme + "://127.0.0.1:" + std::to_string(port_);
     }
@@ -64,6 +67,8 @@ class SlowProxy {
         }
     }
     void Pass(int client) {
+        const int at_once = 1;
+        setsockopt(client, IPPROTO_TCP, TCP_NODELAY, &at_once, sizeof at_once);
         const int server = socket(AF_UNIX, SOCK_STREAM, 0);
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
@@ -77,6 +82,7 @@ class SlowProxy {
             }
             if (ready[0].revents != 0) open = Copy(client, server);
             if (open && ready[1].revents != 0) {
+                ++answers;
                 std::this_thread::sleep_for(delay.load());
                 if (cut_behind == 0) break;
                 if (cut_behind > 0) --cut_behind;
