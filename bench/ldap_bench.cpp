@@ -75,8 +75,8 @@ BENCHMARK(LdapSearchTool)->Args({2000, 40})->Args({2000, 200})->Unit(benchmark::
 double RoundTrip(LiveTree& live) {
     constexpr int kReads = 50;
     TreeDirectory& directory = live.tree.directory;
-    directory.SetCurrentObject("NDS:\\\\T1\\T1");
-    directory.CurrentEntry();
+    directory.SetCurrentObject(RootPath("T1"));
+    directory.SetCurrentObject(directory.Entries(RootPath("T1"), kContainerClasses).front().path);
     const int before = live.proxy.answers;
     const double begun = live.tree.clock.Timer();
     for (int i = 0; i < kReads; ++i)
