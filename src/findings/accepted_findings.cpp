@@ -246,7 +246,7 @@ std::string WithoutAccepted(std::string_view text, std::size_t line, const std::
         if (gone.count(i + 1) != 0) continue;
         // Blank lines around the entry would pile up.
         const bool blank = IsBlank(lines[i]);
-        const bool near = i + 1 >= *gone.begin() && i <= *gone.rbegin();
+        const bool near = i + 2 >= *gone.begin() && i <= *gone.rbegin();
         if (blank && blank_before && near) continue;
         rest += lines[i];
         blank_before = blank;
