@@ -11,8 +11,9 @@ containers=${4:-100}
 rounds=${5:-5}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-mkdir -p "$folder/program/Databases" "$folder/program/TempData"
-cp "$(dirname "$0")"/../program/Zorvel.ini "$(dirname "$0")"/../program/*.dat "$folder/program"
+mkdir "$folder/program"
+cp -r "$(dirname "$0")/../program/." "$folder/program"
+mkdir -p "$folder/program/TempData" "$folder/program/Databases"
 "$build/tools/zorvel_make_databases" "$(dirname "$0")/../src/database/schema.sql" \
     "$folder/program/Empty_Zorvel.mdb" "$folder/program/Databases/ZorvelMaster.mdb"
 dataset=$folder/program/Databases/$("$build/tools/zorvel_report_rows" "$folder/program" "$rows" "$applications" \
@@ -25,7 +26,7 @@ JOIN Reach USING (AppUniqueRef);
 END
 
 ours() {
-    "$build/program/zorvel-batch" --folder "$folder/program" findings --format csv --output "$folder/ours.csv" 2>/dev/null
+    "$build/program/zorvel-batch" --folder "$folder/program" findings --format csv --output "$folder/ours.csv"
 }
 theirs() {
     sqlite3 -csv "$dataset" < "$folder/query.sql" > "$folder/theirs.csv"
