@@ -31,6 +31,7 @@ using zorvel::frmZorvel;
 
 constexpr QSize kLogSize(940, 480);
 constexpr QSize kReportSize(1180, 820);
+constexpr QSize kFindingsSize(1366, 768 - 60);  // a small screen, without the desktop's own bars
 
 class Photographer {
   public:
@@ -118,6 +119,26 @@ void TakeReport(frmZorvel& window, const Photographer& photographer) {
     }
 }
 
+// Narrows the findings to one severity, accepts one of them, and photographs the page and the dialog.
+void TakeFindings(frmZorvel& window, const Photographer& photographer) {
+    const QSize before = window.size();
+    window.resize(kFindingsSize);
+    window.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(4);
+    photographer.Take(window, "findings");
+    TakeModal(
+        photographer, "accept", [&window] { window.findChild<QAbstractButton*>("butAccept")->click(); },
+        [](QWidget& dialog) {
+            QTest::keyClicks(dialog.findChild<QWidget*>("txtReason"),
+                             "The file server stays until the move in May");
+        },
+        [](QWidget& dialog) { dialog.findChild<QAbstractButton*>("butOk")->click(); });
+    auto* filter = window.findChild<QWidget*>("txtFilter");
+    QTest::keyClicks(filter, "severity:critical app:CORP");
+    QTest::keyClick(filter, Qt::Key_Return);
+    photographer.Take(window, "findings-filtered");
+    window.resize(before);
+}
+
 void TakeAll(frmZorvel& window, const Photographer& photographer) {
     const auto menu = [&](const char* name) {
         return [&window, name] { window.findChild<QAction*>(name)->trigger(); };
@@ -153,12 +174,16 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
         press("butGenerate");
     }
     photographer.Take(window, "status");
-    TakeModal(
-        photographer, "import", menu("mnuDatabaseItem_1"),
-        [](QWidget& dialog) {
-            QTest::keyClicks(dialog.findChild<QWidget*>("txtComments"), "Before the migration");
-        },
-        press_in("butOk"));
+    {
+        const Answers answers(QMessageBox::Yes);  // of the import, and of the offer to see its findings
+        TakeModal(
+            photographer, "import", menu("mnuDatabaseItem_1"),
+            [](QWidget& dialog) {
+                QTest::keyClicks(dialog.findChild<QWidget*>("txtComments"), "Before the migration");
+            },
+            [](QWidget& dialog) { dialog.findChild<QAbstractButton*>("butOk")->click(); });
+    }
+    TakeFindings(window, photographer);
     TakeModal(photographer, "maintenance", menu("mnuDatabaseItem_3"));
     TakeReport(window, photographer);
     // The log's warnings and errors, with one of each put into it.
@@ -224,10 +249,7 @@ int Run(const std::filesystem::path& program_folder, const QString& output) {
     zorvel::ControllerSettings settings;
     settings.tree_read_countdown = 0;
     settings.pace = {0, 0};
-    frmZorvel window(
-        files, clock,
-        zorvel::OpenDirectory,
-        settings);
+    frmZorvel window(files, clock, zorvel::OpenDirectory, settings);
     if (!window.StartUp("")) return 1;
     TakeAll(window, Photographer(output));
     std::filesystem::remove_all(folder);
