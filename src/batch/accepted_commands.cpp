@@ -11,7 +11,6 @@
 #include "findings/accepted_file.h"
 #include "findings/findings.h"
 #include "platform/code_page.h"
-#include "shell/formats.h"
 
 namespace zorvel {
 namespace {
@@ -21,10 +20,6 @@ std::optional<CatalogueRow> NewestOrNamed(BatchSession& session, const std::stri
     const auto row = FindDataset(rows, name);
     if (row == rows.end()) return std::nullopt;
     return *row;
-}
-
-std::string CountedFindings(std::size_t count) {
-    return GroupedCount(count) + (count == 1 ? " finding" : " findings");
 }
 
 class AcceptCommand final : public BatchCommand {

@@ -60,8 +60,7 @@ FindingCounts CountsOf(const Findings& findings, std::span<const std::uint32_t> 
 }
 
 std::string CountsText(const FindingCounts& counts) {
-    return GroupedCount(counts.all) + (counts.all == 1 ? " finding: " : " findings: ") +
-           CountsOfEach(counts.severities, kSeverityTexts) + "; " +
+    return CountedFindings(counts.all) + ": " + CountsOfEach(counts.severities, kSeverityTexts) + "; " +
            CountsOfEach(counts.states, kFindingStates);
 }
 

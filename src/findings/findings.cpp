@@ -25,11 +25,11 @@ FindingTable ReadTable(const Files& files, const std::string& dataset, const Ask
     return FindingTable(database);
 }
 
+}  // namespace
+
 std::string CountedFindings(std::size_t count) {
     return GroupedCount(count) + (count == 1 ? " finding" : " findings");
 }
-
-}  // namespace
 
 Findings::Findings(const Files& files, const CatalogueRow& dataset, const Date& today,
                    const AskInterrupted& ask)

@@ -22,6 +22,9 @@ struct FindingFacts {
     bool incomplete = false;  // the import was not completed
 };
 
+// "1 finding", "1,204 findings"
+std::string CountedFindings(std::size_t count);
+
 class Findings {
   public:
     // Reads the dataset of a row of the catalogue, and the list of accepted findings. Raises what

@@ -152,6 +152,16 @@ std::vector<std::size_t> FindingsView::EntriesOf(const std::vector<std::uint32_t
     return {entries.begin(), entries.end()};
 }
 
+std::string FindingsView::WithdrawQuestion(const std::vector<std::uint32_t>& rows) const {
+    std::string question = "Do you want to withdraw this?";
+    for (const std::size_t entry : EntriesOf(rows)) {
+        const AcceptedFinding& accepted = findings_->accepted()[entry];
+        question += '\n' + accepted.code + " of " + accepted.application + ": " + accepted.reason + " (" +
+                    CountedFindings(findings_->states().covered()[entry]) + ')';
+    }
+    return question;
+}
+
 void FindingsView::Withdraw(const std::vector<std::uint32_t>& rows) {
     const auto hold = services_.writers.Acquire();
     if (!hold) return;

@@ -72,6 +72,9 @@ class FindingsView {
     // The entries that the rows are accepted or expired by, by their numbers.
     std::vector<std::size_t> EntriesOf(const std::vector<std::uint32_t>& rows) const;
 
+    // What to ask before the rows are withdrawn.
+    std::string WithdrawQuestion(const std::vector<std::uint32_t>& rows) const;
+
     // Writes what is shown to a file (a real path). Raises an OutputError.
     void Export(const std::filesystem::path& path, const FindingFormat& format) const;
 

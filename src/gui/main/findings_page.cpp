@@ -354,13 +354,8 @@ void FindingsPage::Accept() {
 
 void FindingsPage::Withdraw() {
     const std::vector<std::uint32_t> rows = ChosenRows();
-    std::string question = "Do you want to withdraw this?";
-    for (const std::size_t entry : view_.EntriesOf(rows)) {
-        const AcceptedFinding& accepted = view_.findings()->accepted()[entry];
-        question += '\n' + accepted.code + " of " + accepted.application + ": " + accepted.reason + " (" +
-                    GroupedCount(view_.findings()->states().covered()[entry]) + " findings)";
-    }
-    if (!controller_.services().ui.Ask(question, MessageIcon::kQuestion, Answer::kNo)) return;
+    if (!controller_.services().ui.Ask(view_.WithdrawQuestion(rows), MessageIcon::kQuestion, Answer::kNo))
+        return;
     view_.Withdraw(rows);
     ShowRows();
 }
