@@ -231,6 +231,7 @@ QPalette DarkPalette() {
         QColor(230, 230, 230));
     set({QPalette::Highlight}, QColor(42, 130, 218));
     set({QPalette::HighlightedText}, Qt::white);
+    set({QPalette::PlaceholderText}, QColor(150, 150, 150));
     set({QPalette::Link}, QColor(110, 170, 255));
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         dark.setColor(QPalette::Disabled, role, QColor(130, 130, 130));

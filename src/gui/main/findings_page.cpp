@@ -34,7 +34,7 @@ constexpr int kDetailsPause = 60;
 enum FacetRole : int { kFacet = Qt::UserRole, kValue };
 
 // Widths of the columns at first, in average characters.
-constexpr std::array<int, kFindingColumns.size()> kWidths = {11, 17, 24, 15, 19, 9, 34, 18, 18, 9};
+constexpr std::array<int, kFindingColumns.size()> kWidths = {11, 17, 24, 15, 19, 9, 34, 18, 25, 9};
 
 constexpr int kFacetsWidth = 230;
 constexpr int kFacetsIndent = 12;
@@ -65,7 +65,8 @@ FindingsPage::FindingsPage(MainController& controller, Run run, QWidget* parent)
     ui_->splitFindings->setSizes({kFacetsWidth, kSplitSize});
     ui_->splitRight->setSizes({kSplitSize, kDetailsHeight});
     ui_->splitFindings->setStretchFactor(1, 1);
-    ui_->splitRight->setStretchFactor(0, 1);
+    ui_->splitRight->setStretchFactor(0, 2);
+    ui_->splitRight->setStretchFactor(1, 1);
     ui_->treeFacets->setHeaderLabels({QString(), QString()});  // hidden, but they would take room
     ui_->treeFacets->setIndentation(kFacetsIndent);
     ui_->treeFacets->header()->setStretchLastSection(false);
