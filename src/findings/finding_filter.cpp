@@ -16,8 +16,8 @@ bool HoldsIgnoringCase(std::string_view text, std::string_view upper_word) {
 
 // For each element of a list, whether `test` is true of it.
 template <typename List, typename Test>
-std::vector<char> Marks(const List& list, Test test) {
-    std::vector<char> marks(list.size());
+std::vector<unsigned char> Marks(const List& list, Test test) {
+    std::vector<unsigned char> marks(list.size());
     std::transform(list.begin(), list.end(), marks.begin(),
                    [&](const auto& element) { return test(element); });
     return marks;
@@ -47,9 +47,9 @@ class WordMatches {
     }
 
   private:
-    std::vector<char> rules_;
-    std::vector<char> applications_;
-    std::vector<char> places_;
+    std::vector<unsigned char> rules_;
+    std::vector<unsigned char> applications_;
+    std::vector<unsigned char> places_;
     PathTexts::Matches texts_;
 };
 
@@ -89,8 +89,8 @@ class QueryMatcher {
     }
 
   private:
-    std::vector<char> rules_;
-    std::vector<char> applications_;
+    std::vector<unsigned char> rules_;
+    std::vector<unsigned char> applications_;
     std::array<bool, kFindingStates.size()> states_{};
     std::vector<WordMatches> words_;
 };

@@ -47,7 +47,7 @@ class EntryMatcher {
 
   private:
     const FindingTable& table_;
-    std::vector<char> applications_;
+    std::vector<unsigned char> applications_;
     std::optional<NamePattern> target_;
     std::string text_;
 };

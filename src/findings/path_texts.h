@@ -29,9 +29,9 @@ class PathTexts {
         friend class PathTexts;
         // Of each part: the word stands in it; it ends, or begins, with what of a word with a "\" stands in a
         // folder, or in its name.
-        std::vector<char> whole_;
-        std::vector<char> ends_;
-        std::vector<char> begins_;
+        std::vector<unsigned char> whole_;
+        std::vector<unsigned char> ends_;
+        std::vector<unsigned char> begins_;
     };
 
     Text Keep(std::string_view text);

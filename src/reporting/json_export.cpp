@@ -43,10 +43,14 @@ void WriteFacts(const ReportFacts& facts, JsonWriter& writer, OutputFile& file) 
         writer.Write(value);
         separator = ",\n";
     }
-    if (facts.incomplete.empty()) return;
-    file.Write(separator);
-    writer.WriteKey("import");
-    writer.Write(facts.ImportNote());
+    const auto write_if = [&](std::string_view name, const std::string& value) {
+        if (value.empty()) return;
+        file.Write(separator);
+        writer.WriteKey(name);
+        writer.Write(value);
+    };
+    write_if("findings", facts.findings);
+    write_if("import", facts.ImportNote());
 }
 
 void WriteTotals(const Report& report, JsonWriter& writer, OutputFile& file) {
