@@ -1,8 +1,9 @@
-// zorvel_report_rows FOLDER ROWS APPLICATIONS CONTAINERS: adds a dataset with a made-up run to the program
-// folder and prints the name of its file.
+// zorvel_report_rows FOLDER ROWS APPLICATIONS CONTAINERS [findings]: adds a dataset with a made-up run, of
+// registry settings or of findings, to the program folder and prints the name of its file.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "database/catalogue.h"
 #include "database/import_record.h"
@@ -13,7 +14,7 @@
 
 namespace {
 
-void Run(const char* folder, const zorvel::tools::ReportSize& size) {
+void Run(const char* folder, const zorvel::tools::ReportSize& size, bool findings) {
     using namespace zorvel;
     const Files files{folder};
     CatalogueRow details;
@@ -25,7 +26,11 @@ void Run(const char* folder, const zorvel::tools::ReportSize& size) {
     Database dataset(files.Resolve(path), path);
     const DateTime now{2026, 11, 16, 17, 28, 5};
     BeginImportRecord(dataset, details, now);
-    tools::FillRegistry(dataset, size);
+    if (findings) {
+        tools::FillFindings(dataset, size);
+    } else {
+        tools::FillRegistry(dataset, size);
+    }
     CompleteImportRecord(dataset, now);
     const std::string master_path = files.Path(R"(Databases\ZorvelMaster.mdb)");
     Database master(files.Resolve(master_path), master_path);
@@ -37,12 +42,15 @@ void Run(const char* folder, const zorvel::tools::ReportSize& size) {
 
 int main(int argument_count, char** arguments) {
     constexpr int kArguments = 5;
-    if (argument_count != kArguments) {
-        std::fputs("usage: zorvel_report_rows FOLDER ROWS APPLICATIONS CONTAINERS\n", stderr);
+    const bool findings =
+        argument_count == kArguments + 1 && std::strcmp(arguments[kArguments], "findings") == 0;
+    if (argument_count != kArguments && !findings) {
+        std::fputs("usage: zorvel_report_rows FOLDER ROWS APPLICATIONS CONTAINERS [findings]\n", stderr);
         return 2;
     }
     try {
-        Run(arguments[1], {std::atoll(arguments[2]), std::atoll(arguments[3]), std::atoll(arguments[4])});
+        Run(arguments[1], {std::atoll(arguments[2]), std::atoll(arguments[3]), std::atoll(arguments[4])},
+            findings);
         return 0;
     } catch (...) {
         const zorvel::Error error = zorvel::CurrentError();

@@ -35,6 +35,7 @@ using zorvel::frmZorvel;
 
 constexpr QSize kLogSize(940, 480);
 constexpr QSize kReportSize(1180, 820);
+constexpr QSize kFindingsSize(1366, 768 - 60);  // a small screen, without the desktop's own bars
 
 // The trees, with two that a server of their own holds: one that needs a password, and one whose certificate
 // has expired.
@@ -160,6 +161,26 @@ void TakeReport(frmZorvel& window, const Photographer& photographer) {
     }
 }
 
+// Narrows the findings to one severity, accepts one of them, and photographs the page and the dialog.
+void TakeFindings(frmZorvel& window, const Photographer& photographer) {
+    const QSize before = window.size();
+    window.resize(kFindingsSize);
+    window.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(4);
+    photographer.Take(window, "findings");
+    TakeModal(
+        photographer, "accept", [&window] { window.findChild<QAbstractButton*>("butAccept")->click(); },
+        [](QWidget& dialog) {
+            QTest::keyClicks(dialog.findChild<QWidget*>("txtReason"),
+                             "The file server stays until the move in May");
+        },
+        [](QWidget& dialog) { dialog.findChild<QAbstractButton*>("butOk")->click(); });
+    auto* filter = window.findChild<QWidget*>("txtFilter");
+    QTest::keyClicks(filter, "severity:critical app:CORP");
+    QTest::keyClick(filter, Qt::Key_Return);
+    photographer.Take(window, "findings-filtered");
+    window.resize(before);
+}
+
 void TakeAll(frmZorvel& window, const Photographer& photographer) {
     const auto menu = [&](const char* name) {
         return [&window, name] { window.findChild<QAction*>(name)->trigger(); };
@@ -195,12 +216,16 @@ void TakeAll(frmZorvel& window, const Photographer& photographer) {
         press("butGenerate");
     }
     photographer.Take(window, "status");
-    TakeModal(
-        photographer, "import", menu("mnuDatabaseItem_1"),
-        [](QWidget& dialog) {
-            QTest::keyClicks(dialog.findChild<QWidget*>("txtComments"), "Before the migration");
-        },
-        press_in("butOk"));
+    {
+        const Answers answers(QMessageBox::Yes);  // of the import, and of the offer to see its findings
+        TakeModal(
+            photographer, "import", menu("mnuDatabaseItem_1"),
+            [](QWidget& dialog) {
+                QTest::keyClicks(dialog.findChild<QWidget*>("txtComments"), "Before the migration");
+            },
+            [](QWidget& dialog) { dialog.findChild<QAbstractButton*>("butOk")->click(); });
+    }
+    TakeFindings(window, photographer);
     TakeModal(photographer, "maintenance", menu("mnuDatabaseItem_3"));
     TakeReport(window, photographer);
     // The log's warnings and errors, with one of each put into it.
@@ -297,6 +322,7 @@ QPalette DarkPalette() {
         QColor(230, 230, 230));
     set({QPalette::Highlight}, QColor(42, 130, 218));
     set({QPalette::HighlightedText}, Qt::white);
+    set({QPalette::PlaceholderText}, QColor(150, 150, 150));
     set({QPalette::Link}, QColor(110, 170, 255));
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         dark.setColor(QPalette::Disabled, role, QColor(130, 130, 130));

@@ -63,6 +63,10 @@ int RunBatchProgram(const std::vector<std::string>& arguments, const std::filesy
     commands.push_back(MakeDeleteCommand());
     commands.push_back(MakeReportsCommand());
     commands.push_back(MakeReportCommand(write_pdf));
+    commands.push_back(MakeFindingsCommand());
+    commands.push_back(MakeExplainCommand());
+    commands.push_back(MakeAcceptCommand());
+    commands.push_back(MakeAcceptedCommand());
     commands.push_back(MakeLogCommand());
     std::vector<std::pair<CLI::App*, BatchCommand*>> registered;
     registered.reserve(commands.size());

@@ -15,7 +15,7 @@
 namespace zorvel {
 
 // The exit status of a command.
-enum ExitStatus : int { kDone = 0, kFailed = 1, kUsage = 2, kInterrupted = 3 };
+enum ExitStatus : int { kDone = 0, kFailed = 1, kUsage = 2, kInterrupted = 3, kThreshold = 4 };
 
 // What stands before the command on the command line, and the command line itself.
 struct BatchOptions {

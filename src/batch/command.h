@@ -32,6 +32,10 @@ std::unique_ptr<BatchCommand> MakeCompactCommand();
 std::unique_ptr<BatchCommand> MakeDeleteCommand();
 std::unique_ptr<BatchCommand> MakeExportLdifCommand();
 std::unique_ptr<BatchCommand> MakeLogCommand();
+std::unique_ptr<BatchCommand> MakeFindingsCommand();
+std::unique_ptr<BatchCommand> MakeExplainCommand();
+std::unique_ptr<BatchCommand> MakeAcceptCommand();
+std::unique_ptr<BatchCommand> MakeAcceptedCommand();
 std::unique_ptr<BatchCommand> MakeReportsCommand();
 // `write_pdf` makes a report's PDF.
 std::unique_ptr<BatchCommand> MakeReportCommand(ReportWriter write_pdf);

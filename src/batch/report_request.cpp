@@ -1,8 +1,8 @@
 #include "batch/report_request.h"
 
-#include <algorithm>
 #include <utility>
 
+#include "batch/dataset_choice.h"
 #include "platform/code_page.h"
 #include "reporting/report_catalogue.h"
 #include "reporting/report_options.h"
@@ -55,13 +55,8 @@ std::string RequestedReport::Fill(ReportChoice& choice) {
     if (!options.butOkEnabled) return {};  // there is no dataset, as the user was told
 
     const std::vector<CatalogueRow> rows = catalogue_.List();
-    auto row = rows.begin();
-    if (!request_.dataset.empty()) {
-        row = std::find_if(rows.begin(), rows.end(), [this](const CatalogueRow& candidate) {
-            return EqualIgnoringCase(candidate.DBName, request_.dataset);
-        });
-        if (row == rows.end()) return "there is no dataset '" + request_.dataset + '\'';
-    }
+    const auto row = FindDataset(rows, request_.dataset);
+    if (row == rows.end()) return NoDataset(request_.dataset);
     std::string fault = SelectSort(options, request_.sort);
     if (fault.empty() && request_.descending && !options.order_enabled) fault = kFixedOrder;
     options.chkOrder = request_.descending;

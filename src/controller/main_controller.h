@@ -80,6 +80,8 @@ class MainController {
 
     // The window's caption: product name and version.
     static std::string Caption();
+    // "1.0"
+    static std::string Version();
 
   private:
     // Ends start-up; the user has been told.

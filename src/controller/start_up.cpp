@@ -28,8 +28,11 @@ std::string NotAuthenticatedText(std::string_view what_happened) {
 }  // namespace
 
 std::string MainController::Caption() {
-    return std::string(kProductName) + " v" + std::to_string(kMajorVersion) + "." +
-           std::to_string(kMinorVersion);
+    return std::string(kProductName) + " v" + Version();
+}
+
+std::string MainController::Version() {
+    return std::to_string(kMajorVersion) + "." + std::to_string(kMinorVersion);
 }
 
 bool MainController::StartUp(std::string_view command_line, const TreeRequest& request) {

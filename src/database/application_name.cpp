@@ -24,4 +24,13 @@ ApplicationName SplitApp(std::string_view full_name) {
     return {WithoutEscapes(full_name.substr(0, dot)), std::string(full_name.substr(dot + 1))};
 }
 
+std::string FullNameOf(const ApplicationName& name) {
+    std::string full_name;
+    for (const char character : name.application) {
+        if (character == '.') full_name += '\\';
+        full_name += character;
+    }
+    return full_name + '.' + name.container;
+}
+
 }  // namespace zorvel

@@ -16,4 +16,8 @@ struct ApplicationName {
 // are the whole name.
 ApplicationName SplitApp(std::string_view full_name);
 
+// The full name of an application of the application table: its own name, with its escapes, and its
+// container's.
+std::string FullNameOf(const ApplicationName& name);
+
 }  // namespace zorvel

@@ -33,10 +33,10 @@ fs::path NewBeside(const fs::path& path) {
 // Fills the table of what each issue means.
 void AddIssues(Database& dataset) {
     dataset.Begin();
-    Command insert = dataset.Prepare("INSERT INTO Zorvel_Resolutions VALUES (?1, ?2, ?3)");
+    Command insert = dataset.Prepare("INSERT INTO Zorvel_Resolutions VALUES (?1, ?2, ?3, ?4)");
     for (const IssueDescription& issue : IssueCatalogue())
-        insert.Execute(
-            std::array{std::string(issue.code), std::string(issue.short_text), std::string(issue.remedy)});
+        insert.Execute(std::array{std::string(issue.code), std::string(issue.short_text),
+                                  std::string(issue.remedy), std::string(SeverityText(issue.severity))});
     dataset.Complete();
 }
 

@@ -164,7 +164,8 @@ CREATE INDEX Master.Zorvel_CaptureDetails_Name ON Zorvel_CaptureDetails (DBName)
 CREATE TABLE Zorvel_Resolutions (
     IssueCode VARCHAR(15) PRIMARY KEY,
     IssueShortDesc TEXT NOT NULL,
-    Resolution TEXT NOT NULL
+    Resolution TEXT NOT NULL,
+    Severity VARCHAR(10) NOT NULL  -- critical, high, medium or low; datasets of an older version lack the column
 );
 
 COMMIT;

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace zorvel {
@@ -94,11 +95,22 @@ enum class IssueRaiser {
     kMacroRules,
 };
 
+// How bad an issue is, the worst first.
+enum class Severity : std::size_t {
+    kCritical,  // secrets, or data of other users, leave the workstation they belong to
+    kHigh,      // workstations break
+    kMedium,    // it breaks in another place or at another site
+    kLow,       // slow, untidy or undocumented
+};
+inline constexpr std::array<std::string_view, 4> kSeverityTexts = {"critical", "high", "medium", "low"};
+
 struct IssueDescription {
     Issue issue;
     std::string_view code;  // in data files, datasets and reports
     IssueCategory category;
     IssueRaiser raiser;
+    Severity severity;
+    std::string_view severity_reason;  // why it is as bad as that: a sentence
     std::string_view short_text;
     std::string_view remedy;
     std::string_view remark = {};  // on a code or a pattern that looks like a mistake and is meant
@@ -108,10 +120,19 @@ struct IssueDescription {
 const std::array<IssueDescription, kIssueCount>& IssueCatalogue();
 const IssueDescription& Describe(Issue issue);
 std::string_view CodeOf(Issue issue);
+// The issue of a code; null for a code that is not in the catalogue.
+const IssueDescription* FindIssue(std::string_view code);
 
 // The category of a code. Codes that are not in the catalogue, as rows of a template can have, belong where
 // their beginning says.
 IssueCategory CategoryOf(std::string_view code);
+// The severity of a code. One that is not in the catalogue is medium: nobody has said that it does not
+// matter.
+Severity SeverityOf(std::string_view code);
+// "critical"
+std::string_view SeverityText(Severity severity);
+// The severity that such a text names, or nothing.
+std::optional<Severity> SeverityFrom(std::string_view text);
 // What raises an issue, as it is told to users: "a file rule".
 std::string_view RaiserText(IssueRaiser raiser);
 

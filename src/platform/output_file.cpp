@@ -34,15 +34,20 @@ OutputFile::OutputFile(const std::filesystem::path& path, std::string name, Mode
     throw OutputError(NoOrdinaryFile(name_));
 }
 
+OutputFile::OutputFile(std::function<void(std::string_view)> take, std::string name)
+    : name_(std::move(name)), take_(std::move(take)) {}
+
 OutputFile::OutputFile(OutputFile&& other) noexcept
     : name_(std::move(other.name_)),
       descriptor_(std::exchange(other.descriptor_, -1)),
+      take_(std::exchange(other.take_, {})),
       buffer_(std::exchange(other.buffer_, {})),
       used_(std::exchange(other.used_, 0)) {}
 
 OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
     std::swap(name_, other.name_);
     std::swap(descriptor_, other.descriptor_);
+    std::swap(take_, other.take_);
     std::swap(buffer_, other.buffer_);
     std::swap(used_, other.used_);
     return *this;
@@ -63,6 +68,11 @@ void OutputFile::MakeRoom(std::size_t size) {
 
 void OutputFile::Flush() {
     std::string_view rest(buffer_.data(), used_);
+    if (take_) {
+        used_ = 0;
+        if (!rest.empty()) take_(rest);
+        return;
+    }
     while (!rest.empty()) {
         const ssize_t written = ::write(descriptor_, rest.data(), rest.size());
         if (written < 0) {
@@ -79,10 +89,12 @@ void OutputFile::Flush() {
 
 void OutputFile::Sync() {
     Flush();
+    if (take_) return;
     if (::fdatasync(descriptor_) != 0) throw OutputError(FileError(errno, name_));
 }
 
 void OutputFile::Close() {
+    if (take_) Flush();
     if (descriptor_ < 0) return;
     struct Release {
         OutputFile& file;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,8 @@ class OutputFile {
     // Opens `path`, creating it when it does not exist; `name` is what errors call it.
     // Raises error 61, 70, 75 or 76 (a missing folder).
     OutputFile(const std::filesystem::path& path, std::string name, Mode mode, Kind kind = Kind::kUserFile);
+    // Hands what is written to `take` instead, a part at a time; `take` raises the file's errors.
+    OutputFile(std::function<void(std::string_view bytes)> take, std::string name);
     OutputFile(OutputFile&& other) noexcept;
     OutputFile& operator=(OutputFile&& other) noexcept;
     // Closes the file; a failure is lost here, so call Close first where it matters.
@@ -48,7 +51,8 @@ class OutputFile {
     void MakeRoom(std::size_t size);
 
     std::string name_;
-    int descriptor_ = -1;
+    int descriptor_ = -1;  // -1 for a closed file, and with take_
+    std::function<void(std::string_view)> take_;
     std::vector<char> buffer_;  // kBufferSize from the first write on, more for a larger one
     std::size_t used_ = 0;
 };

@@ -327,6 +327,11 @@ std::vector<std::string> Rows::Columns() const {
     });
 }
 
+std::int64_t Rows::Number(std::size_t column) const {
+    return connection_->Guarded(
+        [&]() -> std::int64_t { return statement_->getColumn(static_cast<int>(column)).getInt64(); });
+}
+
 void Rows::Read(std::size_t column, std::string& text) const {
     const SQLite::Column field =
         connection_->Guarded([&] { return statement_->getColumn(static_cast<int>(column)); });

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -39,6 +40,8 @@ class Rows {
 
     // The names of the columns.
     std::vector<std::string> Columns() const;
+    // The field of the current row in column number `column` (from 0) as a whole number; 0 when it is none.
+    std::int64_t Number(std::size_t column) const;
     // Puts the field of the current row in column number `column` (from 0) into `text`; empty for a null.
     void Read(std::size_t column, std::string& text) const;
 

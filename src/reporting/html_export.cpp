@@ -8,10 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "reporting/character_table.h"
 #include "reporting/html_page.h"
 #include "reporting/report_export.h"
 #include "reporting/report_values.h"
+#include "shell/character_table.h"
 #include "shell/formats.h"
 
 namespace zorvel {

@@ -6,11 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/hex.h"
-#include "reporting/character_table.h"
 #include "reporting/export_fields.h"
 #include "reporting/report_export.h"
 #include "reporting/report_values.h"
+#include "shell/json_writer.h"
 
 namespace zorvel {
 namespace {
@@ -18,49 +17,18 @@ namespace {
 // Larger numbers lose digits in programs that read numbers as doubles.
 constexpr std::int64_t kLargestSafe = (std::int64_t{1} << 53) - 1;
 
-class JsonWriter {
-  public:
-    explicit JsonWriter(OutputFile& file) : file_(file) {
-        spelling_.SpellControls([](std::size_t code) {
-            std::string text = "\\u00";
-            AppendHex(text, static_cast<unsigned char>(code));
-            return text;
-        });
-        spelling_.Spell('"', "\\\"");
-        spelling_.Spell('\\', "\\\\");
-        spelling_.Spell('\t', "\\t");
-        spelling_.Spell('\n', "\\n");
-        spelling_.Spell('\r', "\\r");
+// A value of the dataset. What is no plain whole number stays a text: "007" must not lose its zeros.
+void WriteValue(JsonWriter& writer, std::string_view value, ValueFormat format) {
+    const bool number = format == ValueFormat::kNumber || format == ValueFormat::kYesNo;
+    const std::optional<std::int64_t> whole = number ? WholeNumber(value) : std::nullopt;
+    if (!whole || *whole > kLargestSafe || *whole < -kLargestSafe || std::to_string(*whole) != value) {
+        writer.Write(value);
+    } else if (format == ValueFormat::kYesNo) {
+        writer.WriteBare(*whole == 0 ? "false" : "true");
+    } else {
+        writer.WriteBare(value);
     }
-
-    void Write(std::string_view text) {
-        file_.Write('"');
-        spelling_.Write(text, file_);
-        file_.Write('"');
-    }
-
-    // A value of the dataset. What is no plain whole number stays a text: "007" must not lose its zeros.
-    void Write(std::string_view value, ValueFormat format) {
-        const bool number = format == ValueFormat::kNumber || format == ValueFormat::kYesNo;
-        const std::optional<std::int64_t> whole = number ? WholeNumber(value) : std::nullopt;
-        if (!whole || *whole > kLargestSafe || *whole < -kLargestSafe || std::to_string(*whole) != value) {
-            Write(value);
-        } else if (format == ValueFormat::kYesNo) {
-            file_.Write(*whole == 0 ? "false" : "true");
-        } else {
-            file_.Write(value);
-        }
-    }
-
-    void WriteKey(std::string_view name) {
-        Write(name);
-        file_.Write(": ");
-    }
-
-  private:
-    OutputFile& file_;
-    CharacterTable spelling_;
-};
+}
 
 void WriteFacts(const ReportFacts& facts, JsonWriter& writer, OutputFile& file) {
     const std::pair<std::string_view, const std::string&> lines[] = {
@@ -75,10 +43,14 @@ void WriteFacts(const ReportFacts& facts, JsonWriter& writer, OutputFile& file) 
         writer.Write(value);
         separator = ",\n";
     }
-    if (facts.incomplete.empty()) return;
-    file.Write(separator);
-    writer.WriteKey("import");
-    writer.Write(facts.ImportNote());
+    const auto write_if = [&](std::string_view name, const std::string& value) {
+        if (value.empty()) return;
+        file.Write(separator);
+        writer.WriteKey(name);
+        writer.Write(value);
+    };
+    write_if("findings", facts.findings);
+    write_if("import", facts.ImportNote());
 }
 
 void WriteTotals(const Report& report, JsonWriter& writer, OutputFile& file) {
@@ -104,8 +76,8 @@ void WriteRows(const Report& report, JsonWriter& writer, OutputFile& file, const
         for (std::size_t field = 0; field < keys.size(); ++field) {
             if (field > 0) file.Write(", ");
             writer.WriteKey(keys[field]);
-            writer.Write(rows.Value(row, field),
-                         columns[field] == nullptr ? ValueFormat::kText : columns[field]->format);
+            WriteValue(writer, rows.Value(row, field),
+                       columns[field] == nullptr ? ValueFormat::kText : columns[field]->format);
         }
         file.Write('}');
     }

@@ -35,6 +35,7 @@ std::vector<FactLine> Report::FactLines() const {
     add("Container", facts_.container);
     add("Zorvelrun", facts_.captured);
     add("Comments", facts_.comment);
+    add("Findings", facts_.findings);
     add("Order", facts_.order);
     add("Left out", facts_.excluded);
     return lines;

@@ -26,6 +26,7 @@ struct ReportFacts {
     std::string generated;  // when the report was made, "dd/mm/yyyy hh:mm:ss"
     // The datasets, of those that the report is about, whose import was not completed.
     std::vector<std::string> incomplete{};
+    std::string findings{};  // of an issue report: how severe they are, and what of them is accepted
 
     // "import not completed", with the datasets' names in a report about several; empty when all were
     // completed.
@@ -58,7 +59,7 @@ class Report {
     const ReportRows& rows() const { return rows_; }
 
     // The facts that there are, named, in the order in which they are shown: dataset, import, tree,
-    // container, run, comment, order, excluded issues.
+    // container, run, comment, findings, order, excluded issues.
     std::vector<FactLine> FactLines() const;
 
     // True when the row is of a dataset whose import was not completed.

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "database/import_record.h"
+#include "findings/finding_filter.h"
+#include "findings/finding_list.h"
 #include "platform/store.h"
 #include "reporting/data_source.h"
 #include "reporting/report_definition.h"
@@ -112,10 +114,10 @@ std::shared_ptr<const Report> Reports::MakeReport(const std::string& definition_
         ParseReportDefinition(services_.files.Read(definition_path), definition_path);
     const std::string sorted = ImposeSort(definition.query, sort);
     const std::string query = ImposeFilter(sorted, filter);
-    ReportFacts facts = Facts();
+    const AskInterrupted ask = [this] { return display_.Interrupted(); };
+    ReportFacts facts = Facts(ask);
     if (sorted != definition.query) facts.order = choice_.sort + (choice_.descending ? ", descending" : "");
     if (query != sorted) facts.excluded = choice_.excluded_codes;
-    const AskInterrupted ask = [this] { return display_.Interrupted(); };
     Database database(services_.files.Resolve(DatasetPath()), DatasetPath(), Database::Access::kSelect);
     database.EndWhen(ask);
     facts.incomplete = Incomplete(database);  // ahead of the rows: an import may be at work
@@ -138,7 +140,7 @@ std::shared_ptr<const Report> Reports::MakeReport(const std::string& definition_
     }
 }
 
-ReportFacts Reports::Facts() const {
+ReportFacts Reports::Facts(const AskInterrupted& ask) const {
     ReportFacts facts;
     facts.caption = choice_.caption;
     facts.dataset = choice_.dataset;
@@ -150,7 +152,30 @@ ReportFacts Reports::Facts() const {
     facts.container = row->OU;
     facts.captured = row->Captured;
     facts.comment = row->Description;
+    const CatalogueReport* const report = FindReport(choice_.caption);
+    if (report != nullptr && report->issue_filter) facts.findings = FindingsFact(*row, ask);
     return facts;
+}
+
+// How severe the findings of an issue report are, how many of them are accepted, and what there is to say of
+// the list of accepted ones. Nothing for a dataset that cannot be read so far: the report's own reading tells
+// why.
+std::string Reports::FindingsFact(const CatalogueRow& dataset, const AskInterrupted& ask) const {
+    try {
+        const Findings findings(services_.files, dataset, Today(services_.clock), ask);
+        FindingQuery query;
+        for (const FindingRule& rule : findings.table().rules())
+            if (choice_.excluded_codes.find('\'' + rule.code + '\'') == std::string::npos)
+                query.codes.push_back(rule.code);
+        if (query.codes.empty()) return {};
+        const std::vector<std::uint32_t> rows = SelectRows(findings.table(), findings.states(), query);
+        std::string fact = CountsText(CountsOf(findings, rows));
+        for (const std::string& note : findings.Notes())
+            fact += '\n' + note;
+        return fact;
+    } catch (const Error&) {
+        return {};
+    }
 }
 
 // The datasets that the report is about and whose import was not completed.

@@ -34,7 +34,8 @@ class Reports {
     std::shared_ptr<const Report> MakeReport(const std::string& definition_path, std::string_view sort,
                                              std::string_view filter) const;
     // What the report says about itself, but for its order and what it leaves out.
-    ReportFacts Facts() const;
+    ReportFacts Facts(const AskInterrupted& ask) const;
+    std::string FindingsFact(const CatalogueRow& dataset, const AskInterrupted& ask) const;
     std::vector<std::string> Incomplete(const Database& database) const;
     // Reports the exception being handled: `module` is what the log calls the place, `title` what the message
     // does.

@@ -144,6 +144,22 @@ TEST_F(BatchReport, OptionsChooseDatasetOrderAndIssues) {
     EXPECT_THAT(Written(), HasSubstr(",Calc,Older Sums,9,"));
 }
 
+TEST_F(BatchReport, IssueReportsTellAcceptedOnesApart) {
+    Analyse();
+    folder_.Write("Accepted.toml",
+                  "[[accepted]]\ncode = 'APPNODESC'\napplication = '*'\nreason = 'x'\n"
+                  "[[accepted]]\ncode = 'FILEPWL'\napplication = 'Gone.*'\nreason = 'x'\n");
+    ASSERT_EQ(Report({"Issue Summary", "--exclude", "INVALIDRO"}, "out.json").status, 0);
+    EXPECT_THAT(
+        folder_.Read("out.json"),
+        HasSubstr("\"findings\": \"9 findings: 0 critical, 0 high, 0 medium, 9 low; 6 open, 3 accepted, 0 "
+                  "expired\\nAccepted.toml, line 5: FILEPWL of Gone.* matches nothing any more\""));
+    ASSERT_EQ(Report({"Issue Detail"}, "out.html").status, 0);
+    EXPECT_THAT(folder_.Read("out.html"), HasSubstr("7 open, 3 accepted, 0 expired"));
+    ASSERT_EQ(Report({"Macro Details"}, "out.json").status, 0);
+    EXPECT_THAT(folder_.Read("out.json"), testing::Not(HasSubstr("\"findings\"")));
+}
+
 TEST_F(BatchReport, AllIssuesAreLeftOutOnlyByAYes) {
     Analyse();
     std::vector<std::string> arguments{"Issue Detail"};

@@ -53,7 +53,7 @@ TEST(Schema, HasEveryTableWithItsColumnsInOrder) {
          "Run, Tree, OU, Description, AppCount, CountFiles, CountINI, CountText, CountMacros, CountRegistry, "
          "CountIssues, Begun, Completed, Apps, AppDetails, Macros, Issues, CopyFiles, INISettings, "
          "RegistrySettings, AppAssociations, Associations"},
-        {"Zorvel_Resolutions", "IssueCode, IssueShortDesc, Resolution"},
+        {"Zorvel_Resolutions", "IssueCode, IssueShortDesc, Resolution, Severity"},
         {"Zorvel_CaptureDetails", ""},
     };
     for (const auto& [table, columns] : tables)
@@ -86,6 +86,7 @@ TEST(Schema, ExplainsEveryIssueOfTheCatalogue) {
         EXPECT_EQ(rows.Text("IssueCode"), issue.code);
         EXPECT_EQ(rows.Text("IssueShortDesc"), issue.short_text);
         EXPECT_EQ(rows.Text("Resolution"), issue.remedy);
+        EXPECT_EQ(rows.Text("Severity"), SeverityText(issue.severity));
     }
     EXPECT_FALSE(rows.Next());
 }

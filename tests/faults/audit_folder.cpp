@@ -18,8 +18,9 @@ namespace {
 namespace fs = std::filesystem;
 
 // Files that are written as a whole and whose bytes depend on nothing but their content.
-constexpr const char* kWholeFiles[] = {"Zorvel.ini", "TempData/T-0000001.AppSelection", "Issues.csv",
-                                       "Issues.json", "Issues.html"};
+constexpr const char* kWholeFiles[] = {"Zorvel.ini",  "TempData/T-0000001.AppSelection",
+                                       "Issues.csv",  "Issues.json",
+                                       "Issues.html", "Accepted.toml"};
 
 std::vector<std::string> Fields(const std::string& line) {
     std::vector<std::string> fields;

@@ -79,6 +79,12 @@ std::vector<Operation> Operations(const std::string& ldif) {
              std::filesystem::copy_file(folder.path() / "Empty_Zorvel.mdb",
                                         databases / "Zorvel_261101120001.MDB.partial");
          }},
+        {"accept",
+         {"accept", "--code", "FILEOLD", "--application", "*", "--reason", "old"},
+         [=](const AuditFolder& folder) {
+             imported(folder);
+             folder.Need({"accept", "--code", "FILEBAK", "--application", "*", "--reason", "older"});
+         }},
         {"options and selection", {"save_settings"}, read},
         {"report PDF", Report("pdf"), reported("pdf")},
         {"report HTML", Report("html"), reported("html")},

@@ -29,6 +29,7 @@
 #include "gui/main/applications_page.h"
 #include "gui/main/bar_status.h"
 #include "gui/main/find_page.h"
+#include "gui/main/findings_page.h"
 #include "gui/main/options_page.h"
 #include "gui/main/status_page.h"
 #include "gui/report/report_windows.h"
@@ -68,6 +69,9 @@ frmZorvel::frmZorvel(const Files& files, Clock& clock, const MainController::Dir
       options_page_(new OptionsPage(controller_.services(), this)),
       find_page_(new FindPage(files, user_, this)),
       status_page_(new StatusPage(this)),
+      findings_page_(new FindingsPage(
+          controller_, [this](const std::function<void()>& operation) { Handle("Findings", operation); },
+          this)),
       cache_tree_(new frmCacheTree(this)),
       browser_(controller_.services(), controller_.directory(), controller_.session().tree,
                *applications_page_, [this] { RefreshTree(); }) {
@@ -95,6 +99,7 @@ void frmZorvel::MakeTabs() {
     ui_->SSTab1->addTab(options_page_, "Options");
     ui_->SSTab1->addTab(find_page_, "Find");
     ui_->SSTab1->addTab(status_page_, "Status");
+    ui_->SSTab1->addTab(findings_page_, "Findings");
     // The pages were made first: so the tab key leads from the tabs into the page, to the buttons, and round.
     setTabOrder(ui_->butExit, ui_->SSTab1);
     applications_page_->SetBrowser(browser_);
@@ -250,6 +255,7 @@ void frmZorvel::TabChanged(int tab) {
     ui_->butGenerate->setText(tab == kFindTab ? "&Find" : "&Zorvel!");
     browser_.application_tab_showing = tab == kApplicationsTab;
     browser_.RefreshAppTitle();
+    if (tab == kFindingsTab) Handle("Findings", [this] { findings_page_->ListDatasets(); });
 }
 
 void frmZorvel::ClearBrowser() {
@@ -394,7 +400,18 @@ void frmZorvel::dropEvent(QDropEvent* event) {
 void frmZorvel::OpenImport() {
     Catalogue catalogue(*controller_.session().MasterConnection);
     CaptureDetails details(controller_.services(), catalogue);
-    if (details.Open()) frmCaptureDetails(details, this).exec();
+    if (!details.Open()) return;
+    const std::size_t datasets = catalogue.List().size();
+    frmCaptureDetails(details, this).exec();
+    if (catalogue.List().size() > datasets) OfferFindings();
+}
+
+void frmZorvel::OfferFindings() {
+    if (closing() ||
+        !user_.Ask("Do you want to see the findings of this dataset?", MessageIcon::kQuestion, Answer::kYes))
+        return;
+    findings_page_->ListDatasets();
+    ui_->SSTab1->setCurrentIndex(kFindingsTab);
 }
 
 void frmZorvel::OpenMaintenance() {
@@ -455,6 +472,7 @@ void frmZorvel::closeEvent(QCloseEvent* event) {
         }
         return;
     }
+    findings_page_->SaveColumns();
     controller_.Exit();
     event->accept();
 }

@@ -1,4 +1,4 @@
-// The main window: four tabs, menus, status bar. It shows what the main controller's session holds and passes
+// The main window: five tabs, menus, status bar. It shows what the main controller's session holds and passes
 // the user's events on.
 #pragma once
 
@@ -25,6 +25,7 @@ namespace zorvel {
 
 class ApplicationsPage;
 class FindPage;
+class FindingsPage;
 class OptionsPage;
 class ReportWindows;
 class StatusPage;
@@ -94,7 +95,7 @@ class frmZorvel final : public QMainWindow, public MainWindow {
 
   private:
     // The tabs of SSTab1.
-    enum Tab { kApplicationsTab, kOptionsTab, kFindTab, kStatusTab };
+    enum Tab { kApplicationsTab, kOptionsTab, kFindTab, kStatusTab, kFindingsTab };
 
     void MakeTabs();
     void ConnectMenus();
@@ -120,6 +121,8 @@ class frmZorvel final : public QMainWindow, public MainWindow {
     // The trees; with the path of an LDIF file it is added first.
     void OpenTrees(const QString& dropped);
     void OpenImport();
+    // A dataset was imported: its findings are offered.
+    void OfferFindings();
     void OpenMaintenance();
     void OpenLogViewer();
     void ShowDocument(const char* file_name, const char* caption);
@@ -132,6 +135,7 @@ class frmZorvel final : public QMainWindow, public MainWindow {
     OptionsPage* options_page_;
     FindPage* find_page_;
     StatusPage* status_page_;
+    FindingsPage* findings_page_;
     frmCacheTree* cache_tree_;
     OUBrowser browser_;
     std::unique_ptr<ReportWindows> report_windows_;

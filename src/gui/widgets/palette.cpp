@@ -22,6 +22,21 @@ QBrush NodeBrush(NodeColour colour) {
     return {};
 }
 
+QBrush SeverityBrush(Severity severity) {
+    const bool dark = IsDark(QGuiApplication::palette());
+    switch (severity) {
+        case Severity::kCritical:
+            return dark ? QColor(255, 138, 150) : QColor(164, 0, 29);
+        case Severity::kHigh:
+            return dark ? QColor(255, 178, 122) : QColor(163, 71, 0);
+        case Severity::kMedium:
+            return dark ? QColor(232, 210, 122) : QColor(107, 90, 0);
+        case Severity::kLow:
+            return dark ? QColor(169, 196, 220) : QColor(61, 90, 115);
+    }
+    return {};
+}
+
 QPalette FilteredPalette(QPalette palette) {
     palette.setColor(QPalette::Window, QColor(255, 255, 128));
     palette.setColor(QPalette::WindowText, Qt::black);
