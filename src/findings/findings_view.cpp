@@ -18,6 +18,7 @@ void FindingsView::ListDatasets(const Catalogue& catalogue) {
     const std::size_t before = datasets_.size();
     const std::string shown = chosen_ ? datasets_[*chosen_].DBName : std::string();
     datasets_ = catalogue.List();
+    listed_ = true;
     chosen_.reset();
     if (datasets_.empty()) return Close();
     const auto found = std::find_if(datasets_.begin(), datasets_.end(),
@@ -101,6 +102,7 @@ std::vector<std::string> FindingsView::Notes() const {
 }
 
 std::string FindingsView::EmptyText() const {
+    if (!listed_) return "The datasets will be listed when what is under way has ended.";
     if (datasets_.empty()) {
         return "There is no dataset yet. Select applications on the Applications tab, press \"Zorvel!\", and "
                "import "

@@ -86,6 +86,7 @@ class FindingsView {
 
     Services& services_;
     std::string version_;
+    bool listed_ = false;
     std::vector<CatalogueRow> datasets_;
     std::optional<std::size_t> chosen_;
     std::unique_ptr<Findings> findings_;

@@ -171,6 +171,27 @@ TEST_F(FindingsPageTest, AcceptsAndWithdrawsTheChosenOnes) {
     EXPECT_THAT(boxes_.back(), HasSubstr("FILEPWL of word.*: they know (1 finding)"));
 }
 
+TEST_F(FindingsPageTest, AnImportOffersItsFindings) {
+    AddFindings();
+    Open();
+    EXPECT_EQ(Lines().size(), 4U);
+    Click("butTreeControl_5");
+    Answer(QMessageBox::Yes);  // the import
+    OnDialog([](QDialog& dialog) { Control<QPushButton>(dialog, "butOk").click(); });
+    Answer(QMessageBox::Ok);   // it is done
+    Answer(QMessageBox::Yes);  // the offer
+    Click("butGenerate");
+    EXPECT_EQ(boxes_.back(), "Do you want to see the findings of this dataset?");
+    EXPECT_EQ(tabs().currentIndex(), kFindingsTab);
+    EXPECT_EQ(Get<QComboBox>("comDataset").count(), 2);
+    EXPECT_THAT(Lines(), testing::Contains("APPNODESC Excel"));
+    window_->activateWindow();  // as a window manager does when the last dialog closes
+    ASSERT_TRUE(TakesKeyboard(*window_));
+    Get<QComboBox>("comDataset").setFocus();
+    PressKey(Qt::Key_Down);
+    EXPECT_EQ(Lines().size(), 4U) << "the older one again";
+}
+
 TEST_F(FindingsPageTest, CopiesAndExportsWhatIsShown) {
     AddFindings();
     folder_.Write("Accepted.toml", "[[accepted]]\n");

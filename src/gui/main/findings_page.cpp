@@ -159,14 +159,14 @@ void FindingsPage::ListDatasets() {
     if (!controller_.session().MasterConnection) return;
     const Hourglass hourglass;
     const Findings* const before = view_.findings();
-    const std::size_t datasets = view_.datasets().size();
     try {
         view_.ListDatasets(Catalogue(*controller_.session().MasterConnection));
     } catch (...) {
         ShowDataset();
         throw;
     }
-    if (view_.findings() != before || view_.datasets().size() != datasets) ShowDataset();
+    const bool same_list = ui_->comDataset->count() == static_cast<int>(view_.datasets().size());
+    if (before == nullptr || view_.findings() != before || !same_list) ShowDataset();
 }
 
 void FindingsPage::ChooseDataset(int number) {

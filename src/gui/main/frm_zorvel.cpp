@@ -166,6 +166,7 @@ void frmZorvel::Operate(const std::function<void()>& operation) {
         const QScopedValueRollback operating(operating_, true);
         operation();
     }
+    if (std::exchange(datasets_wanted_, false)) ListDatasets();
     if (closing()) close();
 }
 
@@ -255,7 +256,13 @@ void frmZorvel::TabChanged(int tab) {
     ui_->butGenerate->setText(tab == kFindTab ? "&Find" : "&Zorvel!");
     browser_.application_tab_showing = tab == kApplicationsTab;
     browser_.RefreshAppTitle();
-    if (tab == kFindingsTab) Handle("Findings", [this] { findings_page_->ListDatasets(); });
+    ListDatasets();
+}
+
+void frmZorvel::ListDatasets() {
+    if (ui_->SSTab1->currentIndex() != kFindingsTab || closing()) return;
+    datasets_wanted_ = operating_;
+    Handle("Findings", [this] { findings_page_->ListDatasets(); });
 }
 
 void frmZorvel::ClearBrowser() {
@@ -410,8 +417,8 @@ void frmZorvel::OfferFindings() {
     if (closing() ||
         !user_.Ask("Do you want to see the findings of this dataset?", MessageIcon::kQuestion, Answer::kYes))
         return;
-    findings_page_->ListDatasets();
     ui_->SSTab1->setCurrentIndex(kFindingsTab);
+    ListDatasets();
 }
 
 void frmZorvel::OpenMaintenance() {
@@ -419,6 +426,7 @@ void frmZorvel::OpenMaintenance() {
     DatabaseMaintenance maintenance(controller_.services(), catalogue);
     maintenance.Open();
     frmDBMaint(maintenance, this).exec();
+    ListDatasets();
 }
 
 void frmZorvel::ShowDocument(const char* file_name, const char* caption) {

@@ -121,6 +121,8 @@ class frmZorvel final : public QMainWindow, public MainWindow {
     // The trees; with the path of an LDIF file it is added first.
     void OpenTrees(const QString& dropped);
     void OpenImport();
+    // Brings the Findings page up to date when it is shown: now, or when what is under way has ended.
+    void ListDatasets();
     // A dataset was imported: its findings are offered.
     void OfferFindings();
     void OpenMaintenance();
@@ -144,6 +146,7 @@ class frmZorvel final : public QMainWindow, public MainWindow {
     bool nodes_pending_ = false;  // some are not shown yet
     bool generate_enabled_ = true;
     bool operating_ = false;
+    bool datasets_wanted_ = false;  // once what is under way has ended
 };
 
 }  // namespace zorvel
