@@ -65,10 +65,7 @@ class Window {
         files_ = std::make_unique<Files>(folder_.path());
         ControllerSettings settings;
         settings.tree_read_countdown = 0;
-        window_ = std::make_unique<frmZorvel>(
-            *files_, clock_,
-            OpenDirectory,
-            settings);
+        window_ = std::make_unique<frmZorvel>(*files_, clock_, OpenDirectory, settings);
         if (!window_->StartUp("")) std::abort();
         Paint();
     }

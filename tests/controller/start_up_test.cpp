@@ -27,9 +27,10 @@ class StartUp : public testing::Test {
     }
 
     bool Start() {
-        controller_.emplace(files_, clock_, ui_, window_, [this](const Files& files, Log& log, const LdapPorts& ports) {
-            return std::make_unique<test::FaultyDirectory>(OpenDirectory(files, log, ports), faults_);
-        });
+        controller_.emplace(
+            files_, clock_, ui_, window_, [this](const Files& files, Log& log, const LdapPorts& ports) {
+                return std::make_unique<test::FaultyDirectory>(OpenDirectory(files, log, ports), faults_);
+            });
         return controller_->StartUp("-x y");
     }
 
