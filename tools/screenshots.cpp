@@ -48,6 +48,7 @@ class LiveTrees {
           server_(Content(), {.access = "access to attrs=userPassword by * auth\naccess to * by * read\n",
                               .global = certificates_.ServerLines("server", "IP:127.0.0.1", "-1"),
                               .addresses = {tls_}}) {
+        std::filesystem::remove(Link());  // of one that was killed
         std::filesystem::create_directory_symlink(server_.folder().path(), Link());
         std::ofstream(folder / "Directory.toml", std::ios::app)
             << "\n[[tree]]\nname = \"LIVE_TREE\"\nldap = [\"ldapi://%2Ftmp%2Fedir1%2Fsocket\"]\n"
