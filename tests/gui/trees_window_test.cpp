@@ -259,6 +259,35 @@ TEST_F(TreesWindow, AWrongPasswordIsToldAndTheRightOneTakenAlsoWhileATreeIsRead)
     EXPECT_EQ(LogText().find("right"), std::string::npos);
 }
 
+TEST_F(TreesWindow, ARunEndsByEscapeOrWithTheServerAndTheNextOneWorks) {
+    Slapd server = Serve();
+    AddLive("ldap = ['" + server.url() + "']\n");
+    settings_.pace = {1, 0};
+    ASSERT_TRUE(Start());
+    ClickNode("APPS (2)");
+    Click("butTreeControl_5");
+    const auto run = [&](QMessageBox::StandardButton answer, const std::function<void()>& meanwhile) {
+        QTimer::singleShot(300, window_.get(), meanwhile);
+        Answer(answer);
+        Click("butGenerate");
+    };
+    const auto captured = [this] { return folder_.Read("TempData/Zorvel_CaptureDetails.CSV"); };
+    run(QMessageBox::No, [&] {
+        EXPECT_TRUE(window_->controller().session().activity.Busy);
+        PressKey(Qt::Key_Escape);
+    });
+    EXPECT_THAT(captured(), HasSubstr("LIVE,APPS.LIVESITE,1,"));
+    run(QMessageBox::Yes, [&] { server.Stop(); });
+    EXPECT_THAT(boxes_.back(), HasSubstr("no server listens at this address"));
+    EXPECT_EQ(captured(), "");
+    server.Start();
+    Answer(QMessageBox::Yes);
+    Click("butTreeControl_6");
+    Click("butTreeControl_5");
+    run(QMessageBox::No, [] {});
+    EXPECT_THAT(captured(), HasSubstr("LIVE,APPS.LIVESITE,2,"));
+}
+
 TEST_F(TreesWindow, AnExpiredCertificateIsToldInWords) {
     const TempFolder folder;
     const Certificates certificates(folder);
