@@ -28,7 +28,7 @@ constexpr std::string_view kSchema =
 void ReadEveryValue(const MemoryTree& tree, EntryIndex entry) {
     EntryAttributes attributes;
     tree.ReadAttributes(entry, attributes);
-    DnNames names(tree);
+    DnNames names([&tree](std::string_view dn) { return tree.FullNameOfDN(dn); });
     std::size_t count = 0;
     for (const std::uint32_t stored_number : attributes.order) {
         const std::uint32_t attribute = tree.FindAttribute(tree.AttributeName(stored_number));
